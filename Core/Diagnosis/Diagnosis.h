@@ -1,0 +1,58 @@
+#pragma once
+
+#include "Core/Diagnosis/Finding.h"
+#include "Core/Knowledge/ProcessCatalog.h"
+
+#include <array>
+#include <span>
+#include <string_view>
+
+/// The rules that say what slows the machine down. Pure: no clock, no file, no state.
+namespace pacelet::Diagnosis {
+
+inline constexpr std::array<std::string_view, 7> spotlightFamily{
+    "mds",          "mds_stores",     "mdworker_shared",    "mdworker",
+    "mdbulkimport", "corespotlightd", "spotlightknowledged"};
+
+inline constexpr std::array<std::string_view, 2> photosFamily{"photoanalysisd", "mediaanalysisd"};
+
+inline constexpr std::array<std::string_view, 3> browserApps{
+    "Google Chrome.app", "Brave Browser.app", "Microsoft Edge.app"};
+
+inline constexpr std::array<std::string_view, 10> vmHosts{"Docker",
+                                                          "OrbStack",
+                                                          "UTM",
+                                                          "Parallels Desktop",
+                                                          "VMware Fusion",
+                                                          "Podman Desktop",
+                                                          "Rancher Desktop",
+                                                          "VirtualBuddy",
+                                                          "Tart",
+                                                          "Multipass"};
+
+inline constexpr std::string_view virtualizationPrefix =
+    "/System/Library/Frameworks/Virtualization.framework/";
+
+/// How long Spotlight must have been busy to count as stuck; strictly more than this.
+inline constexpr Seconds spotlightStuckAfter{10800.0};
+
+/// Runs all rules and ranks what they find: gravest first, then by CPU, then in rule order.
+DiagnosisResult run(const DiagnosisInput& input, const ProcessCatalog& catalog);
+
+/// A Chromium browser whose tabs can be cleaned up.
+bool isBrowser(const ProcessGroup& group);
+
+/// Whether a group of just this name runs.
+bool isRunning(std::string_view app, std::span<const ProcessGroup> groups);
+
+/// Whether `name` is one of `family`, compared exactly.
+constexpr bool isIn(std::span<const std::string_view> family, std::string_view name) {
+    for (const std::string_view member : family) {
+        if (member == name) {
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace pacelet::Diagnosis

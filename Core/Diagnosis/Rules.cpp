@@ -1,0 +1,324 @@
+#include "Core/Diagnosis/Rules.h"
+
+#include "Core/Sampling/BusyTracker.h"
+#include "Core/Sampling/Format.h"
+#include "Core/Support/Checked.h"
+
+#include <algorithm>
+#include <string>
+
+namespace pacelet::Diagnosis::Rules {
+
+namespace {
+
+constexpr std::int64_t gibibyte = 1LL << 30;
+constexpr double gigabyte = 1e9;
+constexpr double secondsPerDay = 86400.0;
+
+/// The groups whose primary member is one of a family, and what they use together.
+struct FamilyLoad {
+    std::vector<const ProcessGroup*> groups;
+    double cpuPercent = 0;
+
+    /// The busiest, the earliest on a tie.
+    const ProcessGroup& top() const {
+        return **std::ranges::max_element(groups, {},
+                                          [](auto* group) { return group->cpuPercent; });
+    }
+};
+
+/// Sums up a family and marks its groups as handled, unless it stays below `threshold` or does not
+/// run at all: then nothing is marked.
+std::optional<FamilyLoad> handleFamily(Run& run, std::span<const std::string_view> family,
+                                       double threshold) {
+    FamilyLoad load;
+    for (const ProcessGroup& group : run.input.groups) {
+        if (isIn(family, group.primary().name)) {
+            load.groups.push_back(&group);
+            load.cpuPercent += group.cpuPercent;
+        }
+    }
+    if (load.groups.empty() || load.cpuPercent < threshold) {
+        return std::nullopt;
+    }
+    for (const ProcessGroup* group : load.groups) {
+        run.handled.insert(group->id);
+    }
+    return load;
+}
+
+/// The largest group among those that can be quit, else among all; null without groups.
+const ProcessGroup* memoryCulprit(std::span<const ProcessGroup> groups) {
+    const ProcessGroup* largest = nullptr;
+    for (const ProcessGroup& group : groups) {
+        const bool better =
+            largest == nullptr || (group.quittable && !largest->quittable) ||
+            (group.quittable == largest->quittable && group.memoryBytes > largest->memoryBytes);
+        if (better) {
+            largest = &group;
+        }
+    }
+    return largest;
+}
+
+/// A virtual machine's processor time belongs to the application that runs it.
+Finding::Fields virtualMachine(const Run& run, const ProcessGroup& busy) {
+    Finding::Fields fields;
+    fields.headline = "A virtual machine is using " + Format::percent(busy.cpuPercent) + " CPU.";
+    const auto host = std::ranges::find_if(run.input.groups, [](const ProcessGroup& group) {
+        return group.appPath && isIn(vmHosts, group.displayName);
+    });
+    if (host != run.input.groups.end()) {
+        fields.detail = "It's run by " + host->displayName + ". Quitting " + host->displayName +
+                        " frees all of it.";
+        fields.groupID = host->id;
+        fields.primaryFix = host->quittable ? FixID::quitApp : FixID::explain;
+    } else {
+        fields.detail = run.catalog.explain(busy).summary;
+        fields.groupID = busy.id;
+        fields.primaryFix = FixID::explain;
+    }
+    return fields;
+}
+
+Finding::Fields plainHog(const Run& run, const ProcessGroup& group) {
+    const Explanation explanation = run.catalog.explain(group);
+    const auto acting = std::ranges::find_if(explanation.fixes, [](FixID fix) {
+        return fix == FixID::quitApp || fix == FixID::rebuildSpotlightIndex;
+    });
+    Finding::Fields fields;
+    fields.headline =
+        group.displayName + " is using " + Format::percent(group.cpuPercent) + " CPU.";
+    fields.detail = explanation.summary;
+    fields.leaveNote = explanation.idleNote;
+    fields.groupID = group.id;
+    fields.primaryFix =
+        group.quittable && acting != explanation.fixes.end() ? *acting : FixID::explain;
+    return fields;
+}
+
+} // namespace
+
+void stuckApp(Run& run) {
+    if (!run.input.stuckApp) {
+        return;
+    }
+    Finding::Fields fields{.kind = FindingKind::stuckApp, .severity = Severity::high};
+    fields.headline = *run.input.stuckApp + " won't quit. Restart your Mac to clear it.";
+    fields.detail = "Some apps can't be closed once they're stuck. A restart clears them.";
+    fields.primaryFix = FixID::restartMac;
+    run.add(std::move(fields), 0);
+}
+
+void heat(Run& run) {
+    Finding::Fields fields{.kind = FindingKind::heat};
+    switch (run.input.signals.thermal) {
+    case Thermal::normal:
+        return;
+    case Thermal::warm:
+        fields.severity = Severity::low;
+        fields.headline = "Your Mac is warm, so macOS is slowing it slightly to cool down.";
+        fields.detail = "kernel_task holds back other work to cool your Mac. Heavy apps and "
+                        "blocked vents make it worse.";
+        break;
+    case Thermal::hot:
+        fields.severity = Severity::high;
+        fields.headline = "Your Mac is hot and slowing itself down to cool off.";
+        fields.detail = "kernel_task holds back other work to cool your Mac. Quit heavy apps and "
+                        "give it some air.";
+        break;
+    case Thermal::veryHot:
+        fields.severity = Severity::critical;
+        fields.headline = "Your Mac is very hot and running much slower to protect itself.";
+        fields.detail = "Quit heavy apps, unplug extra displays and give it some air.";
+        break;
+    }
+    fields.leaveNote = "Leave it";
+    run.add(std::move(fields), 0);
+}
+
+void memory(Run& run) {
+    constexpr std::int64_t heavySwap = 4 * gibibyte;
+    const SystemSignals& signals = run.input.signals;
+    if (signals.pressure == Pressure::normal && signals.swapUsedBytes <= heavySwap) {
+        return;
+    }
+    Finding::Fields fields{.kind = FindingKind::memory};
+    fields.severity = signals.pressure == Pressure::critical ? Severity::high : Severity::medium;
+    fields.headline = "Your Mac is running low on memory.";
+    const ProcessGroup* culprit = memoryCulprit(run.input.groups);
+    if (culprit == nullptr) {
+        fields.detail = "Swap in use: " + Format::bytes(signals.swapUsedBytes) + ".";
+        run.add(std::move(fields), 0);
+        return;
+    }
+    fields.detail = culprit->displayName + " is using " + Format::bytes(culprit->memoryBytes) + ".";
+    fields.groupID = culprit->id;
+    if (culprit->quittable) {
+        fields.primaryFix = FixID::quitApp;
+    }
+    run.add(std::move(fields), culprit->cpuPercent);
+}
+
+void spotlight(Run& run) {
+    const auto load = handleFamily(run, spotlightFamily, BusyTracker::busyLoad);
+    if (!load) {
+        return;
+    }
+    const auto& since = run.input.spotlightBusySince;
+    const bool stuck = since && run.input.now - *since > spotlightStuckAfter;
+    Finding::Fields fields{.kind = FindingKind::spotlight};
+    fields.headline = "Spotlight is doing a lot of work.";
+    fields.groupID = load->top().id;
+    fields.leaveNote = "Settles on its own";
+    if (stuck) {
+        fields.severity = Severity::high;
+        fields.primaryFix = FixID::rebuildSpotlightIndex;
+        fields.detail = "Spotlight has been busy for over 3 hours, which usually means it's stuck. "
+                        "Rebuilding the index often fixes it.";
+    } else {
+        fields.severity = Severity::low;
+        fields.primaryFix = FixID::openSpotlightSettings;
+        fields.detail = load->top().primary().name + " is using " +
+                        Format::percent(load->cpuPercent) +
+                        " CPU while it updates the search index. That's normal after an update or "
+                        "a large file change.";
+    }
+    run.add(std::move(fields), load->cpuPercent);
+}
+
+void photos(Run& run) {
+    constexpr double busyLoad = 30.0;
+    const auto load = handleFamily(run, photosFamily, busyLoad);
+    if (!load) {
+        return;
+    }
+    Finding::Fields fields{.kind = FindingKind::photos, .severity = Severity::low};
+    fields.headline = "Photos is analyzing your library.";
+    fields.detail = "It finds faces and objects in your photos, mostly while your Mac is idle and "
+                    "plugged in.";
+    fields.groupID = load->top().id;
+    fields.leaveNote = "Runs while plugged in";
+    run.add(std::move(fields), load->cpuPercent);
+}
+
+void windowServer(Run& run) {
+    constexpr double busyLoad = 40.0;
+    const auto server = std::ranges::find_if(run.input.groups, [](const ProcessGroup& group) {
+        return group.primary().name == "WindowServer";
+    });
+    if (server == run.input.groups.end()) {
+        return;
+    }
+    run.handled.insert(server->id);
+    if (server->cpuPercent < busyLoad) {
+        return;
+    }
+    Finding::Fields fields{.kind = FindingKind::windowServer, .severity = Severity::medium};
+    fields.headline = "WindowServer is busy drawing your screen.";
+    fields.detail = "Many windows, external displays or transparency effects keep it busy.";
+    fields.groupID = server->id;
+    fields.primaryFix = FixID::explain;
+    run.add(std::move(fields), server->cpuPercent);
+}
+
+void browsers(Run& run) {
+    constexpr std::int64_t mostUnremarkableBytes = 1'499'999'999;
+    constexpr double busyLoad = 50.0;
+    for (const ProcessGroup& group : run.input.groups) {
+        if (!isBrowser(group)) {
+            continue;
+        }
+        run.handled.insert(group.id);
+        if (group.memoryBytes <= mostUnremarkableBytes && group.cpuPercent < busyLoad) {
+            continue;
+        }
+        Finding::Fields fields{.kind = FindingKind::browser, .severity = Severity::medium};
+        fields.headline = group.displayName + " and " + std::to_string(group.helperCount()) +
+                          " helpers are using " + Format::percent(group.cpuPercent) + " CPU and " +
+                          Format::bytes(group.memoryBytes) + ".";
+        fields.detail = "Each tab and extension runs as its own helper. Closing tabs you don't "
+                        "need frees memory.";
+        fields.groupID = group.id;
+        fields.primaryFix = FixID::reviewTabs;
+        run.add(std::move(fields), group.cpuPercent);
+    }
+}
+
+void cpuHogs(Run& run) {
+    constexpr double busyLoad = 80.0;
+    // A hog is grave when it takes a quarter of the machine, and two cores at least.
+    constexpr double gravePerCore = 25.0;
+    constexpr double graveAtLeast = 200.0;
+    const auto cores = static_cast<double>(run.input.signals.coreCount);
+    for (const ProcessGroup& group : run.input.groups) {
+        if (group.cpuPercent < busyLoad || run.handled.contains(group.id)) {
+            continue;
+        }
+        const bool grave =
+            group.cpuPercent >= gravePerCore * cores && group.cpuPercent >= graveAtLeast;
+        Finding::Fields fields = group.primary().path.starts_with(virtualizationPrefix)
+                                     ? virtualMachine(run, group)
+                                     : plainHog(run, group);
+        fields.kind = FindingKind::cpuHog;
+        fields.severity = grave ? Severity::high : Severity::medium;
+        run.add(std::move(fields), group.cpuPercent);
+    }
+}
+
+void disk(Run& run) {
+    constexpr double fullBelow = 15.0;
+    constexpr double roomyFrom = 50.0;
+    constexpr double healthyShare = 0.1;
+    const SystemSignals& signals = run.input.signals;
+    if (signals.diskTotalBytes < 1) {
+        return;
+    }
+    const auto freeBytes = static_cast<double>(signals.diskFreeBytes);
+    const double freeGB = freeBytes / gigabyte;
+    Finding::Fields fields{.kind = FindingKind::lowDisk, .primaryFix = FixID::openTidyvault};
+    if (freeGB < fullBelow) {
+        fields.severity = Severity::high;
+        fields.headline = "Your disk is almost full.";
+        fields.detail = "Only " + Format::bytes(signals.diskFreeBytes) +
+                        " free. macOS slows down when space runs low.";
+    } else if (freeGB<roomyFrom&& static_cast<double>(signals.diskTotalBytes) * healthyShare>
+                   freeBytes) {
+        fields.severity = Severity::medium;
+        fields.headline = "Your disk is getting full.";
+        fields.detail = Format::bytes(signals.diskFreeBytes) +
+                        " free. Keep at least 10% free so macOS has room for memory and updates.";
+    } else {
+        return;
+    }
+    run.add(std::move(fields), 0);
+}
+
+void lowPowerMode(Run& run) {
+    if (!run.input.lowPowerMode) {
+        return;
+    }
+    Finding::Fields fields{.kind = FindingKind::lowPower, .severity = Severity::low};
+    fields.headline = "Low Power Mode is on, so your Mac runs slower to save energy.";
+    fields.detail = "Turn it off in Battery settings when you need full speed.";
+    fields.primaryFix = FixID::openBatterySettings;
+    run.add(std::move(fields), 0);
+}
+
+void longUptime(Run& run) {
+    constexpr std::int64_t manyDays = 15;
+    constexpr std::int64_t noteworthySwap = 2 * gibibyte;
+    const SystemSignals& signals = run.input.signals;
+    const std::int64_t days =
+        checkedTruncate(signals.uptime / secondsPerDay, "the uptime is not a finite number");
+    if (days < manyDays || signals.swapUsedBytes <= noteworthySwap) {
+        return;
+    }
+    Finding::Fields fields{.kind = FindingKind::longUptime, .severity = Severity::low};
+    fields.headline = "Your Mac hasn't restarted in " + std::to_string(days) + " days.";
+    fields.detail = "A restart clears memory that has built up over time.";
+    fields.primaryFix = FixID::restartMac;
+    run.add(std::move(fields), 0);
+}
+
+} // namespace pacelet::Diagnosis::Rules

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "Core/Diagnosis/Diagnosis.h"
+
+#include <string_view>
+#include <unordered_set>
+#include <vector>
+
+/// The single rules of `Diagnosis::run`, in running order.
+namespace pacelet::Diagnosis::Rules {
+
+/// A finding with what ranks it among others of its severity.
+struct Weighted {
+    Finding finding;
+    double weight = 0;
+};
+
+/// What the rules share during one run.
+struct Run {
+    const DiagnosisInput& input;
+    const ProcessCatalog& catalog;
+    /// Ids of groups that a special rule has accounted for; they are never plain CPU hogs. The
+    /// views point into `input.groups`.
+    std::unordered_set<std::string_view> handled{};
+    std::vector<Weighted> findings{};
+
+    void add(Finding::Fields fields, double weight) {
+        findings.push_back(Weighted{Finding{std::move(fields)}, weight});
+    }
+};
+
+void stuckApp(Run& run);
+void heat(Run& run);
+void memory(Run& run);
+void spotlight(Run& run);
+void photos(Run& run);
+void windowServer(Run& run);
+void browsers(Run& run);
+void cpuHogs(Run& run);
+void disk(Run& run);
+void lowPowerMode(Run& run);
+void longUptime(Run& run);
+
+} // namespace pacelet::Diagnosis::Rules

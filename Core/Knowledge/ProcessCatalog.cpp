@@ -1,0 +1,117 @@
+#include "Core/Knowledge/ProcessCatalog.h"
+
+#include "Core/Knowledge/CatalogFile.h"
+#include "Core/Support/Precondition.h"
+
+#include <algorithm>
+#include <array>
+#include <system_error>
+
+namespace pacelet {
+
+namespace {
+
+constexpr std::string_view defaultSymbol = "gearshape";
+
+/// Executables below these folders are the system's own. Narrower than what the safety gate
+/// protects: nothing here reaches below "/usr/local/".
+constexpr std::array<std::string_view, 6> systemPrefixes{"/System/", "/usr/libexec/", "/usr/sbin/",
+                                                         "/sbin/",   "/usr/bin/",     "/bin/"};
+
+Explanation explanationOf(const CatalogEntry& entry) {
+    Explanation explanation;
+    explanation.entryID = entry.id;
+    explanation.title = entry.title;
+    explanation.summary = entry.summary;
+    explanation.whyHigh = entry.whyHigh;
+    explanation.verdict = entry.verdict;
+    explanation.idleNote = entry.idleNote;
+    explanation.fixes = entry.fixes;
+    explanation.guide = entry.guide;
+    explanation.symbol = entry.symbol.value_or(std::string{defaultSymbol});
+    return explanation;
+}
+
+Explanation fallback(std::string title, std::string summary, Verdict verdict) {
+    Explanation explanation;
+    explanation.title = std::move(title);
+    explanation.summary = std::move(summary);
+    explanation.verdict = verdict;
+    explanation.symbol = defaultSymbol;
+    explanation.isFallback = true;
+    return explanation;
+}
+
+Explanation processFallback(std::string_view path, const std::optional<std::string>& appName) {
+    if (std::ranges::any_of(systemPrefixes,
+                            [&](auto prefix) { return path.starts_with(prefix); })) {
+        return fallback("Part of macOS", "A built-in macOS process.", Verdict::leave);
+    }
+    if (appName) {
+        Explanation explanation = fallback(
+            "Part of " + *appName,
+            "Belongs to " + *appName + ". Quitting " + *appName + " stops it.", Verdict::safe);
+        explanation.fixes = {FixID::quitApp};
+        return explanation;
+    }
+    return fallback("Not in our list yet", "We don't have an explanation for this process yet.",
+                    Verdict::review);
+}
+
+bool anyPrefixOf(const std::vector<std::string>& prefixes, std::string_view text) {
+    return std::ranges::any_of(prefixes,
+                               [&](const std::string& prefix) { return text.starts_with(prefix); });
+}
+
+} // namespace
+
+ProcessCatalog ProcessCatalog::bundled(const ResourceLocations& locations) {
+    const char* const fileName = "processes.json";
+    std::error_code error;
+    const std::filesystem::path main = locations.mainFolder / fileName;
+    if (std::filesystem::exists(main, error)) {
+        return {CatalogFile::read(main)};
+    }
+    precondition(std::filesystem::is_directory(locations.resourceBundle, error),
+                 "unable to find bundle named Pacelet_Core");
+    return {CatalogFile::read(locations.resourceBundle / fileName)};
+}
+
+Explanation ProcessCatalog::explain(std::string_view name, std::string_view path,
+                                    const std::optional<std::string>& appName) const {
+    for (const CatalogEntry& entry : entries) {
+        if (std::ranges::find(entry.match.names, name) != entry.match.names.end()) {
+            return explanationOf(entry);
+        }
+    }
+    for (const CatalogEntry& entry : entries) {
+        if (anyPrefixOf(entry.match.pathPrefixes, path)) {
+            return explanationOf(entry);
+        }
+    }
+    return processFallback(path, appName);
+}
+
+Explanation ProcessCatalog::explain(const ProcessGroup& group) const {
+    const ProcessUsage& primary = group.primary();
+    return explain(primary.name, primary.path,
+                   group.appPath ? std::optional{group.displayName} : std::nullopt);
+}
+
+Explanation ProcessCatalog::explainLabel(std::string_view launchdLabel,
+                                         const std::optional<std::string>& ownerApp) const {
+    for (const CatalogEntry& entry : entries) {
+        if (anyPrefixOf(entry.match.launchdLabels, launchdLabel)) {
+            return explanationOf(entry);
+        }
+    }
+    if (ownerApp) {
+        return fallback("Added by " + *ownerApp,
+                        "A background helper installed by " + *ownerApp + ".", Verdict::review);
+    }
+    return fallback("Unknown developer",
+                    "A background helper from a developer Pacelet doesn't recognize.",
+                    Verdict::review);
+}
+
+} // namespace pacelet

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "Core/Knowledge/CatalogEntry.h"
+#include "Core/Sampling/ProcessGroup.h"
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace pacelet {
+
+/// Where the program's resources are looked for, in this order.
+struct ResourceLocations {
+    std::filesystem::path mainFolder;     ///< the application's own resources
+    std::filesystem::path resourceBundle; ///< the folder "Pacelet_Core.bundle"
+};
+
+/// The store of knowledge: explains processes and background items, by fallback if it must.
+/// Immutable once loaded, so any thread may read it.
+struct ProcessCatalog {
+    std::vector<CatalogEntry> entries; ///< in file order: the first match wins
+
+    /// Loads "processes.json" from the first location that has it. Throws `CatalogError`. Stops the
+    /// program when the file is not in the main folder and there is no resource bundle at all.
+    static ProcessCatalog bundled(const ResourceLocations& locations);
+
+    /// An exact name in any entry beats every path prefix. `appName` names the application that the
+    /// process belongs to.
+    Explanation explain(std::string_view name, std::string_view path,
+                        const std::optional<std::string>& appName) const;
+
+    /// Explains the group's primary member.
+    Explanation explain(const ProcessGroup& group) const;
+
+    /// Explains a background item by its launchd label.
+    Explanation explainLabel(std::string_view launchdLabel,
+                             const std::optional<std::string>& ownerApp) const;
+
+    bool operator==(const ProcessCatalog&) const = default;
+};
+
+} // namespace pacelet

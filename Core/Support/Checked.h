@@ -1,0 +1,45 @@
+#pragma once
+
+#include "Core/Support/Precondition.h"
+
+#include <cmath>
+#include <concepts>
+#include <cstdint>
+#include <string_view>
+
+namespace pacelet {
+
+/// Arithmetic on the program's own values that must not wrap around: an overflow is a fault of ours
+/// and stops the program.
+template<std::integral T>
+constexpr T checkedAdd(T left, T right, std::string_view what = "integer overflow in an addition") {
+    T sum{};
+    precondition(!__builtin_add_overflow(left, right, &sum), what);
+    return sum;
+}
+
+template<std::integral T>
+constexpr T checkedMultiply(T left, T right,
+                            std::string_view what = "integer overflow in a multiplication") {
+    T product{};
+    precondition(!__builtin_mul_overflow(left, right, &product), what);
+    return product;
+}
+
+/// `value` without its fraction. A value that is not finite, or outside the range, stops the
+/// program.
+inline std::int64_t checkedTruncate(double value,
+                                    std::string_view what = "a float does not fit an integer") {
+    // 2^63 is exact as a float, and the largest integer below it is not.
+    constexpr double limit = 9223372036854775808.0;
+    precondition(value >= -limit && value < limit, what);
+    return static_cast<std::int64_t>(value);
+}
+
+/// `value` rounded to the nearest integer, halves away from zero; stops the program as above.
+inline std::int64_t checkedRound(double value,
+                                 std::string_view what = "a float does not fit an integer") {
+    return checkedTruncate(std::round(value), what);
+}
+
+} // namespace pacelet

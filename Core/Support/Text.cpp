@@ -1,0 +1,158 @@
+#include "Core/Support/Text.h"
+
+#include <cmath>
+#include <cstdint>
+#include <simdjson.h>
+
+namespace pacelet {
+
+namespace {
+
+constexpr std::string_view replacement = "\xEF\xBF\xBD";
+
+/// How one byte may begin a sequence: how many bytes follow it, and the range of the first of them
+/// (narrower than 80 to BF where longer forms, surrogates and code points past 10FFFF are shut
+/// out).
+struct Lead {
+    int followers;
+    unsigned char low;
+    unsigned char high;
+};
+
+Lead leadOf(unsigned char byte) {
+    if (byte >= 0xC2 && byte <= 0xDF) {
+        return {1, 0x80, 0xBF};
+    }
+    if (byte >= 0xE0 && byte <= 0xEF) {
+        const auto low = static_cast<unsigned char>(byte == 0xE0 ? 0xA0 : 0x80);
+        const auto high = static_cast<unsigned char>(byte == 0xED ? 0x9F : 0xBF);
+        return {2, low, high};
+    }
+    if (byte >= 0xF0 && byte <= 0xF4) {
+        const auto low = static_cast<unsigned char>(byte == 0xF0 ? 0x90 : 0x80);
+        const auto high = static_cast<unsigned char>(byte == 0xF4 ? 0x8F : 0xBF);
+        return {3, low, high};
+    }
+    return {-1, 0, 0};
+}
+
+/// The length of the sequence at the start of `text`, and whether it is whole and valid. An invalid
+/// one counts the bytes that were right so far, at least one.
+struct Sequence {
+    std::size_t length;
+    bool valid;
+};
+
+Sequence firstSequence(std::string_view text) {
+    const auto byteAt = [&](std::size_t index) { return static_cast<unsigned char>(text[index]); };
+    if (byteAt(0) < 0x80) {
+        return {1, true};
+    }
+    const Lead lead = leadOf(byteAt(0));
+    std::size_t length = 1;
+    for (int follower = 0; follower < lead.followers; ++follower, ++length) {
+        const unsigned char low = follower == 0 ? lead.low : 0x80;
+        const unsigned char high = follower == 0 ? lead.high : 0xBF;
+        if (length == text.size() || byteAt(length) < low || byteAt(length) > high) {
+            return {length, false};
+        }
+    }
+    return {length, lead.followers > 0};
+}
+
+} // namespace
+
+std::vector<std::string_view> splitDroppingEmpty(std::string_view text, char separator) {
+    std::vector<std::string_view> pieces;
+    for (const std::string_view piece : splitKeepingEmpty(text, separator)) {
+        if (!piece.empty()) {
+            pieces.push_back(piece);
+        }
+    }
+    return pieces;
+}
+
+std::vector<std::string_view> splitKeepingEmpty(std::string_view text, char separator) {
+    std::vector<std::string_view> pieces;
+    for (;;) {
+        const std::size_t end = text.find(separator);
+        pieces.push_back(text.substr(0, end));
+        if (end == std::string_view::npos) {
+            return pieces;
+        }
+        text.remove_prefix(end + 1);
+    }
+}
+
+std::string_view trimmed(std::string_view text) {
+    return trimmed(text, " \t\n\v\f\r");
+}
+
+std::string_view trimmed(std::string_view text, std::string_view characters) {
+    const std::size_t first = text.find_first_not_of(characters);
+    if (first == std::string_view::npos) {
+        return {};
+    }
+    return text.substr(first, text.find_last_not_of(characters) - first + 1);
+}
+
+std::string asciiLowercased(std::string_view text) {
+    std::string lower{text};
+    for (char& character : lower) {
+        if (character >= 'A' && character <= 'Z') {
+            character = static_cast<char>(character - 'A' + 'a');
+        }
+    }
+    return lower;
+}
+
+std::string_view lastPathComponent(std::string_view path) {
+    const std::size_t last = path.find_last_not_of('/');
+    if (last == std::string_view::npos) {
+        return path.substr(0, 1);
+    }
+    path = path.substr(0, last + 1);
+    return path.substr(path.rfind('/') + 1);
+}
+
+std::string_view withoutExtension(std::string_view name) {
+    const std::string_view extension = pathExtension(name);
+    return extension.empty() ? name : name.substr(0, name.size() - extension.size() - 1);
+}
+
+std::string_view pathExtension(std::string_view name) {
+    const std::size_t dot = name.rfind('.');
+    if (dot == std::string_view::npos || dot == 0) {
+        return {};
+    }
+    return name.substr(dot + 1);
+}
+
+std::string repairedUTF8(std::string text) {
+    if (simdjson::validate_utf8(text.data(), text.size())) {
+        return text;
+    }
+    std::string repaired;
+    repaired.reserve(text.size() + text.size() / 8);
+    std::string_view rest = text;
+    while (!rest.empty()) {
+        const Sequence sequence = firstSequence(rest);
+        repaired += sequence.valid ? rest.substr(0, sequence.length) : replacement;
+        rest.remove_prefix(sequence.length);
+    }
+    return repaired;
+}
+
+std::optional<double> parseFloat(std::string_view text) {
+    if (text.size() > 1 && text.front() == '+' && text[1] != '-') {
+        text.remove_prefix(1);
+    }
+    double value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error != std::errc{} || end != text.data() + text.size() || !std::isfinite(value)) {
+        return std::nullopt;
+    }
+    return value;
+}
+
+} // namespace pacelet

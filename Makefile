@@ -1,0 +1,32 @@
+# The front door. Every goal installs what is missing and builds first.
+
+.PHONY: run test asan tsan bench fuzz clean
+
+run: ## Build and say why this machine is slow
+	@scripts/build.sh release pacelet-report
+	@build/release/bin/pacelet-report
+
+test: ## The whole release suite, after a short run of every fuzzer
+	@scripts/build.sh fuzz
+	@scripts/fuzz.sh 2000 5
+	@scripts/build.sh release
+	@ctest --preset release -j2
+
+asan: ## The tests under the address and undefined-behaviour sanitizers
+	@scripts/build.sh asan
+	@ctest --preset asan -j2
+
+tsan: ## The tests under the thread sanitizer
+	@scripts/build.sh tsan
+	@ctest --preset tsan -j2
+
+bench: ## Every benchmark
+	@scripts/build.sh release
+	@for benchmark in build/release/bin/*-benchmark; do $$benchmark || exit 1; done
+
+fuzz: ## A minute of every fuzzer
+	@scripts/build.sh fuzz
+	@scripts/fuzz.sh -1 60
+
+clean:
+	@rm -rf build

@@ -1,0 +1,38 @@
+# What every target of ours has in common.
+
+find_package(Threads REQUIRED)
+find_package(fmt REQUIRED)
+find_package(simdjson REQUIRED)
+
+add_library(pacelet_options INTERFACE)
+target_compile_options(pacelet_options INTERFACE
+  -Wall -Wextra -Wno-missing-field-initializers -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+target_include_directories(pacelet_options INTERFACE ${PROJECT_SOURCE_DIR})
+
+if(PACELET_SANITIZE)
+  add_compile_options(-fsanitize=${PACELET_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${PACELET_SANITIZE})
+endif()
+
+if(PACELET_FUZZ)
+  # Coverage feedback in every library; the fuzzers alone link the driver.
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
+# pacelet_library(NAME) makes a static library; its folders add sources with target_sources().
+function(pacelet_library name)
+  add_library(${name} STATIC)
+  target_link_libraries(${name} PUBLIC pacelet_options)
+endfunction()
+
+# pacelet_test(NAME LABEL label SOURCES files... LIBRARIES libraries...)
+function(pacelet_test name)
+  cmake_parse_arguments(ARG "" "LABEL" "SOURCES;LIBRARIES" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE pacelet_options ${ARG_LIBRARIES} GTest::gmock_main)
+  target_compile_definitions(${name} PRIVATE
+    PACELET_SOURCE_DIR="${PROJECT_SOURCE_DIR}"
+    PACELET_FIXTURES="${PROJECT_SOURCE_DIR}/tests/fixtures"
+    PACELET_BIN_DIR="${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES LABELS ${ARG_LABEL})
+endfunction()
