@@ -1,0 +1,101 @@
+#include "Core/Diagnosis/Diagnosis.h"
+#include "Core/Knowledge/CatalogFile.h"
+#include "Core/Knowledge/ProcessCatalog.h"
+
+#include <algorithm>
+#include <cctype>
+#include <gtest/gtest.h>
+#include <set>
+#include <string>
+
+namespace pacelet {
+namespace {
+
+/// The catalog that ships with the program.
+const ProcessCatalog& shipped() {
+    static const ProcessCatalog catalog{CatalogFile::read(PACELET_RESOURCES "/processes.json")};
+    return catalog;
+}
+
+bool readsLikeSentences(const std::string& text) {
+    return text.size() > 10 && (text.ends_with('.') || text.ends_with('?')) &&
+           text.find("  ") == std::string::npos && text.find('!') == std::string::npos &&
+           text.find('\n') == std::string::npos && std::isspace(text.front()) == 0;
+}
+
+TEST(BundledCatalog, IsRichAndFreeOfRepetition) {
+    EXPECT_GE(shipped().entries.size(), 200U);
+    std::set<std::string> ids;
+    std::set<std::string> names;
+    std::set<std::string> summaries;
+    for (const CatalogEntry& entry : shipped().entries) {
+        EXPECT_TRUE(ids.insert(entry.id).second) << entry.id;
+        EXPECT_TRUE(summaries.insert(entry.summary).second) << entry.id;
+        for (const std::string& name : entry.match.names) {
+            EXPECT_FALSE(name.empty()) << entry.id;
+            EXPECT_TRUE(names.insert(name).second) << name << " in " << entry.id;
+        }
+    }
+}
+
+TEST(BundledCatalog, EveryEntryIsWhole) {
+    for (const CatalogEntry& entry : shipped().entries) {
+        SCOPED_TRACE(entry.id);
+        const auto& [names, pathPrefixes, labels] = entry.match;
+        EXPECT_FALSE(names.empty() && pathPrefixes.empty() && labels.empty()) << "claims nothing";
+        EXPECT_FALSE(entry.title.empty() || entry.title.ends_with('.'));
+        EXPECT_TRUE(readsLikeSentences(entry.summary));
+        EXPECT_TRUE(readsLikeSentences(entry.whyHigh));
+        EXPECT_FALSE(entry.idleNote && (entry.idleNote->empty() || entry.idleNote->ends_with('.')));
+        EXPECT_TRUE(entry.symbol && !entry.symbol->empty());
+        EXPECT_TRUE(!entry.guide.empty() &&
+                    std::ranges::all_of(entry.guide, [](unsigned char character) {
+                        return std::islower(character) != 0 || std::isdigit(character) != 0 ||
+                               character == '-';
+                    }));
+        const std::set<FixID> fixes(entry.fixes.begin(), entry.fixes.end());
+        EXPECT_EQ(fixes.size(), entry.fixes.size()) << "a fix twice";
+        const bool offersQuit = fixes.contains(FixID::quitApp);
+        EXPECT_TRUE(entry.verdict != Verdict::safe || offersQuit);
+        EXPECT_TRUE(entry.verdict != Verdict::leave || !offersQuit);
+    }
+}
+
+/// A claim behind a broader one of the same kind can never match.
+TEST(BundledCatalog, NoPrefixHidesALaterOne) {
+    using Claims = std::vector<std::string> CatalogEntry::Match::*;
+    for (const Claims claims : {Claims{&CatalogEntry::Match::pathPrefixes},
+                                Claims{&CatalogEntry::Match::launchdLabels}}) {
+        std::vector<std::string> earlier;
+        for (const CatalogEntry& entry : shipped().entries) {
+            for (const std::string& prefix : entry.match.*claims) {
+                EXPECT_FALSE(prefix.empty()) << entry.id;
+                for (const std::string& before : earlier) {
+                    EXPECT_FALSE(prefix.starts_with(before)) << prefix << " behind " << before;
+                }
+            }
+            earlier.insert(earlier.end(), (entry.match.*claims).begin(),
+                           (entry.match.*claims).end());
+        }
+    }
+}
+
+TEST(BundledCatalog, KnowsWhatTheRulesDependOn) {
+    const auto expectLeave = [](std::string_view name) {
+        const Explanation explanation = shipped().explain(name, "", {});
+        EXPECT_FALSE(explanation.isFallback) << name;
+        EXPECT_EQ(explanation.verdict, Verdict::leave) << name;
+    };
+    std::ranges::for_each(Diagnosis::spotlightFamily, expectLeave);
+    std::ranges::for_each(Diagnosis::photosFamily, expectLeave);
+    expectLeave("WindowServer");
+    expectLeave("kernel_task");
+    const auto machine = shipped().explain("com.apple.Virtualization.VirtualMachine",
+                                           std::string{Diagnosis::virtualizationPrefix} + "x", {});
+    EXPECT_FALSE(machine.isFallback);
+    const auto chrome = shipped().explain("Google Chrome", "", {});
+    EXPECT_NE(std::ranges::find(chrome.fixes, FixID::reviewTabs), chrome.fixes.end());
+}
+
+} // namespace
+} // namespace pacelet
