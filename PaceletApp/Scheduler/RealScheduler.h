@@ -1,0 +1,62 @@
+#pragma once
+
+#include "PaceletApp/Scheduler/Scheduler.h"
+
+#include <QSocketNotifier>
+#include <QThreadPool>
+
+#include <mutex>
+#include <vector>
+
+namespace pacelet {
+
+/// A file descriptor that closes itself.
+class FileDescriptor {
+public:
+    /// `number` comes from a call named `call`, and is negative when that failed: then the program
+    /// stops.
+    FileDescriptor(int number, const char* call);
+    ~FileDescriptor();
+    FileDescriptor(const FileDescriptor&) = delete;
+    FileDescriptor& operator=(const FileDescriptor&) = delete;
+
+    int number() const { return number_; }
+
+private:
+    int number_;
+};
+
+/// Real time, on the event loop of the thread that makes it, and a pool of threads. While nothing
+/// is due and no work is under way, no thread of it wakes up.
+class RealScheduler final : public Scheduler {
+public:
+    /// `clock` tells the wall-clock time.
+    explicit RealScheduler(Clock& clock);
+
+    /// Waits for the work that is under way.
+    ~RealScheduler() override;
+
+    MonotonicTime monotonicNow() override;
+
+    /// Waits at most `limit` for the work that is under way, and tells whether all of it is done. A
+    /// tool that hangs cannot be waited for: whoever gets false leaves the program at once.
+    bool waitForBackground(Seconds limit);
+
+private:
+    void arm() override;
+    void start(BackgroundJob& job) override;
+    void jobDone(BackgroundJob& job) override;
+
+    void timerFired();
+    void finishJobs();
+
+    FileDescriptor timer_;
+    FileDescriptor mailbox_; ///< readable when `finished_` has something
+    QSocketNotifier timerNotifier_;
+    QSocketNotifier mailboxNotifier_;
+    std::mutex finishedMutex_;
+    std::vector<BackgroundJob*> finished_;
+    QThreadPool pool_;
+};
+
+} // namespace pacelet
