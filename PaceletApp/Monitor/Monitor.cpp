@@ -9,6 +9,8 @@ namespace pacelet {
 
 namespace {
 
+constexpr std::string_view keepHistoryKey = "keepUsageHistory";
+
 std::shared_ptr<const ProcessCatalog> share(std::optional<ProcessCatalog> catalog) {
     return catalog ? std::make_shared<const ProcessCatalog>(std::move(*catalog)) : nullptr;
 }
@@ -17,9 +19,12 @@ std::shared_ptr<const ProcessCatalog> share(std::optional<ProcessCatalog> catalo
 
 Monitor::Monitor(const Platform& platform, Scheduler& scheduler,
                  std::optional<ProcessCatalog> catalog, QObject* parent)
-    : QObject{parent}, platform_{platform}, scheduler_{scheduler},
-      catalog_{share(std::move(catalog))},
-      previous_{std::make_shared<const std::optional<Snapshot>>()} {}
+    : QObject{parent}, platform_{platform}, scheduler_{scheduler}, catalog_{share(
+                                                                       std::move(catalog))},
+      previous_{std::make_shared<const std::optional<Snapshot>>()},
+      usageStore_{.directory = std::filesystem::path{platform.applicationSupport} / "Pacelet"} {
+    keepHistory_ = platform_.preferences.boolean(keepHistoryKey).value_or(true);
+}
 
 Monitor::~Monitor() = default;
 
@@ -28,8 +33,9 @@ void Monitor::start() {
         return;
     }
     observeSleep();
+    readMacOnce();
     loop_.emplace();
-    runLoop(this, scheduler_, loop_->token());
+    detach(runLoop(this, scheduler_, loop_->token()));
 }
 
 QCoro::Task<> Monitor::runLoop(QPointer<Monitor> monitor, Scheduler& scheduler,
@@ -66,13 +72,13 @@ QCoro::Task<> Monitor::tickSoon(QPointer<Monitor> monitor, Scheduler& scheduler)
 }
 
 void Monitor::checkNow() {
-    tickSoon(this, scheduler_);
+    detach(tickSoon(this, scheduler_));
 }
 
 void Monitor::togglePause() {
     store(Field::isPaused, isPaused_, !isPaused_);
     if (!isPaused_) {
-        tickSoon(this, scheduler_);
+        detach(tickSoon(this, scheduler_));
     }
     publish();
 }
@@ -84,6 +90,8 @@ void Monitor::setWindowVisible(bool visible) {
     store(Field::windowVisible, windowVisible_, visible);
     if (!visible) {
         store(Field::explanations, explanations_, {});
+        store(Field::backgroundItems, backgroundItems_, {});
+        itemsLoadedAt_.reset();
     }
     restartLoop();
     publish();
@@ -100,6 +108,12 @@ void Monitor::setMenuOpen(bool open) {
 
 void Monitor::setStuckApp(std::optional<std::string> name) {
     store(Field::stuckApp, stuckApp_, std::move(name));
+    publish();
+}
+
+void Monitor::setKeepHistory(bool keep) {
+    store(Field::keepHistory, keepHistory_, keep);
+    platform_.preferences.setBoolean(keepHistoryKey, keep);
     publish();
 }
 
@@ -140,6 +154,16 @@ const ProcessGroup* Monitor::group(const std::optional<std::string>& id) const {
     return found == groups_.end() ? nullptr : &*found;
 }
 
+const ProcessUsage* Monitor::usage(std::int32_t pid) const {
+    for (const ProcessGroup& group : groups_) {
+        const auto found = std::ranges::find(group.members, pid, &ProcessUsage::pid);
+        if (found != group.members.end()) {
+            return &*found;
+        }
+    }
+    return nullptr;
+}
+
 std::optional<Explanation> Monitor::explanation(const ProcessGroup& group) const {
     if (const auto found = explanations_.find(group.id); found != explanations_.end()) {
         return found->second;
@@ -153,19 +177,20 @@ std::optional<Explanation> Monitor::explanation(const ProcessGroup& group) const
 void Monitor::publish() {
     using Notification = void (Monitor::*)();
     static constexpr std::array<Notification, fieldCount> notifications{
-        &Monitor::groupsChanged,       &Monitor::signalsChanged,
-        &Monitor::resultChanged,       &Monitor::lastCheckedChanged,
-        &Monitor::errorChanged,        &Monitor::spotlightBusySinceChanged,
-        &Monitor::explanationsChanged, &Monitor::cpuHistoryChanged,
-        &Monitor::memoryChanged,       &Monitor::isPausedChanged,
+        &Monitor::groupsChanged,        &Monitor::signalsChanged,
+        &Monitor::resultChanged,        &Monitor::lastCheckedChanged,
+        &Monitor::errorChanged,         &Monitor::spotlightBusySinceChanged,
+        &Monitor::explanationsChanged,  &Monitor::cpuHistoryChanged,
+        &Monitor::memoryChanged,        &Monitor::isPausedChanged,
         &Monitor::windowVisibleChanged, &Monitor::menuOpenChanged,
-        &Monitor::stuckAppChanged};
+        &Monitor::stuckAppChanged,      &Monitor::backgroundItemsChanged,
+        &Monitor::macChanged,           &Monitor::keepHistoryChanged};
     const QPointer<Monitor> self{this};
     // Taken first, as a listener may write further fields, which are then told from within.
     const auto changed = std::exchange(changed_, {});
     for (std::size_t field = 0; field < fieldCount && self; ++field) {
         if (changed[field]) {
-            Q_EMIT (this->*notifications[field])();
+            Q_EMIT(this->*notifications[field])();
         }
     }
 }

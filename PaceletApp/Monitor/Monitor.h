@@ -2,6 +2,7 @@
 
 #include "Core/Diagnosis/Finding.h"
 #include "Core/Diagnosis/MachineReading.h"
+#include "Core/Inspectors/BackgroundItemsReader.h"
 #include "Core/Knowledge/ProcessCatalog.h"
 #include "Core/Platform/Platform.h"
 #include "Core/Sampling/BusyTracker.h"
@@ -10,7 +11,11 @@
 #include "Core/Sampling/ProcessSample.h"
 #include "Core/Sampling/Smoother.h"
 #include "Core/Sampling/SystemSignals.h"
+#include "Core/Usage/MacInfo.h"
+#include "Core/Usage/MinuteAggregator.h"
+#include "Core/Usage/UsageStore.h"
 #include "PaceletApp/Monitor/CPUHistory.h"
+#include "PaceletApp/Scheduler/Detach.h"
 #include "PaceletApp/Scheduler/Scheduler.h"
 
 #include <QCoroTask>
@@ -38,8 +43,10 @@ using Explanations = std::unordered_map<std::string, Explanation>;
 class Monitor final : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool isPaused READ isPaused NOTIFY isPausedChanged)
-    Q_PROPERTY(bool windowVisible READ windowVisible WRITE setWindowVisible NOTIFY windowVisibleChanged)
+    Q_PROPERTY(
+        bool windowVisible READ windowVisible WRITE setWindowVisible NOTIFY windowVisibleChanged)
     Q_PROPERTY(bool menuOpen READ menuOpen WRITE setMenuOpen NOTIFY menuOpenChanged)
+    Q_PROPERTY(bool keepHistory READ keepHistory WRITE setKeepHistory NOTIFY keepHistoryChanged)
 
 public:
     /// Without a catalog nothing is ever sampled. The host behind `platform` and the scheduler
@@ -67,9 +74,18 @@ public:
     bool menuOpen() const { return menuOpen_; }
     /// Name of an application that did not quit when asked.
     const std::optional<std::string>& stuckApp() const { return stuckApp_; }
+    /// The latest scan; filled only while the window is visible.
+    const std::vector<BackgroundItem>& backgroundItems() const { return backgroundItems_; }
+    /// What this machine is; read once.
+    const std::optional<MacInfo>& mac() const { return mac_; }
+    /// Whether minute records are written; kept in the preferences.
+    bool keepHistory() const { return keepHistory_; }
 
     /// Null when it could not be loaded.
     const ProcessCatalog* catalog() const { return catalog_.get(); }
+
+    /// The history files; a copy may be handed to background work.
+    const UsageStore& usageStore() const { return usageStore_; }
 
     /// Starts the loop, whose first tick runs at once. Does nothing while it runs, or without a
     /// catalog.
@@ -89,9 +105,17 @@ public:
     void setMenuOpen(bool open);
 
     void setStuckApp(std::optional<std::string> name);
+    void setKeepHistory(bool keep);
+
+    /// Scans the background items, unless that was done a short while ago and `force` is false.
+    QCoro::Task<> refreshBackgroundItems(bool force);
 
     /// The first group with this id, or null. It lives until the next change of `groups`.
     const ProcessGroup* group(const std::optional<std::string>& id) const;
+
+    /// The first process with this pid, in the order of `groups`, or null. It lives until the next
+    /// change of `groups`.
+    const ProcessUsage* usage(std::int32_t pid) const;
 
     /// What the group is, from `explanations` or else from the catalog on the spot.
     std::optional<Explanation> explanation(const ProcessGroup& group) const;
@@ -110,6 +134,9 @@ Q_SIGNALS:
     void windowVisibleChanged();
     void menuOpenChanged();
     void stuckAppChanged();
+    void backgroundItemsChanged();
+    void macChanged();
+    void keepHistoryChanged();
 
 private:
     /// The published fields, in the order in which their changes are told.
@@ -127,6 +154,9 @@ private:
         windowVisible,
         menuOpen,
         stuckApp,
+        backgroundItems,
+        mac,
+        keepHistory,
         count,
     };
     static constexpr auto fieldCount = static_cast<std::size_t>(Field::count);
@@ -153,12 +183,17 @@ private:
                                  CancellationToken token);
     static QCoro::Task<> tickSoon(QPointer<Monitor> monitor, Scheduler& scheduler);
 
-    QCoro::Task<MachineReading> readInBackground(Explaining explaining);
+    BackgroundTask<MachineReading> readInBackground(Explaining explaining);
     void takeIn(MachineReading reading, Explaining explaining);
-    void record(const SystemSignals& signals);
+    void record(const SystemSignals& signals, const MemoryBreakdown& memory);
     void smooth(std::vector<ProcessGroup> latest);
     void diagnose();
     void sampleFailed(const std::exception& error);
+
+    void readMacOnce();
+    static QCoro::Task<> readMac(QPointer<Monitor> monitor, Scheduler& scheduler);
+    void recordMinute(const SystemSignals& signals, const MemoryBreakdown& memory, TimePoint now);
+    bool backgroundItemsAreFresh();
 
     std::vector<ProcessGroup> groups_;
     std::optional<SystemSignals> signals_;
@@ -173,6 +208,9 @@ private:
     bool windowVisible_ = false;
     bool menuOpen_ = false;
     std::optional<std::string> stuckApp_;
+    std::vector<BackgroundItem> backgroundItems_;
+    std::optional<MacInfo> mac_;
+    bool keepHistory_ = true;
 
     Platform platform_;
     Scheduler& scheduler_;
@@ -184,6 +222,10 @@ private:
     BusyTracker busy_;
     std::optional<CancellationSource> loop_; ///< nothing while stopped
     bool ticking_ = false;
+    bool readingMac_ = false;
+    UsageStore usageStore_;
+    std::optional<TimePoint> itemsLoadedAt_; ///< when the last scan began
+    MinuteAggregator aggregator_;
     ObserverHandle sleepObservers_;
     std::bitset<fieldCount> changed_;
 };

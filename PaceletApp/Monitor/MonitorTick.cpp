@@ -1,6 +1,7 @@
 #include "PaceletApp/Monitor/Monitor.h"
 
 #include "Core/Diagnosis/Diagnosis.h"
+#include "PaceletApp/Monitor/MonitorLog.h"
 
 #include <fmt/format.h>
 
@@ -10,7 +11,6 @@ namespace pacelet {
 
 namespace {
 
-constexpr std::string_view logCategory = "monitor";
 constexpr std::string_view sampleFailedMessage = "Couldn't read processes. Retrying.";
 
 double spotlightLoad(std::span<const ProcessGroup> groups) {
@@ -33,22 +33,27 @@ QCoro::Task<> Monitor::tick() {
     ticking_ = true;
     // What holds now holds for the whole tick: the window may open or close before it ends.
     const Explaining explaining = windowVisible_ ? Explaining::yes : Explaining::no;
+    std::optional<MachineReading> reading;
+    auto reader = readInBackground(explaining);
     try {
-        MachineReading reading = co_await readInBackground(explaining);
-        if (!self) {
-            co_return;
-        }
-        takeIn(std::move(reading), explaining);
+        reading = co_await reader;
     } catch (const std::exception& error) {
-        if (!self) {
-            co_return;
+        if (self) {
+            sampleFailed(error);
         }
-        sampleFailed(error);
     }
-    ticking_ = false;
+    if (self && reading) {
+        takeIn(std::move(*reading), explaining);
+    }
+    if (self && reading && windowVisible_) {
+        co_await refreshBackgroundItems(false);
+    }
+    if (self) {
+        ticking_ = false;
+    }
 }
 
-QCoro::Task<MachineReading> Monitor::readInBackground(Explaining explaining) {
+BackgroundTask<MachineReading> Monitor::readInBackground(Explaining explaining) {
     return scheduler_.runInBackground([&tools = platform_.tools, &kernel = platform_.kernel,
                                        &clock = platform_.clock, previous = previous_,
                                        catalog = catalog_, explaining] {
@@ -61,7 +66,7 @@ void Monitor::takeIn(MachineReading reading, Explaining explaining) {
         store(Field::explanations, explanations_, std::move(reading.explanations));
     }
     store(Field::memory, memory_, std::optional{reading.memory});
-    record(reading.signals);
+    record(reading.signals, reading.memory);
     previous_ = std::make_shared<const std::optional<Snapshot>>(std::move(reading.snapshot));
     smooth(std::move(reading.groups));
     store(Field::signals, signals_, std::optional{reading.signals});
@@ -75,10 +80,11 @@ void Monitor::takeIn(MachineReading reading, Explaining explaining) {
     publish();
 }
 
-void Monitor::record(const SystemSignals& signals) {
+void Monitor::record(const SystemSignals& signals, const MemoryBreakdown& memory) {
     const TimePoint now = scheduler_.now();
     addPoint(cpuHistory_, CPUPoint{now, signals.cpuLoadPercent});
     noteChange(Field::cpuHistory);
+    recordMinute(signals, memory, now);
 }
 
 void Monitor::smooth(std::vector<ProcessGroup> latest) {
@@ -104,7 +110,7 @@ void Monitor::diagnose() {
 
 void Monitor::sampleFailed(const std::exception& error) {
     store(Field::error, error_, std::optional<std::string>{sampleFailedMessage});
-    platform_.log.write(LogLevel::error, logSubsystem, logCategory,
+    platform_.log.write(LogLevel::error, logSubsystem, monitorLogCategory,
                         fmt::format("sample failed: {}", error.what()));
     publish();
 }

@@ -2,12 +2,11 @@
 
 #include "Core/Support/Precondition.h"
 
-#include <fmt/format.h>
-
 #include <sys/eventfd.h>
 #include <sys/timerfd.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cmath>
 #include <ctime>
@@ -39,6 +38,12 @@ timespec toTimespec(Seconds sinceBoot) {
     return timespec{seconds, nanoseconds};
 }
 
+/// Without its two descriptors the program cannot wait for anything.
+Descriptor opened(int descriptor) {
+    precondition(descriptor >= 0, "the system has no descriptor left for the scheduler");
+    return Descriptor{descriptor};
+}
+
 void drain(int descriptor) {
     std::uint64_t count = 0;
     while (read(descriptor, &count, sizeof count) < 0 && errno == EINTR) {
@@ -47,20 +52,11 @@ void drain(int descriptor) {
 
 } // namespace
 
-FileDescriptor::FileDescriptor(int number, const char* call) : number_{number} {
-    precondition(number >= 0, call);
-}
-
-FileDescriptor::~FileDescriptor() {
-    ::close(number_);
-}
-
 RealScheduler::RealScheduler(Clock& clock)
-    : Scheduler{clock},
-      timer_{timerfd_create(waitClock, TFD_CLOEXEC | TFD_NONBLOCK), "timerfd_create failed"},
-      mailbox_{eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK), "eventfd failed"},
-      timerNotifier_{timer_.number(), QSocketNotifier::Read},
-      mailboxNotifier_{mailbox_.number(), QSocketNotifier::Read} {
+    : Scheduler{clock}, timer_{opened(timerfd_create(waitClock, TFD_CLOEXEC | TFD_NONBLOCK))},
+      mailbox_{opened(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))},
+      timerNotifier_{timer_.get(), QSocketNotifier::Read}, mailboxNotifier_{mailbox_.get(),
+                                                                            QSocketNotifier::Read} {
     pool_.setMaxThreadCount(mostThreads);
     // Threads that expire wake up to do so; threads that wait cost nothing.
     pool_.setExpiryTimeout(-1);
@@ -90,12 +86,12 @@ void RealScheduler::arm() {
     if (const auto due = events().nextDue()) {
         setting.it_value = toTimespec(due->time_since_epoch());
     }
-    const int status = timerfd_settime(timer_.number(), TFD_TIMER_ABSTIME, &setting, nullptr);
+    const int status = timerfd_settime(timer_.get(), TFD_TIMER_ABSTIME, &setting, nullptr);
     precondition(status == 0, "timerfd_settime failed");
 }
 
 void RealScheduler::timerFired() {
-    drain(timer_.number());
+    drain(timer_.get());
     events().runDue(monotonicNow());
     arm();
 }
@@ -111,12 +107,12 @@ void RealScheduler::jobDone(BackgroundJob& job) {
     }
     const std::uint64_t one = 1;
     // Only a counter near its 64-bit limit could refuse this.
-    const ssize_t written = write(mailbox_.number(), &one, sizeof one);
+    const ssize_t written = write(mailbox_.get(), &one, sizeof one);
     precondition(written == sizeof one, "a finished job could not be announced");
 }
 
 void RealScheduler::finishJobs() {
-    drain(mailbox_.number());
+    drain(mailbox_.get());
     std::vector<BackgroundJob*> finished;
     {
         const std::lock_guard lock{finishedMutex_};

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Core/Support/Descriptor.h"
 #include "PaceletApp/Scheduler/Scheduler.h"
 
 #include <QSocketNotifier>
@@ -9,22 +10,6 @@
 #include <vector>
 
 namespace pacelet {
-
-/// A file descriptor that closes itself.
-class FileDescriptor {
-public:
-    /// `number` comes from a call named `call`, and is negative when that failed: then the program
-    /// stops.
-    FileDescriptor(int number, const char* call);
-    ~FileDescriptor();
-    FileDescriptor(const FileDescriptor&) = delete;
-    FileDescriptor& operator=(const FileDescriptor&) = delete;
-
-    int number() const { return number_; }
-
-private:
-    int number_;
-};
 
 /// Real time, on the event loop of the thread that makes it, and a pool of threads. While nothing
 /// is due and no work is under way, no thread of it wakes up.
@@ -50,8 +35,8 @@ private:
     void timerFired();
     void finishJobs();
 
-    FileDescriptor timer_;
-    FileDescriptor mailbox_; ///< readable when `finished_` has something
+    Descriptor timer_;
+    Descriptor mailbox_; ///< readable when `finished_` has something
     QSocketNotifier timerNotifier_;
     QSocketNotifier mailboxNotifier_;
     std::mutex finishedMutex_;

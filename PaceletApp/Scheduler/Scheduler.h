@@ -4,6 +4,7 @@
 #include "Core/Support/Time.h"
 #include "PaceletApp/Scheduler/AwaitReference.h"
 #include "PaceletApp/Scheduler/BackgroundJob.h"
+#include "PaceletApp/Scheduler/BackgroundTask.h"
 #include "PaceletApp/Scheduler/Cancellation.h"
 #include "PaceletApp/Scheduler/EventQueue.h"
 
@@ -52,7 +53,9 @@ public:
     /// Runs `work` on the shared pool and gives back what it returns or throws. It is not cancelled
     /// with anything: it must own, or be sure to outlive, all that it refers to.
     template<typename Work>
-    QCoro::Task<std::invoke_result_t<Work&>> runInBackground(Work work);
+    BackgroundTask<std::invoke_result_t<Work&>> runInBackground(Work work) {
+        return BackgroundTask{runJob(std::move(work))};
+    }
 
     /// How many sleeps have passed in full.
     std::uint64_t wakeups() const { return wakeups_; }
@@ -77,6 +80,9 @@ private:
     friend class BackgroundJob;
     class Sleep;
 
+    template<typename Work>
+    QCoro::Task<std::invoke_result_t<Work&>> runJob(Work work);
+
     /// Has the job run on another thread, as far as the UI thread can tell.
     virtual void start(BackgroundJob& job) = 0;
 
@@ -91,7 +97,7 @@ private:
 };
 
 template<typename Work>
-QCoro::Task<std::invoke_result_t<Work&>> Scheduler::runInBackground(Work work) {
+QCoro::Task<std::invoke_result_t<Work&>> Scheduler::runJob(Work work) {
     using Result = std::invoke_result_t<Work&>;
     if constexpr (std::is_void_v<Result>) {
         BackgroundJob job{*this, [&work] { work(); }};
