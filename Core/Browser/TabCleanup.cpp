@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <array>
-#include <span>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -147,7 +146,9 @@ ExtensionUsage extensions(std::string_view listing, std::string_view appPath) {
     const std::string bundlePrefix = std::string{appPath} + '/';
     forEachLine(listing, [&](std::string_view line) {
         const auto bytes = extensionBytes(line, bundlePrefix);
-        if (bytes && !__builtin_add_overflow(usage.memoryBytes, *bytes, &usage.memoryBytes)) {
+        std::int64_t sum = 0;
+        if (bytes && !__builtin_add_overflow(usage.memoryBytes, *bytes, &sum)) {
+            usage.memoryBytes = sum;
             ++usage.count;
         }
     });
