@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-namespace pacelet {
+namespace pacelet::testing {
 
 /// An application that ends when its test says so.
 class FakeApplication final : public RunningApplication {
@@ -75,4 +75,4 @@ public:
     }
 };
 
-} // namespace pacelet
+} // namespace pacelet::testing

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-namespace pacelet {
+namespace pacelet::testing {
 
 /// Checks a RapidCheck property over as many `cases` within a running test.
 template<typename Property>
@@ -35,4 +35,4 @@ inline rc::Gen<std::string> textOf(std::vector<std::string> pieces) {
         });
 }
 
-} // namespace pacelet
+} // namespace pacelet::testing

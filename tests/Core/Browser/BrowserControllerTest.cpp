@@ -9,8 +9,8 @@ namespace pacelet {
 
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
 
 /// The error that `action` throws.
 template<typename Action>
@@ -23,8 +23,8 @@ std::optional<BrowserError> errorOf(Action&& action) {
     return std::nullopt;
 }
 
-struct BrowserControllerTest : testing::Test {
-    FakeToolRunner tools;
+struct BrowserControllerTest : ::testing::Test {
+    testing::FakeToolRunner tools;
     std::vector<std::string> asked;
     bool running = true;
     BrowserController controller{std::make_shared<OSAScriptRunner>(tools),
@@ -34,7 +34,7 @@ struct BrowserControllerTest : testing::Test {
                                  }};
 
     void answer(std::int32_t status, const std::string& output, const std::string& error) {
-        tools.answer = [=](const FakeToolRunner::Call&) {
+        tools.answer = [=](const testing::FakeToolRunner::Call&) {
             return Shell::Output{status, output, error};
         };
     }
@@ -45,7 +45,7 @@ const MergePlan plan{"1", {"u"}, {"2"}, std::nullopt};
 
 } // namespace
 
-TEST(ChromiumBrowserTest, isKnownByItsBundleFileName) {
+TEST(ChromiumBrowser, IsKnownByItsBundleFileName) {
     using enum ChromiumBrowser;
     const std::pair<std::string, std::optional<ChromiumBrowser>> rows[] = {
         {"/Applications/Google Chrome.app", chrome},
@@ -63,7 +63,7 @@ TEST(ChromiumBrowserTest, isKnownByItsBundleFileName) {
     }
 }
 
-TEST_F(BrowserControllerTest, runsTheScriptOfEachOperation) {
+TEST_F(BrowserControllerTest, RunsTheScriptOfEachOperation) {
     answer(0,
            "\nW\x1F"
            "1\x1Fnormal\x1F"
@@ -79,7 +79,7 @@ TEST_F(BrowserControllerTest, runsTheScriptOfEachOperation) {
     EXPECT_THAT(asked, ElementsAre("com.brave.Browser", "com.google.Chrome",
                                    "com.microsoft.edgemac", "com.google.Chrome"));
     const auto call = [](const std::string& script) {
-        return FakeToolRunner::Call{"/usr/bin/osascript", {"-e", script}};
+        return testing::FakeToolRunner::Call{"/usr/bin/osascript", {"-e", script}};
     };
     EXPECT_THAT(tools.calls,
                 ElementsAre(call(TabScript::list(ChromiumBrowser::brave)),
@@ -90,7 +90,7 @@ TEST_F(BrowserControllerTest, runsTheScriptOfEachOperation) {
     EXPECT_THAT(controller.windows(ChromiumBrowser::edge), IsEmpty());
 }
 
-TEST_F(BrowserControllerTest, touchesNoBrowserThatDoesNotRun) {
+TEST_F(BrowserControllerTest, TouchesNoBrowserThatDoesNotRun) {
     running = false;
     const std::function<void()> operations[] = {
         [&] { controller.windows(ChromiumBrowser::chrome); },
@@ -107,7 +107,7 @@ TEST_F(BrowserControllerTest, touchesNoBrowserThatDoesNotRun) {
     EXPECT_THAT(asked, IsEmpty()) << "nothing to close, nothing to ask";
 }
 
-TEST_F(BrowserControllerTest, tellsWhyAScriptFailed) {
+TEST_F(BrowserControllerTest, TellsWhyAScriptFailed) {
     const std::pair<std::string, BrowserError> rows[] = {
         {"execution error: Not authorized. (-1743)\n", BrowserError::notPermitted()},
         {"execution error: isn’t running. (-600)\n", BrowserError::notRunning()},

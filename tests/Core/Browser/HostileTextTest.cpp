@@ -54,38 +54,38 @@ std::optional<Script> compiled(std::string_view source) {
 
 /// All that might open a way out of a string, a line or a record.
 std::string hostile() {
-    static const auto generator = textOf({"\"",
-                                          "\\",
-                                          "\\\"",
-                                          "\"\"",
-                                          "\n",
-                                          "\r",
-                                          "1",
-                                          "42",
-                                          " ",
-                                          "(",
-                                          ")",
-                                          "{",
-                                          "}",
-                                          "&",
-                                          "--",
-                                          "(*",
-                                          "end tell",
-                                          "\" & (do shell script \"id\") & \"",
-                                          "\xC2\xAC",
-                                          "\xC2\xAB",
-                                          "\xE2\x80\x9D",
-                                          "\xFF",
-                                          std::string(1, '\0'),
-                                          "\xD9\xA3",
-                                          "W",
-                                          "T",
-                                          "\x1E",
-                                          "\x1F",
-                                          "normal",
-                                          "mode is",
-                                          "https://",
-                                          "a"});
+    static const auto generator = testing::textOf({"\"",
+                                                   "\\",
+                                                   "\\\"",
+                                                   "\"\"",
+                                                   "\n",
+                                                   "\r",
+                                                   "1",
+                                                   "42",
+                                                   " ",
+                                                   "(",
+                                                   ")",
+                                                   "{",
+                                                   "}",
+                                                   "&",
+                                                   "--",
+                                                   "(*",
+                                                   "end tell",
+                                                   "\" & (do shell script \"id\") & \"",
+                                                   "\xC2\xAC",
+                                                   "\xC2\xAB",
+                                                   "\xE2\x80\x9D",
+                                                   "\xFF",
+                                                   std::string(1, '\0'),
+                                                   "\xD9\xA3",
+                                                   "W",
+                                                   "T",
+                                                   "\x1E",
+                                                   "\x1F",
+                                                   "normal",
+                                                   "mode is",
+                                                   "https://",
+                                                   "a"});
     return *generator;
 }
 
@@ -124,8 +124,8 @@ std::string listing(const BrowserWindow& source) {
 
 } // namespace
 
-TEST(HostileTextTest, neverLeavesItsLiteral) {
-    checkProperty(60'000, [] {
+TEST(HostileText, NeverLeavesItsLiteral) {
+    testing::checkProperty(60'000, [] {
         const std::string value = hostile();
         const bool alwaysQuote = *rc::gen::arbitrary<bool>();
         const std::string literal = TabScript::literal(value, alwaysQuote);
@@ -135,8 +135,8 @@ TEST(HostileTextTest, neverLeavesItsLiteral) {
     });
 }
 
-TEST(HostileTextTest, neverChangesTheShapeOfAScript) {
-    checkProperty(15'000, [] {
+TEST(HostileText, NeverChangesTheShapeOfAScript) {
+    testing::checkProperty(15'000, [] {
         std::string closeLines;
         Values closeValues{"com.google.Chrome"};
         std::vector<BrowserTab> tabs;
@@ -160,8 +160,8 @@ TEST(HostileTextTest, neverChangesTheShapeOfAScript) {
     });
 }
 
-TEST(HostileTextTest, comesBackFromAListing) {
-    checkProperty(5'000, [] {
+TEST(HostileText, ComesBackFromAListing) {
+    testing::checkProperty(5'000, [] {
         std::vector<BrowserWindow> windows;
         std::string text;
         for (std::size_t index = 0; index < 3; ++index) {
@@ -180,8 +180,8 @@ TEST(HostileTextTest, comesBackFromAListing) {
     });
 }
 
-TEST(HostileTextTest, costsNoOtherTabOrWindowOfAListing) {
-    checkProperty(10'000, [] {
+TEST(HostileText, CostsNoOtherTabOrWindowOfAListing) {
+    testing::checkProperty(10'000, [] {
         const std::string title = hostile();
         const auto windows = TabScript::parse(
             record({"W", "first", "normal", "2", ""}) + record({"T", "first", "x", "", "u"}) +
@@ -201,11 +201,12 @@ TEST(HostileTextTest, costsNoOtherTabOrWindowOfAListing) {
     });
 }
 
-TEST(HostileTextTest, isNormalizedInTheNamedPiecesOnly) {
-    const auto host = textOf({"a", "B", "Z", ".", "-", "%aF", "%C3", "9", "~"});
-    const auto rest = textOf({"/", "/", "A", "b", "%2f", "?", ":", "@", "//", ".", "&Q="});
-    const auto other = textOf({"#", "%", " ", "[", "A:", "//", "\xC3", "b/", "?", "@", "[::A]"});
-    checkProperty(20'000, [&] {
+TEST(HostileText, IsNormalizedInTheNamedPiecesOnly) {
+    const auto host = testing::textOf({"a", "B", "Z", ".", "-", "%aF", "%C3", "9", "~"});
+    const auto rest = testing::textOf({"/", "/", "A", "b", "%2f", "?", ":", "@", "//", ".", "&Q="});
+    const auto other =
+        testing::textOf({"#", "%", " ", "[", "A:", "//", "\xC3", "b/", "?", "@", "[::A]"});
+    testing::checkProperty(20'000, [&] {
         const std::string authority = "://U@" + *host;
         const std::string end = *rc::gen::elementOf(Values{"", "/", ":80/", "?", "#", "/#F/"});
         const std::string tail = end.starts_with("#") || end.empty() ? "" : *rest;

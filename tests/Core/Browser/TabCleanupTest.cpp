@@ -6,8 +6,8 @@ namespace pacelet::TabCleanup {
 
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
 
 BrowserWindow window(const std::string& id, std::optional<std::string> profile,
                      const std::vector<std::string>& urls, bool isIncognito = false) {
@@ -31,7 +31,7 @@ constexpr auto none = std::nullopt;
 
 } // namespace
 
-TEST(TabCleanupTest, tellsTheProfileFromTheWindowName) {
+TEST(TabCleanup, TellsTheProfileFromTheWindowName) {
     const std::pair<std::string, std::optional<std::string>> rows[] = {
         {"News - Google Chrome - Work", "Work"},
         {"News - Google Chrome", none},
@@ -51,7 +51,7 @@ TEST(TabCleanupTest, tellsTheProfileFromTheWindowName) {
     }
 }
 
-TEST(TabCleanupTest, normalizesSchemeHostFragmentAndOneSlash) {
+TEST(TabCleanup, NormalizesSchemeHostFragmentAndOneSlash) {
     const std::pair<std::string, std::string> rows[] = {
         {"HTTPS://Www.Example.COM/A/b/?Q=X#Top", "https://www.example.com/A/b/?Q=X"},
         {"https://example.com/", "https://example.com"},
@@ -92,7 +92,7 @@ TEST(TabCleanupTest, normalizesSchemeHostFragmentAndOneSlash) {
     EXPECT_EQ(normalize(huge), huge);
 }
 
-TEST(TabCleanupTest, tellsTheHostAsItStands) {
+TEST(TabCleanup, TellsTheHostAsItStands) {
     const std::pair<std::string, std::string> rows[] = {
         {"https://Me@Www.Example.COM:80/a#b", "Www.Example.COM"},
         {"http://caf%C3%A9.example/", "caf%C3%A9.example"},
@@ -108,7 +108,7 @@ TEST(TabCleanupTest, tellsTheHostAsItStands) {
     }
 }
 
-TEST(TabCleanupTest, findsDuplicatesWithinAProfile) {
+TEST(TabCleanup, FindsDuplicatesWithinAProfile) {
     EXPECT_THAT(duplicates({}), IsEmpty());
     EXPECT_THAT(
         duplicateIDs({
@@ -121,7 +121,7 @@ TEST(TabCleanupTest, findsDuplicatesWithinAProfile) {
         ElementsAre("3/1", "4/0", "5/1"));
 }
 
-TEST(TabCleanupTest, plansTheMergeOfTheLargestProfile) {
+TEST(TabCleanup, PlansTheMergeOfTheLargestProfile) {
     const auto plan = mergePlan({
         window("w1", "Work", {"a"}),
         window("h1", "Home", {"b", "c", "d"}),
@@ -137,7 +137,7 @@ TEST(TabCleanupTest, plansTheMergeOfTheLargestProfile) {
         (MergePlan{"h2", {"b", "c", "d", "1", "2", "3", "4", "5"}, {"h1", "h3", "h4"}, "Home"}));
 }
 
-TEST(TabCleanupTest, plansTheFirstOfEqualProfiles) {
+TEST(TabCleanup, PlansTheFirstOfEqualProfiles) {
     const std::string letters = "abcdefghijklmnopqrstuvwxyz";
     for (std::size_t run = 0; run < letters.size(); ++run) {
         std::vector<BrowserWindow> windows;
@@ -149,7 +149,7 @@ TEST(TabCleanupTest, plansTheFirstOfEqualProfiles) {
     }
 }
 
-TEST(TabCleanupTest, plansNothingWithoutTwoWindowsOfAProfile) {
+TEST(TabCleanup, PlansNothingWithoutTwoWindowsOfAProfile) {
     EXPECT_EQ(mergePlan({}), none);
     EXPECT_EQ(mergePlan({window("1", none, {"a"}), window("2", "Work", {"a"}),
                          window("3", "Home", {"a"}), window("4", none, {"a"}, true)}),
@@ -162,7 +162,7 @@ TEST(TabCleanupTest, plansNothingWithoutTwoWindowsOfAProfile) {
               (MergePlan{"1", {}, {}, none}));
 }
 
-TEST(TabCleanupTest, measuresTheExtensionsOfOneBrowser) {
+TEST(TabCleanup, MeasuresTheExtensionsOfOneBrowser) {
     const std::string app = "/Applications/Google Chrome.app";
     const std::string helper = app + "/Contents/Helper --type=renderer --extension-process";
     const struct {

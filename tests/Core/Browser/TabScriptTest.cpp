@@ -8,9 +8,9 @@ namespace pacelet::TabScript {
 
 namespace {
 
-using testing::ElementsAre;
-using testing::Field;
-using testing::IsEmpty;
+using ::testing::ElementsAre;
+using ::testing::Field;
+using ::testing::IsEmpty;
 
 std::string fixture(const std::string& name) {
     std::ifstream file{PACELET_FIXTURES "/scripts/" + name + ".applescript", std::ios::binary};
@@ -37,7 +37,7 @@ const auto hasID = [](const char* id) { return Field(&BrowserWindow::id, id); };
 
 } // namespace
 
-TEST(TabScriptTest, writesTheScriptsToTheLetter) {
+TEST(TabScript, WritesTheScriptsToTheLetter) {
     EXPECT_EQ(list(ChromiumBrowser::chrome), fixture("list"));
     EXPECT_EQ(close({{"", "12", "345", "title", "url", true}, {"", "w-7", "t\"\\9", "", "", false}},
                     ChromiumBrowser::chrome),
@@ -50,7 +50,7 @@ TEST(TabScriptTest, writesTheScriptsToTheLetter) {
               "tell application id \"com.microsoft.edgemac\"\nend tell");
 }
 
-TEST(TabScriptTest, readsWindowsAndTabs) {
+TEST(TabScript, ReadsWindowsAndTabs) {
     const auto windows = parsed("W|7|normal|2|Inbox - Google Chrome - Work;"
                                 "T|7|70|Inbox|https://mail.example/;T|7|71||about:blank;"
                                 "W|9|incognito|1|New Tab - Google Chrome;T|9|90|a\nb|x;"
@@ -67,7 +67,7 @@ TEST(TabScriptTest, readsWindowsAndTabs) {
     EXPECT_EQ(windows, expected);
 }
 
-TEST(TabScriptTest, dropsWhatItCannotUse) {
+TEST(TabScript, DropsWhatItCannotUse) {
     EXPECT_THAT(parsed(""), IsEmpty());
     EXPECT_THAT(parsed("\n\n"), IsEmpty());
     EXPECT_THAT(parsed("T|1|2|t|u;w|1|normal|1|n;W |1|normal|1|n;X|1|normal|1|n;W|1|normal|1;;;"),
@@ -81,7 +81,7 @@ TEST(TabScriptTest, dropsWhatItCannotUse) {
                 ElementsAre(Field(&BrowserTab::id, "1/3"), Field(&BrowserTab::id, "1/5")));
 }
 
-TEST(TabScriptTest, readsTheActiveIndexAsAnInteger) {
+TEST(TabScript, ReadsTheActiveIndexAsAnInteger) {
     const struct {
         std::string field;
         std::string expected;
@@ -104,7 +104,7 @@ TEST(TabScriptTest, readsTheActiveIndexAsAnInteger) {
     }
 }
 
-TEST(TabScriptTest, givesTabsToTheLastWindowOfTheirID) {
+TEST(TabScript, GivesTabsToTheLastWindowOfTheirID) {
     // Listed again, the window gets the later tabs and counts them anew; an unrelated window
     // between changes nothing.
     const auto windows = parsed("W|1|normal|2|n;T|1|a||;W|2|normal|1|n;T|1|b||;W|1|Normal|1|n;"

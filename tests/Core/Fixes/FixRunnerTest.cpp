@@ -13,7 +13,7 @@ void PrintTo(const FixOutcome& outcome, std::ostream* stream) {
 
 namespace {
 
-using testing::ElementsAre;
+using ::testing::ElementsAre;
 
 constexpr std::uint32_t me = 501;
 const std::string safari = "/Applications/Safari.app";
@@ -28,9 +28,9 @@ ProcessGroup groupOf(std::optional<std::string> appPath, std::uint32_t uid = me)
     return group;
 }
 
-struct FixRunnerTest : testing::Test {
-    FakeWorkspace workspace;
-    FakeToolRunner tools;
+struct FixRunnerTest : ::testing::Test {
+    testing::FakeWorkspace workspace;
+    testing::FakeToolRunner tools;
     FixRunner runner{workspace, tools, me};
 
     /// What the attempt says at once.
@@ -41,7 +41,7 @@ struct FixRunnerTest : testing::Test {
 
 } // namespace
 
-TEST(FixOutcomeTest, readsTheErrorNumberOfAScript) {
+TEST(FixOutcome, ReadsTheErrorNumberOfAScript) {
     const struct {
         std::int32_t status;
         std::string text;
@@ -68,11 +68,12 @@ TEST(FixOutcomeTest, readsTheErrorNumberOfAScript) {
     EXPECT_EQ(FixOutcome::failed("-1743").description(), "failed(\"-1743\")");
 }
 
-TEST_F(FixRunnerTest, quitsEveryCopyAndWaitsForAll) {
-    FakeApplication& first = workspace.launch(safari, "Safari");
-    FakeApplication& second = workspace.launch(safari, "Safari");
-    FakeApplication& other = workspace.launch("/Applications/Mail.app", "Mail");
-    workspace.applications.push_back(std::make_shared<FakeApplication>()); // without a bundle
+TEST_F(FixRunnerTest, QuitsEveryCopyAndWaitsForAll) {
+    testing::FakeApplication& first = workspace.launch(safari, "Safari");
+    testing::FakeApplication& second = workspace.launch(safari, "Safari");
+    testing::FakeApplication& other = workspace.launch("/Applications/Mail.app", "Mail");
+    workspace.applications.push_back(
+        std::make_shared<testing::FakeApplication>()); // without a bundle
     for (const bool force : {false, true}) {
         const MonotonicTime start{Seconds{1000}};
         first.terminated = second.terminated = false;
@@ -85,15 +86,15 @@ TEST_F(FixRunnerTest, quitsEveryCopyAndWaitsForAll) {
         second.terminated = false;
         EXPECT_EQ(attempt.poll(start + Seconds{2}), FixOutcome::done()) << "an outcome stays";
     }
-    for (const FakeApplication* copy : {&first, &second}) {
+    for (const testing::FakeApplication* copy : {&first, &second}) {
         EXPECT_EQ(copy->terminateCalls, 1);
         EXPECT_EQ(copy->forceTerminateCalls, 1);
     }
     EXPECT_EQ(other.terminateCalls + other.forceTerminateCalls, 0);
 }
 
-TEST_F(FixRunnerTest, takesOneLastLookAtTheDeadline) {
-    FakeApplication& app = workspace.launch(safari, "Safari");
+TEST_F(FixRunnerTest, TakesOneLastLookAtTheDeadline) {
+    testing::FakeApplication& app = workspace.launch(safari, "Safari");
     EXPECT_EQ(quit(groupOf(safari)), FixOutcome::stillRunning()) << "no time, but one look";
     const MonotonicTime start{Seconds{5}};
     const auto attemptThatWaits = [&] {
@@ -112,43 +113,43 @@ TEST_F(FixRunnerTest, takesOneLastLookAtTheDeadline) {
     EXPECT_EQ(attemptThatWaits().finish(), FixOutcome::stillRunning()) << "cut off";
 }
 
-TEST_F(FixRunnerTest, actsOnNothingThatIsNotRunning) {
+TEST_F(FixRunnerTest, ActsOnNothingThatIsNotRunning) {
     workspace.launch("/Applications/Safari.app.bak", "Safari");
     EXPECT_EQ(quit(groupOf(safari)), FixOutcome::alreadyGone());
     workspace.applications.front()->bundle = std::nullopt;
     EXPECT_EQ(quit(groupOf(std::nullopt)), FixOutcome::alreadyGone());
 }
 
-TEST_F(FixRunnerTest, asksTheGateForAllBeforeItTouchesOne) {
-    const std::function<void(FakeApplication&)> faults[] = {
-        [](FakeApplication& app) { app.policy = ActivationPolicy::prohibited; },
-        [](FakeApplication& app) { app.executable = "/System/Library/Safari"; },
-        [](FakeApplication& app) { app.executable = "/Applications/Finder"; },
+TEST_F(FixRunnerTest, AsksTheGateForAllBeforeItTouchesOne) {
+    const std::function<void(testing::FakeApplication&)> faults[] = {
+        [](testing::FakeApplication& app) { app.policy = ActivationPolicy::prohibited; },
+        [](testing::FakeApplication& app) { app.executable = "/System/Library/Safari"; },
+        [](testing::FakeApplication& app) { app.executable = "/Applications/Finder"; },
     };
     for (const auto& breakSecond : faults) {
         workspace.applications.clear();
-        FakeApplication& passes = workspace.launch(safari, "Safari");
+        testing::FakeApplication& passes = workspace.launch(safari, "Safari");
         breakSecond(workspace.launch(safari, "Safari"));
         EXPECT_EQ(quit(groupOf(safari)), FixOutcome::refused());
         EXPECT_EQ(passes.terminateCalls, 0);
     }
     workspace.applications.resize(1);
     EXPECT_EQ(quit(groupOf(safari, 0)), FixOutcome::refused()) << "another user's";
-    FakeApplication& app = *workspace.applications.front();
+    testing::FakeApplication& app = *workspace.applications.front();
     app.executable = std::nullopt;
     app.policy = ActivationPolicy::accessory;
     EXPECT_EQ(quit(groupOf(safari)), FixOutcome::stillRunning()) << "nothing speaks against it";
     EXPECT_EQ(app.terminateCalls, 1);
 }
 
-TEST_F(FixRunnerTest, runsTheSystemsScripts) {
-    tools.answer = [](const FakeToolRunner::Call&) {
+TEST_F(FixRunnerTest, RunsTheSystemsScripts) {
+    tools.answer = [](const testing::FakeToolRunner::Call&) {
         return Shell::Output{1, "", "error: User canceled. (-128)\n"};
     };
     EXPECT_EQ(runner.rebuildSpotlightIndex(), FixOutcome::cancelled());
     tools.failToLaunch();
     EXPECT_EQ(runner.restartMac(), FixOutcome::failed("osascript"));
-    using Call = FakeToolRunner::Call;
+    using Call = testing::FakeToolRunner::Call;
     EXPECT_THAT(
         tools.calls,
         ElementsAre(
@@ -158,7 +159,7 @@ TEST_F(FixRunnerTest, runsTheSystemsScripts) {
                  {"-e", "tell application \"loginwindow\" to \u00ABevent aevtrrst\u00BB"}}));
 }
 
-TEST_F(FixRunnerTest, opensSettingsAndTheSibling) {
+TEST_F(FixRunnerTest, OpensSettingsAndTheSibling) {
     runner.open(SettingsPane::accessibilityDisplay);
     runner.openTidyvault("https://tidyvault.example/");
     workspace.installed["app.tidyvault.Tidyvault"] = "/Applications/Tidyvault.app";
