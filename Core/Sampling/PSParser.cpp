@@ -11,29 +11,9 @@ namespace pacelet::PSParser {
 
 namespace {
 
-constexpr std::size_t numericColumns = 7;
-constexpr std::size_t allColumns = numericColumns + 1;
-
-/// Cuts a line into its columns. Runs of blanks stand between the first seven; the eighth is all
-/// that follows the one blank behind the seventh. False when there are not eight.
-bool splitColumns(std::string_view line, std::array<std::string_view, allColumns>& columns) {
-    for (std::size_t column = 0; column < numericColumns; ++column) {
-        line.remove_prefix(std::min(line.find_first_not_of(' '), line.size()));
-        const std::size_t end = line.find(' ');
-        if (end == std::string_view::npos) {
-            return false;
-        }
-        columns[column] = line.substr(0, end);
-        line.remove_prefix(end);
-    }
-    line.remove_prefix(1);
-    columns[numericColumns] = line;
-    return !line.empty();
-}
-
 /// Reads any line, in full generality. False, and nothing is to be kept, when it does not read.
 bool readLine(std::string_view line, ProcessSample& sample) {
-    std::array<std::string_view, allColumns> columns;
+    std::array<std::string_view, 8> columns;
     if (!splitColumns(line, columns)) {
         return false;
     }
