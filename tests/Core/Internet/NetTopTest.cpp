@@ -102,7 +102,7 @@ TEST(NetTop, AnyTextGivesSortedRatesThatCanBeShown) {
         for (std::size_t row = 0; row < usage.size(); ++row) {
             RC_ASSERT(usage[row].total() > 0);
             RC_ASSERT(std::abs(usage[row].bytesInPerSec) <= NetTop::mostBytesPerSecond);
-            RC_ASSERT(row == 0 || usage[row - 1].total() >= usage[row].total());
+            RC_ASSERT((row == 0 || usage[row - 1].total() >= usage[row].total()));
         }
     }));
 }
