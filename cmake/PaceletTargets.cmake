@@ -3,6 +3,8 @@
 find_package(Threads REQUIRED)
 find_package(fmt REQUIRED)
 find_package(simdjson REQUIRED)
+find_package(PkgConfig REQUIRED)
+pkg_check_modules(plist REQUIRED IMPORTED_TARGET libplist-2.0)
 
 add_library(pacelet_options INTERFACE)
 target_compile_options(pacelet_options INTERFACE

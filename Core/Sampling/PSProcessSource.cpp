@@ -1,5 +1,6 @@
 #include "Core/Sampling/PSProcessSource.h"
 
+#include "Core/Inspectors/BackgroundItemsReader.h"
 #include "Core/Sampling/PSParser.h"
 
 namespace pacelet {
@@ -26,6 +27,10 @@ Snapshot PSProcessSource::sample() {
 
 std::string PSProcessSource::argsListing(ToolRunner& tools) {
     return tools.run(psPath, {"-axo", "pid=,rss=,args="}).stdout;
+}
+
+std::unordered_map<std::string, std::int32_t> PSProcessSource::launchctlList(ToolRunner& tools) {
+    return BackgroundItemsReader::parseLaunchctlList(tools.run("/bin/launchctl", {"list"}).stdout);
 }
 
 } // namespace pacelet

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <stdexcept>
 #include <string>
+#include <unordered_map>
 
 namespace pacelet {
 
@@ -46,6 +47,10 @@ public:
     /// The raw listing of pid, resident kilobytes and command line of every process; the exit
     /// status is not looked at. Throws `LaunchError`.
     static std::string argsListing(ToolRunner& tools);
+
+    /// The pids of the running launch jobs by label; the exit status is not looked at. Throws
+    /// `LaunchError`.
+    static std::unordered_map<std::string, std::int32_t> launchctlList(ToolRunner& tools);
 
 private:
     ToolRunner& tools_;

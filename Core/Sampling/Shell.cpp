@@ -1,5 +1,6 @@
 #include "Core/Sampling/Shell.h"
 
+#include "Core/Support/Descriptor.h"
 #include "Core/Support/Precondition.h"
 #include "Core/Support/Text.h"
 
@@ -25,31 +26,6 @@ namespace {
 /// The child's standard error is read only once standard output has ended, so what it writes there
 /// in the meantime must fit the pipe: make it as roomy as an ordinary user may.
 constexpr int errorPipeBytes = 1 << 20;
-
-/// A file descriptor that closes itself.
-class Descriptor {
-public:
-    Descriptor() = default;
-    explicit Descriptor(int fd) : fd_{fd} {}
-    Descriptor(Descriptor&& other) noexcept : fd_{std::exchange(other.fd_, -1)} {}
-    Descriptor& operator=(Descriptor&& other) noexcept {
-        std::swap(fd_, other.fd_);
-        return *this;
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    ~Descriptor() { reset(); }
-
-    int get() const { return fd_; }
-    void reset() {
-        if (fd_ >= 0) {
-            ::close(std::exchange(fd_, -1));
-        }
-    }
-
-private:
-    int fd_ = -1;
-};
 
 [[noreturn]] void failLaunch(const std::string& executable, int error) {
     throw LaunchError{executable, std::error_code{error, std::generic_category()}};

@@ -19,6 +19,9 @@ constexpr TimePoint fromUnixTime(double seconds) {
     return TimePoint{Seconds{seconds}};
 }
 
+/// A moment before everything that was ever measured; stands for "from the very beginning".
+inline constexpr TimePoint distantPast = fromUnixTime(-62135769600.0);
+
 /// Seconds since 1970-01-01 00:00 UTC.
 constexpr double unixTime(TimePoint time) {
     return time.time_since_epoch().count();

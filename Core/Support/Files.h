@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+namespace pacelet {
+
+/// `folder` and `name` with one slash between them.
+std::string joinedPath(std::string_view folder, std::string_view name);
+
+/// The names in a folder, hidden ones included, in ascending byte order; empty when the folder is
+/// missing or cannot be read.
+std::vector<std::string> sortedNames(const std::string& folder);
+
+/// Replaces `contents` by the bytes of the file at `path`, links followed. Only a regular file of
+/// at most `maximumBytes` is read (`errc::invalid_argument` and `errc::file_too_large` else), so
+/// that neither a pipe nor a runaway file holds up the caller. On an error `contents` is empty.
+std::error_code readFile(const std::string& path, std::size_t maximumBytes, std::string& contents);
+
+} // namespace pacelet

@@ -1,0 +1,102 @@
+#include "Core/Usage/HistoryLines.h"
+
+#include "Core/Support/JsonWriter.h"
+#include "Core/Support/Text.h"
+
+#include <simdjson.h>
+#include <string_view>
+
+namespace pacelet::HistoryLines {
+
+namespace {
+
+/// A record takes some hundred bytes. Longer lines than this are not worth the memory that parsing
+/// them takes.
+constexpr std::size_t longestLine = std::size_t{1} << 20;
+
+/// Reads the value of one known key; false when it is of another type. Each key that was met sets
+/// its bit in `met`.
+bool decodeMember(const simdjson::dom::key_value_pair& member, MinuteRecord& record,
+                  unsigned& met) {
+    const auto read = [&](auto& field, unsigned bit) {
+        met |= 1U << bit;
+        return member.value.get(field) == simdjson::SUCCESS;
+    };
+    const std::string_view key = member.key;
+    if (key == "t") {
+        return read(record.t, 0);
+    }
+    if (key == "cpu") {
+        return read(record.cpu, 1);
+    }
+    if (key == "cpuMax") {
+        return read(record.cpuMax, 2);
+    }
+    if (key == "pressure") {
+        return read(record.pressure, 3);
+    }
+    if (key == "swap") {
+        return read(record.swap, 4);
+    }
+    if (key == "memUsed") {
+        return read(record.memUsed, 5);
+    }
+    if (key == "n") {
+        return read(record.n, 6);
+    }
+    return true;
+}
+
+constexpr unsigned allKeys = 0b1111111;
+
+bool decodeRecord(simdjson::dom::element line, MinuteRecord& record) {
+    simdjson::dom::object members;
+    if (line.get(members) != simdjson::SUCCESS) {
+        return false;
+    }
+    unsigned met = 0;
+    for (const simdjson::dom::key_value_pair member : members) {
+        if (!decodeMember(member, record, met)) {
+            return false;
+        }
+    }
+    return met == allKeys;
+}
+
+} // namespace
+
+std::string encode(const MinuteRecord& record) {
+    JsonWriter json;
+    json.beginObject();
+    json.key("t").value(record.t);
+    json.key("cpu").value(record.cpu);
+    json.key("cpuMax").value(record.cpuMax);
+    json.key("pressure").value(record.pressure);
+    json.key("swap").value(record.swap);
+    json.key("memUsed").value(record.memUsed);
+    json.key("n").value(record.n);
+    json.endObject();
+    return json.take() + '\n';
+}
+
+void decode(std::string& text, std::int64_t earliest, std::vector<MinuteRecord>& records) {
+    if (!simdjson::validate_utf8(text.data(), text.size())) {
+        return;
+    }
+    const std::size_t size = text.size();
+    // The parser may look beyond the end of a line, by this much at most.
+    text.append(simdjson::SIMDJSON_PADDING, ' ');
+    simdjson::dom::parser parser;
+    forEachLine(std::string_view{text}.substr(0, size), [&](std::string_view line) {
+        simdjson::dom::element element;
+        MinuteRecord record;
+        constexpr bool copy = false;
+        if (line.size() <= longestLine &&
+            parser.parse(line.data(), line.size(), copy).get(element) == simdjson::SUCCESS &&
+            decodeRecord(element, record) && record.t >= earliest) {
+            records.push_back(record);
+        }
+    });
+}
+
+} // namespace pacelet::HistoryLines
