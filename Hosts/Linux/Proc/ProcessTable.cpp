@@ -34,7 +34,10 @@ const std::vector<ProcessRow>& ProcessTable::read(Seconds uptime) {
     rows_.clear();
     pending_.clear();
     proc_.listNumbers(pids_, listing_);
-    known_.beginSweep();
+    if (!std::is_sorted(pids_.begin(), pids_.end())) {
+        std::sort(pids_.begin(), pids_.end());
+    }
+    known_.beginSweep(uptime);
     for (const std::int32_t pid : pids_) {
         readRow(pid, uptime);
     }
