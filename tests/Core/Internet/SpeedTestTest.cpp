@@ -111,8 +111,12 @@ TEST(SpeedResult, ReadsBackWhatItWrote) {
         result.measuredAt = fromUnixTime(now + *rc::gen::inRange(0, 999) / 1000.0);
         RC_ASSERT(SpeedResult::fromJson(result.toJson()) == result);
     }));
-    const SpeedResult extreme{.responsivenessRPM = INT64_MIN};
-    EXPECT_EQ(SpeedResult::fromJson(extreme.toJson()), extreme);
+    // Figures that in plain digits would be integers beyond 64 bits.
+    for (const double figure : {4.444444444444445e20, -9223372036854775808.0, 1.7e308, 1e-300}) {
+        const SpeedResult extreme{
+            .downloadMbps = figure, .responsivenessRPM = INT64_MIN, .baseRTTms = figure};
+        EXPECT_EQ(SpeedResult::fromJson(extreme.toJson()), extreme) << figure;
+    }
 }
 
 TEST(SpeedResult, RefusesWhatIsNoStoredResult) {
