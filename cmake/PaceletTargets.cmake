@@ -36,6 +36,8 @@ function(pacelet_test name)
   cmake_parse_arguments(ARG "" "LABEL" "SOURCES;LIBRARIES" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE pacelet_options ${ARG_LIBRARIES} GTest::gmock_main)
+  # The code under test is optimised as released; the tests themselves had rather compile fast.
+  target_compile_options(${name} PRIVATE -O1)
   target_compile_definitions(${name} PRIVATE
     PACELET_SOURCE_DIR="${PROJECT_SOURCE_DIR}"
     PACELET_FIXTURES="${PROJECT_SOURCE_DIR}/tests/fixtures"

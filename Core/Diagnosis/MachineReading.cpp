@@ -10,18 +10,6 @@
 
 namespace pacelet {
 
-namespace {
-
-double totalCPU(const std::vector<ProcessUsage>& usages) {
-    double total = 0;
-    for (const ProcessUsage& usage : usages) {
-        total += usage.cpuPercent;
-    }
-    return total;
-}
-
-} // namespace
-
 MachineReading readMachine(ToolRunner& tools, Kernel& kernel, Clock& clock,
                            const std::optional<Snapshot>& previous, const ProcessCatalog& catalog,
                            Explaining explaining) {
@@ -30,7 +18,7 @@ MachineReading readMachine(ToolRunner& tools, Kernel& kernel, Clock& clock,
     reading.snapshot = PSProcessSource{tools, clock}.sample();
     std::vector<ProcessUsage> usages = CPUMeter::usage(
         previous, reading.snapshot, MemoryReader::ownProcesses(kernel, reading.snapshot, uid));
-    const double total = totalCPU(usages);
+    const double total = CPUMeter::total(usages);
     reading.groups = AppGrouper::group(std::move(usages), uid);
     if (explaining == Explaining::yes) {
         reading.explanations.reserve(reading.groups.size());

@@ -65,6 +65,11 @@ bool anyPrefixOf(const std::vector<std::string>& prefixes, std::string_view text
 
 } // namespace
 
+ResourceLocations ResourceLocations::beside(const std::filesystem::path& programFolder) {
+    return {programFolder.parent_path() / "share" / "pacelet",
+            programFolder / "Pacelet_Core.bundle"};
+}
+
 ProcessCatalog ProcessCatalog::bundled(const ResourceLocations& locations) {
     const char* const fileName = "processes.json";
     std::error_code error;

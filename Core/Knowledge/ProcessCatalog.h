@@ -15,6 +15,10 @@ namespace pacelet {
 struct ResourceLocations {
     std::filesystem::path mainFolder;     ///< the application's own resources
     std::filesystem::path resourceBundle; ///< the folder "Pacelet_Core.bundle"
+
+    /// The locations of a program in `programFolder`: the installed tree's share folder first, then
+    /// the bundle beside the program.
+    static ResourceLocations beside(const std::filesystem::path& programFolder);
 };
 
 /// The store of knowledge: explains processes and background items, by fallback if it must.

@@ -25,10 +25,13 @@ struct NetworkPath {
     bool satisfied = false;
     bool usesWiFi = false;
     bool usesWiredEthernet = false;
+
+    bool operator==(const NetworkPath&) const = default;
 };
 
 /// Reports the present path soon after it was started, and then every change of it, on a thread of
-/// its own. A last update may still be under way when `cancel` is called.
+/// its own. A last update may still be under way when `cancel` is called. Cancelling and destroying
+/// it are allowed from any thread, from within `update` too.
 class PathMonitor {
 public:
     virtual ~PathMonitor() = default;

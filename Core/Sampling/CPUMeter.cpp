@@ -61,4 +61,12 @@ std::vector<ProcessUsage> usage(const std::optional<Snapshot>& previous, const S
     return usages;
 }
 
+double total(std::span<const ProcessUsage> usages) {
+    double sum = 0;
+    for (const ProcessUsage& usage : usages) {
+        sum += usage.cpuPercent;
+    }
+    return sum;
+}
+
 } // namespace pacelet::CPUMeter

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <span>
 #include <vector>
 
 namespace pacelet::CPUMeter {
@@ -18,5 +19,8 @@ using FootprintReader = std::function<std::optional<std::int64_t>(std::int32_t p
 /// process, a reused pid, a counter or clock that ran backwards), the figure of `ps` stands.
 std::vector<ProcessUsage> usage(const std::optional<Snapshot>& previous, const Snapshot& current,
                                 const FootprintReader& footprint);
+
+/// What all processes use together, in percent of one core.
+double total(std::span<const ProcessUsage> usages);
 
 } // namespace pacelet::CPUMeter

@@ -5,43 +5,15 @@
 
 #include <algorithm>
 #include <array>
-#include <string>
+#include <cstdint>
 
 namespace pacelet::PSParser {
 
 namespace {
 
-constexpr std::size_t numericColumns = 7;
-constexpr std::size_t allColumns = numericColumns + 1;
-
-/// Cuts a line into its columns. Runs of blanks stand between the first seven; the eighth is all
-/// that follows the one blank behind the seventh. False when there are not eight.
-bool splitColumns(std::string_view line, std::array<std::string_view, allColumns>& columns) {
-    const char* at = line.data();
-    const char* const end = at + line.size();
-    for (std::size_t column = 0; column < numericColumns; ++column) {
-        while (at != end && *at == ' ') {
-            ++at;
-        }
-        const char* const begin = at;
-        while (at != end && *at != ' ') {
-            ++at;
-        }
-        if (at == end) {
-            return false;
-        }
-        columns[column] = {begin, static_cast<std::size_t>(at - begin)};
-        if (column + 1 < numericColumns) {
-            continue;
-        }
-        ++at;
-    }
-    columns[numericColumns] = {at, static_cast<std::size_t>(end - at)};
-    return at != end;
-}
-
-bool parseLine(std::string_view line, std::vector<ProcessSample>& samples) {
-    std::array<std::string_view, allColumns> columns;
+/// Reads any line, in full generality. False, and nothing is to be kept, when it does not read.
+bool readLine(std::string_view line, ProcessSample& sample) {
+    std::array<std::string_view, 8> columns;
     if (!splitColumns(line, columns)) {
         return false;
     }
@@ -54,7 +26,6 @@ bool parseLine(std::string_view line, std::vector<ProcessSample>& samples) {
     if (!pid || !ppid || !uid || !cpuTime || !rssKilobytes || !psCPU) {
         return false;
     }
-    ProcessSample& sample = samples.emplace_back();
     sample.pid = *pid;
     sample.ppid = *ppid;
     sample.uid = *uid;
@@ -67,12 +38,132 @@ bool parseLine(std::string_view line, std::vector<ProcessSample>& samples) {
     return true;
 }
 
+/// Reads the columns of an ordinary line in one pass, in place of cutting it up first and reading
+/// the pieces then. Anything unusual (a sign, many digits, a third part of a time) is left to
+/// `readLine`.
+class PlainScanner {
+public:
+    explicit PlainScanner(std::string_view line)
+        : at_{line.data()}, end_{line.data() + line.size()} {}
+
+    /// Digits and a blank, at most nine of them so that they fit any integer.
+    template<typename Integer>
+    bool integer(Integer& value) {
+        constexpr int mostDigits = 9;
+        skipBlanks();
+        std::int64_t digits = 0;
+        const int count = readDigits(digits);
+        value = static_cast<Integer>(digits);
+        return count > 0 && count <= mostDigits && isAtBlank();
+    }
+
+    /// Digits, a point, two digits at the most and a blank: exact as one division.
+    bool decimal(double& value) {
+        constexpr std::array<double, 3> powers{1, 10, 100};
+        skipBlanks();
+        std::int64_t digits = 0;
+        if (readDigits(digits) == 0 || at_ == end_ || *at_ != '.') {
+            return false;
+        }
+        ++at_;
+        const int fraction = readDigits(digits);
+        if (fraction == 0 || fraction > 2 || !isAtBlank()) {
+            return false;
+        }
+        value = static_cast<double>(digits) / powers[static_cast<std::size_t>(fraction)];
+        return true;
+    }
+
+    /// Minutes, a colon and seconds.
+    bool minutesAndSeconds(double& value) {
+        skipBlanks();
+        std::int64_t minutes = 0;
+        if (readDigits(minutes) == 0 || at_ == end_ || *at_ != ':') {
+            return false;
+        }
+        ++at_;
+        double seconds = 0;
+        if (at_ == end_ || *at_ == ' ' || !decimal(seconds)) {
+            return false;
+        }
+        value = static_cast<double>(minutes) * 60 + seconds;
+        return true;
+    }
+
+    std::string_view word() {
+        skipBlanks();
+        const char* const begin = at_;
+        while (at_ != end_ && *at_ != ' ') {
+            ++at_;
+        }
+        return {begin, static_cast<std::size_t>(at_ - begin)};
+    }
+
+    /// What follows the one blank at hand.
+    std::string_view rest() {
+        return at_ == end_ ? std::string_view{}
+                           : std::string_view{at_ + 1, static_cast<std::size_t>(end_ - at_ - 1)};
+    }
+
+private:
+    bool isAtBlank() const { return at_ != end_ && *at_ == ' '; }
+
+    void skipBlanks() {
+        while (isAtBlank()) {
+            ++at_;
+        }
+    }
+
+    /// Appends decimal digits to `value`, at most nine at a time: they fit every integer here, and
+    /// two runs of them can't overflow. A tenth digit then stands where the caller expects an end.
+    int readDigits(std::int64_t& value) {
+        constexpr int mostDigits = 9;
+        int count = 0;
+        for (; at_ != end_ && *at_ >= '0' && *at_ <= '9' && count < mostDigits; ++at_, ++count) {
+            value = value * 10 + (*at_ - '0');
+        }
+        return count;
+    }
+
+    const char* at_;
+    const char* const end_;
+};
+
+bool scanPlainLine(std::string_view line, ProcessSample& sample) {
+    PlainScanner scanner{line};
+    if (!scanner.integer(sample.pid) || !scanner.integer(sample.ppid) ||
+        !scanner.integer(sample.uid)) {
+        return false;
+    }
+    const std::string_view user = scanner.word();
+    std::int64_t rssKilobytes = 0;
+    if (!scanner.minutesAndSeconds(sample.cpuTime) || !scanner.integer(rssKilobytes) ||
+        !scanner.decimal(sample.psCPU)) {
+        return false;
+    }
+    const std::string_view path = scanner.rest();
+    if (path.empty()) {
+        return false;
+    }
+    sample.user.assign(user);
+    sample.rssBytes = rssKilobytes * 1024;
+    sample.path.assign(path);
+    return true;
+}
+
 } // namespace
 
 std::vector<ProcessSample> parse(std::string_view text) {
+    std::size_t lines = 0;
+    forEachLine(text, [&](std::string_view) { ++lines; });
     std::vector<ProcessSample> samples;
-    samples.reserve(static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) + 1);
-    forEachLine(text, [&](std::string_view line) { parseLine(line, samples); });
+    samples.reserve(lines);
+    forEachLine(text, [&](std::string_view line) {
+        ProcessSample& sample = samples.emplace_back();
+        if (!scanPlainLine(line, sample) && !readLine(line, sample)) {
+            samples.pop_back();
+        }
+    });
     return samples;
 }
 
@@ -81,13 +172,7 @@ std::optional<double> cpuSeconds(std::string_view text) {
     constexpr int mostPieces = 3;
     double seconds = 0;
     int pieces = 0;
-    while (!text.empty()) {
-        const std::size_t end = text.find(':');
-        const std::string_view piece = text.substr(0, end);
-        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-        if (piece.empty()) {
-            continue;
-        }
+    for (const std::string_view piece : splitDroppingEmpty(text, ':')) {
         const auto value = parseFloat(piece);
         if (!value || ++pieces > mostPieces) {
             return std::nullopt;

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <concepts>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 namespace pacelet {
@@ -26,14 +27,22 @@ constexpr T checkedMultiply(T left, T right,
     return product;
 }
 
-/// `value` without its fraction. A value that is not finite, or outside the range, stops the
-/// program.
-inline std::int64_t checkedTruncate(double value,
-                                    std::string_view what = "a float does not fit an integer") {
+/// `value` without its fraction; nothing when it is not finite or outside the range.
+inline std::optional<std::int64_t> truncatedIfFits(double value) {
     // 2^63 is exact as a float, and the largest integer below it is not.
     constexpr double limit = 9223372036854775808.0;
-    precondition(value >= -limit && value < limit, what);
+    if (!(value >= -limit && value < limit)) {
+        return std::nullopt;
+    }
     return static_cast<std::int64_t>(value);
+}
+
+/// The same, but a value that is not finite, or outside the range, stops the program.
+inline std::int64_t checkedTruncate(double value,
+                                    std::string_view what = "a float does not fit an integer") {
+    const std::optional<std::int64_t> whole = truncatedIfFits(value);
+    precondition(whole.has_value(), what);
+    return *whole;
 }
 
 /// `value` rounded to the nearest integer, halves away from zero; stops the program as above.

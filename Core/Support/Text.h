@@ -1,7 +1,10 @@
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <concepts>
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -29,6 +32,25 @@ void forEachLine(std::string_view text, Visitor&& visit) {
         }
         text.remove_prefix(end + 1);
     }
+}
+
+/// Cuts `line` into columns. Runs of blanks stand before and between all columns but the last one,
+/// which is all that follows the one blank behind the column before it. False when a column is
+/// missing or empty.
+template<std::size_t count>
+bool splitColumns(std::string_view line, std::array<std::string_view, count>& columns) {
+    for (std::size_t column = 0; column + 1 < count; ++column) {
+        line.remove_prefix(std::min(line.find_first_not_of(' '), line.size()));
+        const std::size_t end = line.find(' ');
+        if (end == std::string_view::npos) {
+            return false;
+        }
+        columns[column] = line.substr(0, end);
+        line.remove_prefix(end);
+    }
+    line.remove_prefix(1);
+    columns[count - 1] = line;
+    return !line.empty();
 }
 
 /// `text` without blanks, tabs and line breaks at both ends.

@@ -7,7 +7,7 @@
 #include <system_error>
 #include <vector>
 
-namespace pacelet {
+namespace pacelet::testing {
 
 /// Answers every tool from a function, and keeps what was run.
 class FakeToolRunner final : public ToolRunner {
@@ -37,4 +37,4 @@ public:
     }
 };
 
-} // namespace pacelet
+} // namespace pacelet::testing

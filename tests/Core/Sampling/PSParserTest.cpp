@@ -80,6 +80,21 @@ TEST(PSParser, FoldsCPUTimes) {
     }
 }
 
+/// Ordinary lines are read in one pass; a sign sends a line the general way. Both must agree.
+TEST(PSParser, ReadsOrdinaryLinesLikeAllOthers) {
+    EXPECT_TRUE(rc::check("with and without a sign", [] {
+        const auto digits = [](int most) {
+            return *rc::gen::resize(most, rc::gen::nonEmpty(rc::gen::container<std::string>(
+                                              rc::gen::inRange('0', char('9' + 1)))));
+        };
+        const std::string rest = " 1 " + digits(12) + " ann " + digits(4) + ":" + digits(3) + "." +
+                                 digits(4) + "  " + digits(14) + " " + digits(5) + "." + digits(3) +
+                                 " /a b/c";
+        const std::string pid = digits(12);
+        RC_ASSERT(PSParser::parse(pid + rest) == PSParser::parse("+" + pid + rest));
+    }));
+}
+
 TEST(PSParser, SurvivesAnyText) {
     EXPECT_TRUE(rc::check("any bytes", [] {
         const auto junk = *rc::gen::container<std::string>(

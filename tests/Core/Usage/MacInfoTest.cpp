@@ -68,12 +68,12 @@ TEST(MacInfo, ParsesSizes) {
 TEST(MacInfo, FallsBackToTheKernel) {
     testing::FakeKernel kernel;
     kernel.memory = installed;
-    FakeToolRunner tools;
+    testing::FakeToolRunner tools;
     tools.failToLaunch();
     EXPECT_EQ(MacInfo::read(tools, kernel), (MacInfo{"", "Intel", installed, false}));
     ASSERT_EQ(tools.calls.size(), 1U);
-    EXPECT_EQ(tools.calls[0],
-              (FakeToolRunner::Call{"/usr/sbin/system_profiler", {"SPHardwareDataType", "-json"}}));
+    EXPECT_EQ(tools.calls[0], (testing::FakeToolRunner::Call{"/usr/sbin/system_profiler",
+                                                             {"SPHardwareDataType", "-json"}}));
 
     kernel.set("hw.optional.arm64", std::int32_t{1});
     kernel.set("hw.model", std::array<char, 8>{'M', 'a', 'c', '\xFF', '1', '\0', 'x', 'y'});

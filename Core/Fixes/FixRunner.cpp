@@ -1,0 +1,87 @@
+#include "Core/Fixes/FixRunner.h"
+
+#include "Core/Fixes/AppleScript.h"
+#include "Core/Sampling/SafetyGate.h"
+#include "Core/Support/Text.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace pacelet {
+
+namespace {
+
+const std::string tidyvaultIdentifier = "app.tidyvault.Tidyvault";
+
+/// The running copies of the group's application. A lone process is no application.
+RunningApplications runningCopies(Workspace& workspace, const ProcessGroup& group) {
+    if (!group.appPath) {
+        return {};
+    }
+    RunningApplications copies = workspace.runningApplications();
+    std::erase_if(copies, [&](const auto& copy) { return copy->bundlePath() != group.appPath; });
+    return copies;
+}
+
+} // namespace
+
+QuitAttempt FixRunner::quit(const ProcessGroup& group, bool force, Seconds timeout) const {
+    RunningApplications copies = runningCopies(workspace_, group);
+    if (copies.empty()) {
+        return QuitAttempt{FixOutcome::alreadyGone()};
+    }
+    const ProcessUsage& primary = group.primary();
+    const auto mayQuit = [&](const auto& copy) {
+        return SafetyGate::canQuit(primary.uid, currentUID_, copy->executablePath().value_or(""),
+                                   primary.name, isUserApp(copy->activationPolicy()));
+    };
+    if (!std::ranges::all_of(copies, mayQuit)) {
+        return QuitAttempt{FixOutcome::refused()};
+    }
+    for (const auto& copy : copies) {
+        // Whether the request arrived is not asked: only that the application goes counts.
+        force ? copy->forceTerminate() : copy->terminate();
+    }
+    return QuitAttempt{std::move(copies), timeout};
+}
+
+FixOutcome FixRunner::rebuildSpotlightIndex() const {
+    return osascript(rebuildScript);
+}
+
+FixOutcome FixRunner::restartMac() const {
+    return osascript(restartScript);
+}
+
+void FixRunner::open(SettingsPane pane) const {
+    workspace_.openURL(std::string{rawValue(pane)});
+}
+
+void FixRunner::openTidyvault(const std::string& website) const {
+    if (const auto path = workspace_.applicationPath(tidyvaultIdentifier)) {
+        workspace_.openApplication(*path);
+    } else {
+        workspace_.openURL(website + "?ref=pacelet");
+    }
+}
+
+FixOutcome FixRunner::outcome(std::int32_t status, std::string_view standardError) {
+    if (status == 0) {
+        return FixOutcome::done();
+    }
+    if (const auto number = AppleScript::errorNumber(standardError)) {
+        return FixOutcome::fromAppleScriptError(*number);
+    }
+    return FixOutcome::failed(std::string{trimmed(standardError)});
+}
+
+FixOutcome FixRunner::osascript(std::string_view script) const {
+    try {
+        const Shell::Output output = AppleScript::run(tools_, std::string{script});
+        return outcome(output.status, output.stderr);
+    } catch (const LaunchError&) {
+        return FixOutcome::failed("osascript");
+    }
+}
+
+} // namespace pacelet

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "Core/Fixes/FixOutcome.h"
+#include "Core/Fixes/QuitAttempt.h"
+#include "Core/Fixes/SettingsPane.h"
+#include "Core/Platform/Platform.h"
+#include "Core/Sampling/ProcessGroup.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace pacelet {
+
+/// The only component that changes the machine. It asks nobody and words nothing: whoever calls it
+/// has confirmed the step with the user and reports the outcome. Nothing here throws. Belongs to
+/// the UI thread, but for the two operations that say otherwise.
+class FixRunner {
+public:
+    static constexpr std::string_view rebuildScript =
+        "do shell script \"/usr/bin/mdutil -E /\" with administrator privileges";
+    /// The system's own restart request, which shows the usual confirmation.
+    static constexpr std::string_view restartScript =
+        "tell application \"loginwindow\" to «event aevtrrst»";
+
+    /// Acts as the user that the program runs as.
+    explicit FixRunner(const Platform& platform)
+        : FixRunner{platform.workspace, platform.tools, platform.kernel.getuid()} {}
+
+    FixRunner(Workspace& workspace, ToolRunner& tools, std::uint32_t currentUID)
+        : workspace_{workspace}, tools_{tools}, currentUID_{currentUID} {}
+
+    std::uint32_t currentUID() const { return currentUID_; }
+
+    /// Asks every running copy of the group's application to quit, or ends them all when `force`
+    /// is set. The safety gate is asked first for all of them, and when it refuses one, none is
+    /// touched. `timeout` is how long the attempt waits for them to go.
+    QuitAttempt quit(const ProcessGroup& group, bool force, Seconds timeout) const;
+
+    /// These two block while the system's prompt is up: for a background thread. They touch nothing
+    /// but the tool runner.
+    FixOutcome rebuildSpotlightIndex() const;
+    FixOutcome restartMac() const;
+
+    /// Opens a page of the system's settings.
+    void open(SettingsPane pane) const;
+
+    /// Starts the sibling application, or opens its `website` when it is not installed.
+    void openTidyvault(const std::string& website) const;
+
+    /// What a script run's exit status and error output mean.
+    static FixOutcome outcome(std::int32_t status, std::string_view standardError);
+
+    /// True for every application that may show itself to the user.
+    static bool isUserApp(ActivationPolicy policy) {
+        return policy != ActivationPolicy::prohibited;
+    }
+
+private:
+    FixOutcome osascript(std::string_view script) const;
+
+    Workspace& workspace_;
+    ToolRunner& tools_;
+    std::uint32_t currentUID_;
+};
+
+} // namespace pacelet

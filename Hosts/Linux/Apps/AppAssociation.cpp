@@ -1,0 +1,130 @@
+#include "Hosts/Linux/Apps/AppAssociation.h"
+
+#include "Core/Sampling/ProcessSample.h"
+#include "Core/Support/EnumTable.h"
+#include "Hosts/Linux/Apps/AppScope.h"
+#include "Hosts/Linux/Apps/AppTables.h"
+
+namespace pacelet::Linux {
+
+namespace {
+
+struct ReasonRow {
+    AssociationReason value;
+    std::string_view description;
+};
+
+constexpr std::array reasonTable{
+    ReasonRow{AssociationReason::kernelThread, "It is part of the kernel."},
+    ReasonRow{AssociationReason::service, "It is a service that the whole session shares."},
+    ReasonRow{AssociationReason::sessionPart, "It is a part of the desktop itself."},
+    ReasonRow{AssociationReason::insideTerminal, "It was started inside a terminal."},
+    ReasonRow{AssociationReason::noApplication, "No application in the menu owns it."},
+    ReasonRow{AssociationReason::appScope,
+              "It runs in the scope that was made for the application."},
+    ReasonRow{AssociationReason::entryProgram, "It is the program that the menu entry starts."},
+    ReasonRow{AssociationReason::entryFolder, "Its program lies in the application's own folder."},
+};
+
+/// The id of the application to which this program belongs under another name; mostly empty.
+std::string_view companionID(std::string_view executable) {
+    for (const AppTables::Companion& companion : AppTables::companions) {
+        if (companion.program == executableName(executable)) {
+            return companion.desktopID;
+        }
+    }
+    return {};
+}
+
+bool isCompanion(const DesktopApp& app, std::string_view executable) {
+    return companionID(executable) == app.id;
+}
+
+/// By the program alone.
+Association ownAssociation(const DesktopIndex& index, std::string_view executable) {
+    if (const DesktopApp* app = index.byProgram(executable)) {
+        return {AssociationReason::entryProgram, app};
+    }
+    if (const DesktopApp* app = index.byID(companionID(executable))) {
+        return {AssociationReason::entryProgram, app};
+    }
+    if (const DesktopApp* app = index.byFolder(executable)) {
+        return {AssociationReason::entryFolder, app};
+    }
+    return {};
+}
+
+const DesktopApp* scopeApp(const DesktopIndex& index, std::string_view cgroup) {
+    for (const std::string& id : appScopeIDs(cgroup)) {
+        if (const DesktopApp* app = index.byID(id)) {
+            return app;
+        }
+    }
+    return nullptr;
+}
+
+/// Several entries may start one application in different ways.
+bool isSameApplication(const DesktopApp& left, const DesktopApp& right) {
+    return left.id == right.id || (!left.program.empty() && left.program == right.program) ||
+           (!left.folder.empty() && left.folder == right.folder);
+}
+
+AppRole roleOf(const Association& association, const ProcessFacts& facts) {
+    const DesktopApp& app = *association.app;
+    const bool parentIsMember = facts.parentAppID == app.id;
+    if (isMainProgram(app, facts.executable) || isCompanion(app, facts.executable)) {
+        // Browsers and the like run their helpers from the very same program.
+        const bool isChild = parentIsMember && isMainProgram(app, facts.parentExecutable);
+        return isChild ? AppRole::helper : AppRole::main;
+    }
+    // Nothing is known of the program when the entry starts a script: the first process of the
+    // scope that is not merely a start script leads.
+    const bool isUnknown = app.program.empty() && app.folder.empty();
+    const bool leads =
+        association.reason == AssociationReason::appScope && isUnknown &&
+        !AppTables::contains(AppTables::wrappers, executableName(facts.executable)) &&
+        (!parentIsMember ||
+         AppTables::contains(AppTables::wrappers, executableName(facts.parentExecutable)));
+    return leads ? AppRole::main : AppRole::helper;
+}
+
+} // namespace
+
+std::string_view describe(AssociationReason reason) {
+    return rowOf(reasonTable, reason).description;
+}
+
+Association associate(const DesktopIndex& index, const ProcessFacts& facts) {
+    const std::string_view name = executableName(facts.executable);
+    if (AppTables::contains(AppTables::sessionParts, name)) {
+        return {AssociationReason::sessionPart};
+    }
+    if (AppTables::contains(AppTables::services, name)) {
+        return {AssociationReason::service};
+    }
+    Association association = ownAssociation(index, facts.executable);
+    if (const DesktopApp* scope = scopeApp(index, facts.cgroup)) {
+        if (association.app != nullptr && !isSameApplication(*association.app, *scope)) {
+            // It keeps to its own application.
+        } else if (!scope->isTerminal && !facts.hasTerminal) {
+            association = {AssociationReason::appScope, scope};
+        } else if (association.app == nullptr) {
+            association.reason = AssociationReason::insideTerminal;
+        }
+    }
+    if (association.app != nullptr) {
+        association.role = roleOf(association, facts);
+    }
+    return association;
+}
+
+std::string bundledPath(const Association& association, std::string_view executable) {
+    if (association.app == nullptr) {
+        return std::string{executable};
+    }
+    const std::string_view place =
+        association.role == AppRole::main ? "/Contents/MacOS/" : "/Contents/Frameworks/";
+    return bundlePath(*association.app).append(place).append(executableName(executable));
+}
+
+} // namespace pacelet::Linux

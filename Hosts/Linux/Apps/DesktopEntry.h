@@ -1,0 +1,34 @@
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace pacelet::Linux {
+
+/// What we take from the "[Desktop Entry]" group of a `.desktop` file. Texts are the untranslated
+/// ones.
+struct DesktopEntry {
+    std::string type;
+    std::string name;
+    std::string exec;    ///< the command line, still quoted
+    std::string tryExec; ///< a program that must exist; empty when nothing is asked for
+    bool noDisplay = false;
+    bool hidden = false;
+    bool runsInTerminal = false;
+    std::vector<std::string> categories;
+    std::vector<std::string> onlyShowIn; ///< desktops that show it; empty: all
+    std::vector<std::string> notShowIn;
+
+    bool operator==(const DesktopEntry&) const = default;
+};
+
+/// Nothing when the text has no such group.
+std::optional<DesktopEntry> parseDesktopEntry(std::string_view text);
+
+/// True for an application that a menu of one of `desktops` shows.
+bool isInMenu(const DesktopEntry& entry, std::span<const std::string> desktops);
+
+} // namespace pacelet::Linux

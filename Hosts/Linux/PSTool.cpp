@@ -1,0 +1,101 @@
+#include "Hosts/Linux/PSTool.h"
+
+#include "Core/Sampling/ProcessSample.h"
+#include "Hosts/Linux/Proc/ShownText.h"
+
+#include <fmt/compile.h>
+#include <fmt/format.h>
+#include <utility>
+
+namespace pacelet::Linux {
+
+namespace {
+
+const std::vector<std::string> tableArguments{"-axo",
+                                              "pid=,ppid=,uid=,user=,time=,rss=,%cpu=,comm="};
+const std::vector<std::string> commandLineArguments{"-axo", "pid=,rss=,args="};
+
+Shell::Output failure(std::string message) {
+    return {1, "", std::move(message)};
+}
+
+/// Minutes, which may exceed 59, seconds and hundredths.
+struct CPUTime {
+    std::int64_t minutes;
+    int seconds;
+    int hundredths;
+};
+
+CPUTime cpuTime(std::int64_t hundredths) {
+    return {hundredths / 6000, static_cast<int>(hundredths / 100 % 60),
+            static_cast<int>(hundredths % 100)};
+}
+
+/// Percent of one core over the whole life of a process; 0 for one that has only just begun.
+double lifetimePercent(const ProcessRow& row) {
+    constexpr Seconds clockTick{0.01};
+    return row.age < clockTick ? 0 : static_cast<double>(row.cpuHundredths) / row.age.count();
+}
+
+/// A command line whose program is named by the path under which it appears.
+std::string shownCommandLine(const KnownProcess& process, std::string_view commandLine) {
+    if (commandLine.empty()) {
+        return fmt::format("({})", executableName(process.path));
+    }
+    if (process.path == process.executable) {
+        return shownArguments(commandLine);
+    }
+    std::string_view rest = commandLine;
+    constexpr std::string_view separators{" \0", 2};
+    rest.remove_prefix(rest.starts_with(process.executable)
+                           ? process.executable.size()
+                           : std::min(rest.size(), rest.find_first_of(separators)));
+    return process.path + shownArguments(rest);
+}
+
+} // namespace
+
+PSTool::PSTool(const std::string& procFolder, DesktopPlaces places, Clock& clock)
+    : clock_{clock}, processes_{procFolder, std::move(places)} {}
+
+Shell::Output PSTool::run(const std::vector<std::string>& arguments) {
+    const bool isTable = arguments == tableArguments;
+    if (!isTable && arguments != commandLineArguments) {
+        return failure(fmt::format("ps: unknown arguments\nusage: ps {}\n       ps {}\n",
+                                   fmt::join(tableArguments, " "),
+                                   fmt::join(commandLineArguments, " ")));
+    }
+    const std::lock_guard lock{mutex_};
+    if (!processes_.isReadable()) {
+        return failure("ps: the process table cannot be read\n");
+    }
+    return {0, isTable ? table() : commandLines(), ""};
+}
+
+std::string PSTool::table() {
+    fmt::memory_buffer text;
+    const Seconds uptime = clock_.monotonicNow().time_since_epoch();
+    for (const ProcessRow& row : processes_.read(uptime)) {
+        const CPUTime time = cpuTime(row.cpuHundredths);
+        fmt::format_to(std::back_inserter(text),
+                       FMT_COMPILE("{:>5} {:>5} {:>5} {:<8} {:>3}:{:02}.{:02} {:>6} {:>5.1f} {}\n"),
+                       row.pid, row.ppid, row.uid, users_.nameOf(row.uid), time.minutes,
+                       time.seconds, time.hundredths, row.residentKilobytes, lifetimePercent(row),
+                       row.process->path);
+    }
+    return fmt::to_string(text);
+}
+
+std::string PSTool::commandLines() {
+    fmt::memory_buffer text;
+    const Seconds uptime = clock_.monotonicNow().time_since_epoch();
+    for (const ProcessRow& row : processes_.read(uptime)) {
+        if (const auto commandLine = processes_.commandLine(row.pid)) {
+            fmt::format_to(std::back_inserter(text), FMT_COMPILE("{:>5} {:>6} {}\n"), row.pid,
+                           row.residentKilobytes, shownCommandLine(*row.process, *commandLine));
+        }
+    }
+    return fmt::to_string(text);
+}
+
+} // namespace pacelet::Linux

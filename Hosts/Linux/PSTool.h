@@ -1,0 +1,36 @@
+#pragma once
+
+#include "Core/Platform/Clock.h"
+#include "Core/Sampling/Shell.h"
+#include "Hosts/Linux/Apps/DesktopCatalog.h"
+#include "Hosts/Linux/Proc/ProcessTable.h"
+#include "Hosts/Linux/Proc/UserNames.h"
+
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace pacelet::Linux {
+
+/// Answers the two command lines of `ps` in the Mac's format, out of `/proc`. Remembers what does
+/// not change from one call to the next. Safe from any thread; calls at a time wait for each other.
+class PSTool {
+public:
+    /// `clock` counts from boot; it must outlive this object.
+    PSTool(const std::string& procFolder, DesktopPlaces places, Clock& clock);
+
+    /// Status 1 and a sentence on standard error for command lines that it does not know, and when
+    /// there is no process table to read.
+    Shell::Output run(const std::vector<std::string>& arguments);
+
+private:
+    std::string table();
+    std::string commandLines();
+
+    std::mutex mutex_;
+    Clock& clock_;
+    ProcessTable processes_;
+    UserNames users_;
+};
+
+} // namespace pacelet::Linux

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "Core/Support/Time.h"
+
+#include <optional>
+#include <span>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace pacelet::report {
+
+/// What the command line asks for.
+struct Options {
+    std::optional<std::string> psFile;      ///< captured output of `ps` instead of the live machine
+    std::optional<std::string> laterPSFile; ///< a second one, taken `seconds` later
+    Seconds seconds{3};
+    bool json = false;
+    bool help = false;
+
+    bool operator==(const Options&) const = default;
+};
+
+/// A command line that makes no sense; `what()` is one line for the user.
+class UsageError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Reads the arguments behind the program's name. Throws `UsageError`.
+Options parseOptions(std::span<const std::string_view> arguments);
+
+/// The text that `--help` prints.
+std::string_view usageText();
+
+} // namespace pacelet::report
