@@ -65,7 +65,7 @@ private:
 };
 
 /// Thirty days of a machine on which everything happens at random, always the same for one seed.
-class MonitorSoak : public MonitorRig {
+class MonitorSoak : public MonitorRig, public ::testing::WithParamInterface<std::uint64_t> {
 protected:
     static constexpr Seconds sampling{0.5};
 
@@ -124,8 +124,14 @@ protected:
         }
     }
 
+    void finishWork() {
+        while (scheduler.pendingJobs() > 0) {
+            scheduler.advance(sampling / 2);
+        }
+    }
+
     void changeFailures() {
-        scheduler.advance(Seconds{2}); // what is being written is on the disk, or lost, by then
+        finishWork(); // what is being written is on the disk, or lost, by then
         diskFails_ = false;
         mac.machine.clearFailures();
         switch (below(6)) {
@@ -151,7 +157,7 @@ protected:
         mac.workspace.sleep();
         scheduler.advance(Seconds{1});
         soundAsleep_ = true;
-        scheduler.advance(Seconds{between(1, 36000)});
+        scheduler.advance(Seconds{between(1, below(3) == 0 ? 36000 : 1800)});
         soundAsleep_ = false;
         mac.workspace.wake();
     }
@@ -167,19 +173,19 @@ protected:
         case 3:
             return monitor->setKeepHistory(below(4) != 0);
         case 4:
-            return monitor->togglePause();
+            return monitor->isPaused() || below(5) == 0 ? monitor->togglePause() : void();
         case 5:
             return monitor->checkNow();
         case 6:
             return monitor->setMenuOpen(below(6) == 0);
         case 7:
-            return monitor->setWindowVisible(below(4) == 0);
+            return monitor->setWindowVisible(below(3) == 0);
         case 8:
             return detach(monitor->refreshBackgroundItems(true));
         case 9:
             return monitor->setStuckApp("Notes");
         case 10:
-            scheduler.advance(Seconds{2});
+            finishWork();
             return below(8) == 0 ? launchProgram() : monitor->start();
         default:
             return changeMachine();
@@ -198,7 +204,7 @@ protected:
 
     bool isLookedAt() const { return monitor->windowVisible() || monitor->menuOpen(); }
 
-    std::mt19937_64 random_{20260306};
+    std::mt19937_64 random_{GetParam()};
     HistoryModel model_;
     std::int64_t ticks_ = 0;
     std::int64_t lost_ = 0;
@@ -208,7 +214,7 @@ protected:
     bool soundAsleep_ = false;
 };
 
-TEST_F(MonitorSoak, ThirtyDaysLeaveJustTheirHistoryBehind) {
+TEST_P(MonitorSoak, ThirtyDaysLeaveJustTheirHistoryBehind) {
     scheduler.setBackgroundDuration(sampling);
     mac.tools.setTiming([this](Seconds) { toolEnded(); });
     launchProgram();
@@ -217,19 +223,19 @@ TEST_F(MonitorSoak, ThirtyDaysLeaveJustTheirHistoryBehind) {
     std::size_t heapAfterAWeek = 0;
     while (scheduler.monotonicNow() - begin < Seconds{30 * day}) {
         act();
-        scheduler.advance(Seconds{between(0, isLookedAt() ? 200 : 2000)});
+        scheduler.advance(Seconds{between(0, isLookedAt() ? 400 : 2000)});
         checkBounds();
         if (heapAfterAWeek == 0 && scheduler.monotonicNow() - begin > Seconds{7 * day}) {
             heapAfterAWeek = mallinfo2().uordblks;
         }
     }
     const std::size_t heap = mallinfo2().uordblks;
-    scheduler.advance(Seconds{2});
+    finishWork();
     const std::vector<MinuteRecord> expected = model_.sorted();
     const std::vector<MinuteRecord> kept = monitor->usageStore().load(fromUnixTime(0));
     EXPECT_TRUE(kept == expected) << kept.size() << " records instead of " << expected.size();
-    EXPECT_GT(kept.size(), 10'000U);
-    EXPECT_GT(ticks_, 50'000);
+    EXPECT_GT(kept.size(), 5'000U);
+    EXPECT_GT(ticks_, 30'000);
     EXPECT_GT(lost_, 10);
     // The model itself grows by its records.
     EXPECT_LT(heap, heapAfterAWeek + expected.size() * 2 * sizeof(MinuteRecord) + (1 << 20));
@@ -238,6 +244,8 @@ TEST_F(MonitorSoak, ThirtyDaysLeaveJustTheirHistoryBehind) {
     EXPECT_EQ(scheduler.pendingSleeps(), 0U);
     EXPECT_EQ(scheduler.pendingJobs(), 0U);
 }
+
+INSTANTIATE_TEST_SUITE_P(Seeds, MonitorSoak, ::testing::Values(1, 20260306, 77));
 
 } // namespace
 } // namespace pacelet::testing
