@@ -1,5 +1,6 @@
 #include "PaceletApp/Monitor/Monitor.h"
 
+#include "Core/Knowledge/CatalogFile.h"
 #include "Core/Sampling/SamplingPolicy.h"
 
 #include <algorithm>
@@ -16,6 +17,15 @@ std::shared_ptr<const ProcessCatalog> share(std::optional<ProcessCatalog> catalo
 }
 
 } // namespace
+
+std::optional<ProcessCatalog> loadCatalog(const ResourceLocations& locations) {
+    try {
+        return ProcessCatalog::bundled(locations);
+    } catch (const CatalogError&) {
+        // The window says that there is none, and nothing is sampled.
+        return std::nullopt;
+    }
+}
 
 Monitor::Monitor(const Platform& platform, Scheduler& scheduler,
                  std::optional<ProcessCatalog> catalog, QObject* parent)

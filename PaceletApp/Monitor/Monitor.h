@@ -35,6 +35,9 @@ namespace pacelet {
 /// Explanations by group id.
 using Explanations = std::unordered_map<std::string, Explanation>;
 
+/// The bundled catalog, or nothing when it cannot be loaded. Reads a file.
+std::optional<ProcessCatalog> loadCatalog(const ResourceLocations& locations);
+
 /// The program's heart: samples the machine at the cadence that the moment asks for, and publishes
 /// the live picture. Screens read it and compute nothing of their own. Belongs to the UI thread.
 ///

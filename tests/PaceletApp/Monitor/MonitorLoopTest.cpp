@@ -33,6 +33,9 @@ TEST_F(MonitorLoop, NothingRunsWithoutACatalog) {
     EXPECT_EQ(monitor->error(), std::nullopt);
     EXPECT_EQ(monitor->catalog(), nullptr);
     EXPECT_EQ(monitor->explanation(ProcessGroup{}), std::nullopt);
+    EXPECT_EQ(
+        loadCatalog({.mainFolder = mac.platform().home, .resourceBundle = mac.platform().home}),
+        std::nullopt);
 }
 
 TEST_F(MonitorLoop, TheIntervalRunsFromTheEndOfATickAndFollowsWhatIsOpen) {
