@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace pacelet::Simulated {
+
+struct Tab {
+    std::int64_t id = 0;
+    std::string title;
+    std::string url;
+};
+
+struct BrowserWindow {
+    std::int64_t id = 0;
+    bool incognito = false;
+    std::string profile; ///< empty in a browser with one profile
+    std::size_t activeTab = 0;
+    std::vector<Tab> tabs;
+
+    Tab* tab(std::int64_t tabID);
+};
+
+/// The windows and tabs of a Chromium browser, front to back.
+struct Browser {
+    std::string bundleIdentifier;
+    std::string name;
+    std::vector<BrowserWindow> windows;
+    std::int64_t lastID = 1'000'000'000;
+    bool hasProfiles = false;
+
+    std::int64_t newID() { return lastID += 17; }
+    BrowserWindow* window(std::int64_t windowID);
+
+    /// The title of the window: page, browser and, where there are several, profile.
+    std::string windowName(const BrowserWindow& window) const;
+
+    BrowserWindow& openWindow();
+    Tab& openTab(BrowserWindow& window, std::string url);
+    void closeTab(std::int64_t windowID, std::int64_t tabID);
+    void closeWindow(std::int64_t windowID);
+};
+
+} // namespace pacelet::Simulated

@@ -1,0 +1,64 @@
+#include "Hosts/Simulated/SimulatedMac.h"
+
+#include "Hosts/Simulated/Scenarios/Scenarios.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace pacelet::Simulated {
+
+namespace {
+
+struct Scenario {
+    std::string_view name;
+    void (*build)(MacBuilder&);
+};
+
+constexpr std::array scenarios{
+    Scenario{"quiet", Scenarios::quiet},
+};
+
+} // namespace
+
+SimulatedMac::SimulatedMac(World world) : machine{std::move(world)}, folders_{*machine.lock()} {}
+
+Platform SimulatedMac::platform() {
+    return {machine, tools,           kernel,          workspace,
+            network, windowServer,    loginItems,      preferences,
+            log,     folders_.home(), folders_.root(), folders_.applicationSupport()};
+}
+
+void SimulatedMac::sleepFor(Seconds span) {
+    workspace.sleep();
+    machine.advance(span);
+    workspace.wake();
+}
+
+void SimulatedMac::fillHeavyFolders() {
+    for (const HeavyFolder& folder : machine.lock()->heavyFolders) {
+        folders_.fill(folder);
+    }
+}
+
+std::vector<std::string_view> scenarioNames() {
+    std::vector<std::string_view> names;
+    for (const Scenario& scenario : scenarios) {
+        names.push_back(scenario.name);
+    }
+    return names;
+}
+
+std::unique_ptr<SimulatedMac> makeScenario(std::string_view name, std::uint64_t seed) {
+    const auto found =
+        std::find_if(scenarios.begin(), scenarios.end(),
+                     [name](const Scenario& scenario) { return scenario.name == name; });
+    if (found == scenarios.end()) {
+        return nullptr;
+    }
+    MacBuilder builder{seed};
+    found->build(builder);
+    return std::make_unique<SimulatedMac>(builder.finish());
+}
+
+} // namespace pacelet::Simulated

@@ -1,0 +1,87 @@
+#include "Core/Diagnosis/Diagnosis.h"
+#include "Core/Diagnosis/MachineReading.h"
+#include "Hosts/Simulated/SimulatedMac.h"
+
+#include <algorithm>
+#include <gmock/gmock.h>
+#include <string>
+#include <vector>
+
+namespace pacelet::Simulated {
+namespace {
+
+using testing::AllOf;
+using testing::ElementsAreArray;
+using testing::Ge;
+using testing::Le;
+
+/// What three ticks, three seconds apart, make of a machine.
+struct Watched {
+    MachineReading reading;
+    DiagnosisResult result;
+};
+
+Watched watch(SimulatedMac& mac) {
+    const Platform platform = mac.platform();
+    const ProcessCatalog catalog;
+    Watched watched;
+    std::optional<Snapshot> previous;
+    for (int tick = 0; tick < 3; ++tick) {
+        mac.machine.advance(Seconds{3});
+        watched.reading = readMachine(platform.tools, platform.kernel, platform.clock, previous,
+                                      catalog, Explaining::no);
+        previous = watched.reading.snapshot;
+    }
+    DiagnosisInput input;
+    input.signals = watched.reading.signals;
+    input.groups = watched.reading.groups;
+    input.lowPowerMode = platform.kernel.isLowPowerModeEnabled();
+    input.now = platform.clock.now();
+    watched.result = Diagnosis::run(input, catalog);
+    return watched;
+}
+
+struct Expected {
+    std::string scenario;
+    std::vector<FindingKind> findings;
+};
+
+void PrintTo(const Expected& expected, std::ostream* out) {
+    *out << expected.scenario;
+}
+
+class EveryScenario : public testing::TestWithParam<Expected> {};
+
+TEST_P(EveryScenario, isABelievableMachineWithItsFindings) {
+    for (const std::uint64_t seed : {1U, 2U, 77U}) {
+        const auto mac = makeScenario(GetParam().scenario, seed);
+        ASSERT_NE(mac, nullptr);
+        const Watched watched = watch(*mac);
+        EXPECT_THAT(watched.reading.snapshot.processes.size(), AllOf(Ge(250U), Le(600U)));
+        std::vector<FindingKind> kinds;
+        double total = 0;
+        for (const Finding& finding : watched.result.findings) {
+            kinds.push_back(finding.kind());
+        }
+        for (const ProcessGroup& group : watched.reading.groups) {
+            total += group.cpuPercent;
+        }
+        EXPECT_THAT(kinds, ElementsAreArray(GetParam().findings)) << "seed " << seed;
+        EXPECT_LE(total, 100.0 * static_cast<double>(watched.reading.signals.coreCount));
+        EXPECT_GT(total, 20);
+        const MemoryBreakdown& memory = watched.reading.memory;
+        EXPECT_LE(memory.app + memory.wired + memory.compressed + memory.cached + memory.free,
+                  memory.total * 103 / 100);
+        EXPECT_GT(memory.used(), memory.total / 3);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Scenarios, EveryScenario, testing::Values(Expected{"quiet", {}}),
+                         [](const auto& row) {
+                             std::string name = row.param.scenario;
+                             std::replace(name.begin(), name.end(), '-', '_');
+                             return name;
+                         });
+
+} // namespace
+} // namespace pacelet::Simulated
