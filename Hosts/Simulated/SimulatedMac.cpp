@@ -3,23 +3,9 @@
 #include "Hosts/Simulated/Scenarios/Scenarios.h"
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 namespace pacelet::Simulated {
-
-namespace {
-
-struct Scenario {
-    std::string_view name;
-    void (*build)(MacBuilder&);
-};
-
-constexpr std::array scenarios{
-    Scenario{"quiet", Scenarios::quiet},
-};
-
-} // namespace
 
 SimulatedMac::SimulatedMac(World world) : machine{std::move(world)}, folders_{*machine.lock()} {}
 
@@ -43,7 +29,7 @@ void SimulatedMac::fillHeavyFolders() {
 
 std::vector<std::string_view> scenarioNames() {
     std::vector<std::string_view> names;
-    for (const Scenario& scenario : scenarios) {
+    for (const Scenarios::Scenario& scenario : Scenarios::all) {
         names.push_back(scenario.name);
     }
     return names;
@@ -51,9 +37,9 @@ std::vector<std::string_view> scenarioNames() {
 
 std::unique_ptr<SimulatedMac> makeScenario(std::string_view name, std::uint64_t seed) {
     const auto found =
-        std::find_if(scenarios.begin(), scenarios.end(),
-                     [name](const Scenario& scenario) { return scenario.name == name; });
-    if (found == scenarios.end()) {
+        std::find_if(Scenarios::all.begin(), Scenarios::all.end(),
+                     [name](const Scenarios::Scenario& scenario) { return scenario.name == name; });
+    if (found == Scenarios::all.end()) {
         return nullptr;
     }
     MacBuilder builder{seed};

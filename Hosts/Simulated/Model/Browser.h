@@ -11,6 +11,7 @@ struct Tab {
     std::int64_t id = 0;
     std::string title;
     std::string url;
+    std::int32_t renderer = 0; ///< pid of its helper; 0 before it has one
 };
 
 struct BrowserWindow {
@@ -42,5 +43,11 @@ struct Browser {
     void closeTab(std::int64_t windowID, std::int64_t tabID);
     void closeWindow(std::int64_t windowID);
 };
+
+struct World;
+
+/// Gives every tab of the running browser its helper and every window its place on the screen, and
+/// takes both from what was closed.
+void settle(World& world, const std::string& bundleIdentifier);
 
 } // namespace pacelet::Simulated

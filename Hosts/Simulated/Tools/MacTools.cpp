@@ -1,6 +1,7 @@
 #include "Hosts/Simulated/Tools/MacTools.h"
 
 #include "Core/Support/Text.h"
+#include "Hosts/Simulated/Script/OSAScript.h"
 #include "Hosts/Simulated/Tools/ToolTexts.h"
 
 #include <algorithm>
@@ -45,6 +46,13 @@ Shell::Output launchctl(World& world, const Arguments& arguments) {
     return equals(arguments, {"list"}) ? success(ToolTexts::launchJobs(world)) : usage("launchctl");
 }
 
+Shell::Output osascript(World& world, const Arguments& arguments) {
+    if (arguments.size() != 2 || arguments.front() != "-e") {
+        return usage("osascript");
+    }
+    return OSAScript::run(world, arguments.back());
+}
+
 Shell::Output networkQuality(World& world, const Arguments& arguments) {
     return equals(arguments, {"-c", "-M", "25"}) ? ToolTexts::networkQuality(world)
                                                  : usage("networkQuality");
@@ -68,9 +76,10 @@ struct Tool {
     Shell::Output (*answer)(World&, const Arguments&);
 };
 
-const std::array<Tool, 5> tools{{
+const std::array<Tool, 6> tools{{
     {"/bin/ps", Seconds{0.06}, ps},
     {"/bin/launchctl", Seconds{0.03}, launchctl},
+    {"/usr/bin/osascript", Seconds{0.4}, osascript},
     {"/usr/bin/networkQuality", Seconds{25}, networkQuality},
     {"/usr/bin/nettop", Seconds{1.2}, nettop},
     {"/usr/sbin/system_profiler", Seconds{0.7}, systemProfiler},

@@ -76,12 +76,26 @@ TEST_P(EveryScenario, isABelievableMachineWithItsFindings) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Scenarios, EveryScenario, testing::Values(Expected{"quiet", {}}),
-                         [](const auto& row) {
-                             std::string name = row.param.scenario;
-                             std::replace(name.begin(), name.end(), '-', '_');
-                             return name;
-                         });
+INSTANTIATE_TEST_SUITE_P(
+    Scenarios, EveryScenario,
+    testing::Values(Expected{"quiet", {}},
+                    Expected{"spotlight-after-update", {FindingKind::spotlight}},
+                    Expected{"spotlight-stuck", {FindingKind::spotlight}},
+                    Expected{"chrome-tabs", {FindingKind::browser}},
+                    Expected{"virtual-machine", {FindingKind::cpuHog}},
+                    Expected{"out-of-memory", {FindingKind::memory}},
+                    Expected{"hot", {FindingKind::heat, FindingKind::cpuHog}},
+                    Expected{"window-server", {FindingKind::windowServer}},
+                    Expected{"full-disk", {FindingKind::lowDisk}},
+                    Expected{"low-power", {FindingKind::lowPower}},
+                    Expected{"stuck-app", {FindingKind::cpuHog}}, Expected{"offline", {}},
+                    Expected{"slow-line", {}}, Expected{"fresh-install", {}},
+                    Expected{"intel-history", {FindingKind::memory, FindingKind::longUptime}}),
+    [](const auto& row) {
+        std::string name = row.param.scenario;
+        std::replace(name.begin(), name.end(), '-', '_');
+        return name;
+    });
 
 } // namespace
 } // namespace pacelet::Simulated
