@@ -10,10 +10,10 @@
 namespace pacelet::Simulated {
 namespace {
 
-using testing::AllOf;
-using testing::ElementsAreArray;
-using testing::Ge;
-using testing::Le;
+using ::testing::AllOf;
+using ::testing::ElementsAreArray;
+using ::testing::Ge;
+using ::testing::Le;
 
 /// What three ticks, three seconds apart, make of a machine.
 struct Watched {
@@ -50,9 +50,9 @@ void PrintTo(const Expected& expected, std::ostream* out) {
     *out << expected.scenario;
 }
 
-class EveryScenario : public testing::TestWithParam<Expected> {};
+class EveryScenario : public ::testing::TestWithParam<Expected> {};
 
-TEST_P(EveryScenario, isABelievableMachineWithItsFindings) {
+TEST_P(EveryScenario, IsABelievableMachineWithItsFindings) {
     for (const std::uint64_t seed : {1U, 2U, 77U}) {
         const auto mac = makeScenario(GetParam().scenario, seed);
         ASSERT_NE(mac, nullptr);
@@ -78,19 +78,19 @@ TEST_P(EveryScenario, isABelievableMachineWithItsFindings) {
 
 INSTANTIATE_TEST_SUITE_P(
     Scenarios, EveryScenario,
-    testing::Values(Expected{"quiet", {}},
-                    Expected{"spotlight-after-update", {FindingKind::spotlight}},
-                    Expected{"spotlight-stuck", {FindingKind::spotlight}},
-                    Expected{"chrome-tabs", {FindingKind::browser}},
-                    Expected{"virtual-machine", {FindingKind::cpuHog}},
-                    Expected{"out-of-memory", {FindingKind::memory}},
-                    Expected{"hot", {FindingKind::heat, FindingKind::cpuHog}},
-                    Expected{"window-server", {FindingKind::windowServer}},
-                    Expected{"full-disk", {FindingKind::lowDisk}},
-                    Expected{"low-power", {FindingKind::lowPower}},
-                    Expected{"stuck-app", {FindingKind::cpuHog}}, Expected{"offline", {}},
-                    Expected{"slow-line", {}}, Expected{"fresh-install", {}},
-                    Expected{"intel-history", {FindingKind::memory, FindingKind::longUptime}}),
+    ::testing::Values(Expected{"quiet", {}},
+                      Expected{"spotlight-after-update", {FindingKind::spotlight}},
+                      Expected{"spotlight-stuck", {FindingKind::spotlight}},
+                      Expected{"chrome-tabs", {FindingKind::browser}},
+                      Expected{"virtual-machine", {FindingKind::cpuHog}},
+                      Expected{"out-of-memory", {FindingKind::memory}},
+                      Expected{"hot", {FindingKind::heat, FindingKind::cpuHog}},
+                      Expected{"window-server", {FindingKind::windowServer}},
+                      Expected{"full-disk", {FindingKind::lowDisk}},
+                      Expected{"low-power", {FindingKind::lowPower}},
+                      Expected{"stuck-app", {FindingKind::cpuHog}}, Expected{"offline", {}},
+                      Expected{"slow-line", {}}, Expected{"fresh-install", {}},
+                      Expected{"intel-history", {FindingKind::memory, FindingKind::longUptime}}),
     [](const auto& row) {
         std::string name = row.param.scenario;
         std::replace(name.begin(), name.end(), '-', '_');
