@@ -12,7 +12,8 @@ void virtualMachine(MacBuilder& mac) {
                 "/System/Library/Frameworks/Virtualization.framework/Versions/A/XPCServices/"
                 "com.apple.Virtualization.VirtualMachine.xpc/Contents/MacOS/"
                 "com.apple.Virtualization.VirtualMachine",
-                600, 11 * 1024);
+                600, 11 * 1024)
+        .application = docker.number;
     mac.work("com.apple.Virtualization.VirtualMachine", {.percent = 600, .swing = 0.04});
     mac.startsByItself({LaunchFolder::systemDaemons, "com.docker.vmnetd",
                         "/Library/PrivilegedHelperTools/com.docker.vmnetd", "", true, true});

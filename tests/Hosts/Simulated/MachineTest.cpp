@@ -181,6 +181,39 @@ TEST(Applications, AreFoundOpenedAndPictured) {
     EXPECT_EQ(mac->workspace.icon("/Applications/Absent.app", 48), std::nullopt);
 }
 
+// Column for column what the tool on a Mac prints.
+TEST(Tools, PrintTheMacsOwnFormats) {
+    World world;
+    const auto add = [&](std::int32_t pid, User user, const char* path, const char* arguments,
+                         double cpu) {
+        Process process;
+        process.pid = pid;
+        process.user = user;
+        process.path = path;
+        process.arguments = arguments;
+        process.load.percent = cpu;
+        process.cpuTimeBefore = Seconds{4523.456};
+        world.processes.spawn(std::move(process));
+    };
+    add(1, root, "/sbin/launchd", "", 0.04);
+    add(54321, ann, "/Applications/My App.app/Contents/MacOS/My App", "--type=gpu", 712.36);
+    world.jobs = {{"com.example.mine", "/Applications/My App.app/Contents/MacOS/My App"},
+                  {"com.example.idle", ""}};
+    world.network.traffic = {{54321, 0, 0}};
+    SimulatedMac mac{std::move(world)};
+    const auto text = [&](std::size_t tool) {
+        return mac.tools.run(everyTool.at(tool).first, everyTool.at(tool).second).stdout;
+    };
+    EXPECT_EQ(text(0), "    1     1     0 root              75:23.45      0   0.0 /sbin/launchd\n"
+                       "54321     1   501 ann               75:23.45      0 712.4 "
+                       "/Applications/My App.app/Contents/MacOS/My App\n");
+    EXPECT_EQ(text(1), "    1      0 /sbin/launchd\n"
+                       "54321      0 /Applications/My App.app/Contents/MacOS/My App --type=gpu\n");
+    EXPECT_EQ(text(2), "PID\tStatus\tLabel\n54321\t0\tcom.example.mine\n-\t0\tcom.example.idle\n");
+    EXPECT_EQ(text(4),
+              ",bytes_in,bytes_out,\nMy App.54321,0,0,\n,bytes_in,bytes_out,\nMy App.54321,0,0,\n");
+}
+
 TEST(Failures, OfTools) {
     const auto mac = makeScenario("quiet");
     const auto ps = [&] { return mac->tools.run("/bin/ps", listing); };

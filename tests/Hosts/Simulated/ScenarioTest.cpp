@@ -21,7 +21,7 @@ struct Watched {
     DiagnosisResult result;
 };
 
-Watched watch(SimulatedMac& mac) {
+Watched watch(SimulatedMac& mac, std::optional<TimePoint> spotlightBusySince = {}) {
     const Platform platform = mac.platform();
     const ProcessCatalog catalog;
     Watched watched;
@@ -35,6 +35,7 @@ Watched watch(SimulatedMac& mac) {
     DiagnosisInput input;
     input.signals = watched.reading.signals;
     input.groups = watched.reading.groups;
+    input.spotlightBusySince = spotlightBusySince;
     input.lowPowerMode = platform.kernel.isLowPowerModeEnabled();
     input.now = platform.clock.now();
     watched.result = Diagnosis::run(input, catalog);
@@ -96,6 +97,38 @@ INSTANTIATE_TEST_SUITE_P(
         std::replace(name.begin(), name.end(), '-', '_');
         return name;
     });
+
+// What a tester would wait for: minutes, hours and what is done about it.
+TEST(Scenarios, ChangeWithTimeAndWithWhatIsDone) {
+    const auto updated = makeScenario("spotlight-after-update");
+    updated->machine.advance(hours(0.7));
+    EXPECT_EQ(watch(*updated).result.findings.size(), 1U);
+    updated->machine.advance(hours(0.1));
+    EXPECT_EQ(watch(*updated).result.status, Status::quiet) << "the index is done";
+
+    const auto stuck = makeScenario("spotlight-stuck");
+    const TimePoint since = stuck->machine.now();
+    stuck->machine.advance(hours(3.1));
+    const Finding finding = watch(*stuck, since).result.findings.at(0);
+    EXPECT_EQ(finding.severity(), Severity::high);
+    EXPECT_EQ(finding.primaryFix(), FixID::rebuildSpotlightIndex);
+    stuck->tools.run(
+        "/usr/bin/osascript",
+        {"-e", "do shell script \"/usr/bin/mdutil -E /\" with administrator privileges"});
+    stuck->machine.advance(hours(1));
+    EXPECT_EQ(watch(*stuck).result.status, Status::quiet) << "the rebuild has helped";
+
+    const auto virtualMachine = makeScenario("virtual-machine");
+    const Finding hog = watch(*virtualMachine).result.findings.at(0);
+    EXPECT_EQ(hog.severity(), Severity::high);
+    EXPECT_EQ(hog.groupID(), "/Applications/Docker.app");
+    for (const auto& app : virtualMachine->workspace.runningApplications()) {
+        if (app->bundleIdentifier() == "com.docker.docker") {
+            app->terminate();
+        }
+    }
+    EXPECT_EQ(watch(*virtualMachine).result.status, Status::quiet) << "its machine goes with it";
+}
 
 } // namespace
 } // namespace pacelet::Simulated

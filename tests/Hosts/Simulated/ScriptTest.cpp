@@ -1,7 +1,9 @@
 #include "Hosts/Simulated/Script/OSAScript.h"
 
-#include "Core/Support/Text.h"
+#include "Core/Browser/BrowserController.h"
+#include "Core/Browser/TabScript.h"
 #include "Hosts/Simulated/SimulatedMac.h"
+#include "tests/Support/Properties.h"
 
 #include <algorithm>
 #include <gmock/gmock.h>
@@ -27,19 +29,7 @@ std::string window(const std::string& id) {
     return "(first window whose id is " + id + " and mode is \"normal\")";
 }
 
-const std::string listing = R"(set RS to character id 30
-set US to character id 31
-set out to ""
-tell application id "com.google.Chrome"
-    repeat with w in windows
-        set wid to (id of w) as text
-        set out to out & "W" & US & wid & US & (mode of w) & US & ((active tab index of w) as text) & US & (name of w) & RS
-        repeat with t in tabs of w
-            set out to out & "T" & US & wid & US & ((id of t) as text) & US & (title of t) & US & (URL of t) & RS
-        end repeat
-    end repeat
-end tell
-return out)";
+const std::string listing = TabScript::list(ChromiumBrowser::chrome);
 
 /// Three windows: 10 with tabs 11 and 12, 20 with tab 21, and the incognito 30 with tab 31.
 class Scripts : public ::testing::Test {
@@ -238,6 +228,73 @@ TEST_F(Scripts, TheUserMayRefuseOneApplicationOrQuitIt) {
     }
     EXPECT_THAT(run(listing).stderr, EndsWith("Application isn’t running. (-600)\n"));
     EXPECT_EQ(renderers(), 0U);
+}
+
+// Any run of closings and mergings leaves the tabs that a plain list of lists would have, and one
+// process a tab.
+TEST_F(Scripts, AnyRunOfThemKeepsToAPlainModel) {
+    using Model = std::vector<std::pair<std::int64_t, std::vector<std::string>>>;
+    pacelet::testing::checkProperty(60, [this] {
+        Model model;
+        {
+            const auto world = mac->machine.lock();
+            Browser& browser = world->browsers.at(chromeID);
+            browser.windows.clear();
+            for (const int tabs :
+                 *rc::gen::container<std::vector<int>>(4, rc::gen::inRange(1, 5))) {
+                TabWindow window;
+                window.id = browser.newID();
+                model.push_back({window.id, {}});
+                for (int tab = 0; tab < tabs; ++tab) {
+                    const std::string url = "https://x.example/" + std::to_string(browser.lastID);
+                    window.tabs.push_back({browser.newID(), "A page", url});
+                    model.back().second.push_back(url);
+                }
+                browser.windows.push_back(std::move(window));
+            }
+            settle(*world, chromeID);
+        }
+        const BrowserController controller{mac->platform()};
+        const auto operations = *rc::gen::container<std::vector<int>>(rc::gen::inRange(0, 1000));
+        for (const int operation : operations) {
+            const auto windows = controller.windows(ChromiumBrowser::chrome);
+            if (windows.size() < 2) {
+                break;
+            }
+            const auto chosen = static_cast<std::size_t>(operation) % windows.size();
+            const auto& window = windows.at(chosen);
+            if (operation % 3 == 0) {
+                const auto& target = windows.at((chosen + 1) % windows.size());
+                MergePlan plan{target.id, model.at(chosen).second, {window.id}, {}};
+                controller.merge(plan, ChromiumBrowser::chrome);
+                auto& receiving = model.at((chosen + 1) % windows.size()).second;
+                receiving.insert(receiving.end(), plan.urls.begin(), plan.urls.end());
+                model.erase(model.begin() + static_cast<std::ptrdiff_t>(chosen));
+                continue;
+            }
+            const auto tab = static_cast<std::size_t>(operation / 7) % window.tabs.size();
+            controller.close({window.tabs.at(tab)}, ChromiumBrowser::chrome);
+            auto& urls = model.at(chosen).second;
+            urls.erase(urls.begin() + static_cast<std::ptrdiff_t>(tab));
+            if (urls.empty()) {
+                model.erase(model.begin() + static_cast<std::ptrdiff_t>(chosen));
+            }
+        }
+        Model left;
+        std::size_t tabs = 0;
+        for (const auto& window : controller.windows(ChromiumBrowser::chrome)) {
+            left.push_back({std::stoll(window.id), {}});
+            std::ptrdiff_t active = 0;
+            for (const auto& tab : window.tabs) {
+                left.back().second.push_back(tab.url);
+                active += tab.isActive ? 1 : 0;
+                ++tabs;
+            }
+            RC_ASSERT(active == 1);
+        }
+        RC_ASSERT(left == model);
+        RC_ASSERT(renderers() == tabs);
+    });
 }
 
 } // namespace
