@@ -47,23 +47,26 @@ public:
     Ticker(const Platform& platform, Scheduler& scheduler)
         : monitor_{platform, scheduler,
                    ProcessCatalog{CatalogFile::read(PACELET_RESOURCES "/processes.json")}} {
-        QObject::connect(&monitor_, &Monitor::lastCheckedChanged, &monitor_,
-                         [this] { ended_ = true; });
         monitor_.togglePause();
         monitor_.setWindowVisible(true);
-        tick(); // and the one scan of the background items
+        tick();
     }
 
-    /// One tick, from its start to its last signal.
+    /// One tick, the scan of the background items included when it is due.
     void tick() {
         ended_ = false;
+        detach(runTick());
         while (!ended_) {
-            monitor_.checkNow();
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         }
     }
 
 private:
+    QCoro::Task<> runTick() {
+        co_await monitor_.tick();
+        ended_ = true;
+    }
+
     Monitor monitor_;
     bool ended_ = false;
 };
