@@ -230,4 +230,16 @@ TEST(SimulatedFixes, DoWhatTheyShould) {
     EXPECT_EQ(fixes.rebuildSpotlightIndex(), FixOutcome::cancelled());
 }
 
+TEST(SimulatedPreferences, KeepTypesApartAndAreEmptyOnAFreshMachine) {
+    const auto mac = makeScenario("fresh-install");
+    MacPreferences& preferences = mac->preferences;
+    EXPECT_EQ(preferences.boolean("onboarded"), std::nullopt);
+    preferences.setBoolean("onboarded", true);
+    EXPECT_EQ(preferences.boolean("onboarded"), true);
+    EXPECT_EQ(preferences.data("onboarded"), std::nullopt);
+    preferences.setData("onboarded", std::string_view{"\0x", 2});
+    EXPECT_EQ(preferences.data("onboarded"), (std::string{"\0x", 2}));
+    EXPECT_EQ(preferences.boolean("onboarded"), std::nullopt);
+}
+
 } // namespace pacelet::Simulated
