@@ -73,7 +73,8 @@ Shell::Output PSTool::run(const std::vector<std::string>& arguments) {
 }
 
 std::string PSTool::table() {
-    fmt::memory_buffer text;
+    std::string text;
+    text.reserve(usualSize_);
     const Seconds uptime = clock_.monotonicNow().time_since_epoch();
     for (const ProcessRow& row : processes_.read(uptime)) {
         const CPUTime time = cpuTime(row.cpuHundredths);
@@ -83,11 +84,13 @@ std::string PSTool::table() {
                        time.seconds, time.hundredths, row.residentKilobytes, lifetimePercent(row),
                        row.process->path);
     }
-    return fmt::to_string(text);
+    usualSize_ = text.size() + text.size() / 8;
+    return text;
 }
 
 std::string PSTool::commandLines() {
-    fmt::memory_buffer text;
+    std::string text;
+    text.reserve(usualSize_);
     const Seconds uptime = clock_.monotonicNow().time_since_epoch();
     for (const ProcessRow& row : processes_.read(uptime)) {
         if (const auto commandLine = processes_.commandLine(row.pid)) {
@@ -95,7 +98,8 @@ std::string PSTool::commandLines() {
                            row.residentKilobytes, shownCommandLine(*row.process, *commandLine));
         }
     }
-    return fmt::to_string(text);
+    usualSize_ = text.size() + text.size() / 8;
+    return text;
 }
 
 } // namespace pacelet::Linux

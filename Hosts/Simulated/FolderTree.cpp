@@ -47,7 +47,7 @@ void allocate(const fs::path& file, std::int64_t bytes) {
 FolderTree::FolderTree(const World& world) : root_{makeTemporaryFolder()} {
     fs::create_directories(applicationSupport());
     LaunchFiles::write(world, root_, home());
-    for (const HeavyFolder& folder : world.heavyFolders) {
+    for (const LargeFolder& folder : world.largeFolders) {
         fs::create_directories(fs::path{home()} / folder.path);
     }
     if (world.pastUsage) {
@@ -60,7 +60,7 @@ FolderTree::~FolderTree() {
     fs::remove_all(root_, ignored);
 }
 
-void FolderTree::fill(const HeavyFolder& folder) const {
+void FolderTree::fill(const LargeFolder& folder) const {
     allocate(fs::path{home()} / folder.path / "Data.img", folder.bytes);
 }
 

@@ -22,9 +22,9 @@ public:
     std::string home() const { return (root_ / "Users/ann").string(); }
     std::string applicationSupport() const { return home() + "/Library/Application Support"; }
 
-    /// Gives one of the heavy folders its size on the real disk. Throws `std::system_error`
+    /// Gives one of the large folders its size on the real disk. Throws `std::system_error`
     /// when there is no room.
-    void fill(const HeavyFolder& folder) const;
+    void fill(const LargeFolder& folder) const;
 
 private:
     std::filesystem::path root_;

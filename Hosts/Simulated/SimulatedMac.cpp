@@ -21,8 +21,9 @@ void SimulatedMac::sleepFor(Seconds span) {
     workspace.wake();
 }
 
-void SimulatedMac::fillHeavyFolders() {
-    for (const HeavyFolder& folder : machine.lock()->heavyFolders) {
+void SimulatedMac::fillLargeFolders() {
+    const std::vector<LargeFolder> folders = machine.lock()->largeFolders;
+    for (const LargeFolder& folder : folders) {
         folders_.fill(folder);
     }
 }

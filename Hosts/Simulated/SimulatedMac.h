@@ -39,8 +39,8 @@ public:
     MacPreferences preferences{machine};
     MacLog log{machine};
 
-    /// Gives the heavy folders their full size on the real disk. Throws `std::system_error`.
-    void fillHeavyFolders();
+    /// Gives the large folders their full size on the real disk. Throws `std::system_error`.
+    void fillLargeFolders();
 
 private:
     FolderTree folders_;

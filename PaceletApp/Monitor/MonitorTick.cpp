@@ -13,16 +13,6 @@ namespace {
 
 constexpr std::string_view sampleFailedMessage = "Couldn't read processes. Retrying.";
 
-double spotlightLoad(std::span<const ProcessGroup> groups) {
-    double load = 0;
-    for (const ProcessGroup& group : groups) {
-        if (Diagnosis::isIn(Diagnosis::spotlightFamily, group.primary().name)) {
-            load += group.cpuPercent;
-        }
-    }
-    return load;
-}
-
 } // namespace
 
 QCoro::Task<> Monitor::tick() {
@@ -94,7 +84,7 @@ void Monitor::smooth(std::vector<ProcessGroup> latest) {
     }
     std::vector<ProcessGroup> smoothed = Smoother::average(std::move(latest), history_);
     store(Field::spotlightBusySince, spotlightBusySince_,
-          busy_.update(spotlightLoad(smoothed), scheduler_.now()));
+          busy_.update(Diagnosis::spotlightLoad(smoothed), scheduler_.now()));
     store(Field::groups, groups_, std::move(smoothed));
 }
 

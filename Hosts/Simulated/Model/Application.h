@@ -11,7 +11,7 @@ namespace pacelet::Simulated {
 
 /// How an application takes being asked to quit.
 enum class QuitHabit {
-    obeys,   ///< ends after its delay, however it is asked
+    obeys,   ///< ends after its delay when asked, at once when forced
     resists, ///< does not react to a request, but can be forced
     hangs,   ///< nothing ends it but a restart
 };

@@ -16,15 +16,15 @@ Item* findByID(std::vector<Item>& items, std::int64_t id) {
 
 } // namespace
 
-Tab* BrowserWindow::tab(std::int64_t tabID) {
+Tab* TabWindow::tab(std::int64_t tabID) {
     return findByID(tabs, tabID);
 }
 
-BrowserWindow* Browser::window(std::int64_t windowID) {
+TabWindow* Browser::window(std::int64_t windowID) {
     return findByID(windows, windowID);
 }
 
-std::string Browser::windowName(const BrowserWindow& window) const {
+std::string Browser::windowName(const TabWindow& window) const {
     const std::string page =
         window.tabs.empty() ? "New Tab" : window.tabs.at(window.activeTab).title;
     const std::string named = page + " - " + name;
@@ -34,14 +34,14 @@ std::string Browser::windowName(const BrowserWindow& window) const {
     return hasProfiles && !window.profile.empty() ? named + " - " + window.profile : named;
 }
 
-BrowserWindow& Browser::openWindow() {
-    BrowserWindow window;
+TabWindow& Browser::openWindow() {
+    TabWindow window;
     window.id = newID();
     window.tabs.push_back({newID(), "New Tab", "chrome://newtab/"});
     return *windows.insert(windows.begin(), std::move(window));
 }
 
-Tab& Browser::openTab(BrowserWindow& window, std::string url) {
+Tab& Browser::openTab(TabWindow& window, std::string url) {
     std::string title = url;
     window.tabs.push_back({newID(), std::move(title), std::move(url)});
     window.activeTab = window.tabs.size() - 1;
@@ -49,7 +49,7 @@ Tab& Browser::openTab(BrowserWindow& window, std::string url) {
 }
 
 void Browser::closeTab(std::int64_t windowID, std::int64_t tabID) {
-    BrowserWindow* const holder = window(windowID);
+    TabWindow* const holder = window(windowID);
     if (holder == nullptr) {
         return;
     }
@@ -69,8 +69,7 @@ void Browser::closeTab(std::int64_t windowID, std::int64_t tabID) {
 }
 
 void Browser::closeWindow(std::int64_t windowID) {
-    std::erase_if(windows,
-                  [windowID](const BrowserWindow& window) { return window.id == windowID; });
+    std::erase_if(windows, [windowID](const TabWindow& window) { return window.id == windowID; });
 }
 
 } // namespace pacelet::Simulated

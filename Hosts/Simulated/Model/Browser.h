@@ -14,7 +14,7 @@ struct Tab {
     std::int32_t renderer = 0; ///< pid of its helper; 0 before it has one
 };
 
-struct BrowserWindow {
+struct TabWindow {
     std::int64_t id = 0;
     bool incognito = false;
     std::string profile; ///< empty in a browser with one profile
@@ -28,18 +28,18 @@ struct BrowserWindow {
 struct Browser {
     std::string bundleIdentifier;
     std::string name;
-    std::vector<BrowserWindow> windows;
+    std::vector<TabWindow> windows;
     std::int64_t lastID = 1'000'000'000;
     bool hasProfiles = false;
 
     std::int64_t newID() { return lastID += 17; }
-    BrowserWindow* window(std::int64_t windowID);
+    TabWindow* window(std::int64_t windowID);
 
     /// The title of the window: page, browser and, where there are several, profile.
-    std::string windowName(const BrowserWindow& window) const;
+    std::string windowName(const TabWindow& window) const;
 
-    BrowserWindow& openWindow();
-    Tab& openTab(BrowserWindow& window, std::string url);
+    TabWindow& openWindow();
+    Tab& openTab(TabWindow& window, std::string url);
     void closeTab(std::int64_t windowID, std::int64_t tabID);
     void closeWindow(std::int64_t windowID);
 };

@@ -35,7 +35,7 @@ Process renderer(const RunningApp& app, const Tab& tab, Seconds awake) {
 
 void settleTabs(World& world, Browser& browser, const RunningApp& app) {
     std::unordered_set<std::int32_t> wanted;
-    for (BrowserWindow& window : browser.windows) {
+    for (TabWindow& window : browser.windows) {
         for (Tab& tab : window.tabs) {
             if (tab.renderer == 0) {
                 tab.renderer = world.processes.spawn(renderer(app, tab, world.time.awake)).pid;

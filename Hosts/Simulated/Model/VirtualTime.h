@@ -4,6 +4,14 @@
 
 namespace pacelet::Simulated {
 
+constexpr Seconds days(double count) {
+    return Seconds{count * 86400};
+}
+
+constexpr Seconds hours(double count) {
+    return Seconds{count * 3600};
+}
+
 /// When every simulation begins: a Friday morning, 2026-03-06 09:41 UTC.
 inline constexpr TimePoint startOfSimulation = fromUnixTime(1772755200.0 + 9 * 3600 + 41 * 60);
 

@@ -94,7 +94,7 @@ struct LaunchItem {
 };
 
 /// One folder of the user that Spotlight would index.
-struct HeavyFolder {
+struct LargeFolder {
     std::string path; ///< relative to the home folder
     std::int64_t bytes = 0;
 };
@@ -154,7 +154,7 @@ struct World {
     LoginItemStatus loginItem = LoginItemStatus::notRegistered;
 
     std::vector<LaunchItem> launchItems;
-    std::vector<HeavyFolder> heavyFolders;
+    std::vector<LargeFolder> largeFolders;
     std::optional<PastUsage> pastUsage;
     std::map<std::string, std::variant<bool, std::string>, std::less<>> preferences;
 

@@ -47,7 +47,7 @@ Tab page(Browser& browser, MacBuilder& mac, bool ownPage) {
 }
 
 void openWindow(Browser& browser, MacBuilder& mac, std::string profile, int tabs) {
-    BrowserWindow window;
+    TabWindow window;
     window.id = browser.newID();
     window.incognito = profile.empty();
     window.profile = std::move(profile);

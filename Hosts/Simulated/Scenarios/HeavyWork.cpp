@@ -12,12 +12,13 @@ void virtualMachine(MacBuilder& mac) {
                 "/System/Library/Frameworks/Virtualization.framework/Versions/A/XPCServices/"
                 "com.apple.Virtualization.VirtualMachine.xpc/Contents/MacOS/"
                 "com.apple.Virtualization.VirtualMachine",
-                600, 11 * 1024);
+                600, 11 * 1024)
+        .application = docker.number;
     mac.work("com.apple.Virtualization.VirtualMachine", {.percent = 600, .swing = 0.04});
     mac.startsByItself({LaunchFolder::systemDaemons, "com.docker.vmnetd",
                         "/Library/PrivilegedHelperTools/com.docker.vmnetd", "", true, true});
     mac.process(root, "/Library/PrivilegedHelperTools/com.docker.vmnetd", 0, 12);
-    mac.world().heavyFolders = {{"Library/Containers/com.docker.docker", 2 * gigabyte}};
+    mac.world().largeFolders = {{"Library/Containers/com.docker.docker", 2 * gigabyte}};
 }
 
 /// A film is rendered on a laptop without a fan.
@@ -35,7 +36,7 @@ void windowServer(MacBuilder& mac) {
     mac.boot(macBookAirM2, days(2.9));
     mac.usualApplications();
     mac.run({"Terminal", "com.apple.Terminal", 0.6, 90, 9, "/System/Applications/Utilities/"});
-    mac.run({"Preview", "com.apple.Preview", 0.4, 210, 7, "/System/Applications/"});
+    mac.run({"Preview", "com.apple.Preview", 0.4, 210, 6, "/System/Applications/"});
     mac.work("WindowServer", {.percent = 64, .swing = 0.12});
     mac.world().displays = {{1, 2048, {1280, 1440, 1680, 2048, 2560}},
                             {2, 5120, {2560, 3008, 3840, 5120, 6016}}};

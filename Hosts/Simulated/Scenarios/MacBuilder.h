@@ -75,12 +75,4 @@ private:
     Random random_;
 };
 
-constexpr Seconds days(double count) {
-    return Seconds{count * 86400};
-}
-
-constexpr Seconds hours(double count) {
-    return Seconds{count * 3600};
-}
-
 } // namespace pacelet::Simulated

@@ -21,7 +21,7 @@ void spotlightStuck(MacBuilder& mac) {
     mac.work("mds_stores", {.percent = 99, .swing = 0.06});
     mac.work("corespotlightd", {.percent = 34, .swing = 0.2});
     mac.work("mdworker_shared", {.percent = 12, .swing = 0.5});
-    mac.world().heavyFolders = {{"Library/Developer/Xcode/DerivedData", 16 * gigabyte / 10},
+    mac.world().largeFolders = {{"Library/Developer/Xcode/DerivedData", 16 * gigabyte / 10},
                                 {"Library/Containers/com.docker.docker", 11 * gigabyte / 10}};
 }
 

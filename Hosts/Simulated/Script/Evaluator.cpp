@@ -58,8 +58,8 @@ void Evaluator::failInBrowser(std::int32_t number, const std::string& message) c
     throw ScriptError{number, browser_->name + " got an error: " + message};
 }
 
-BrowserWindow& Evaluator::window(const WindowReference& reference) const {
-    BrowserWindow* const found = browser_->window(reference.window);
+TabWindow& Evaluator::window(const WindowReference& reference) const {
+    TabWindow* const found = browser_->window(reference.window);
     if (found == nullptr) {
         failInBrowser(noSuchObject,
                       "Can’t get window id " + std::to_string(reference.window) + ".");
@@ -120,7 +120,7 @@ Value Evaluator::value(const CountOf& form) const {
     return {items != nullptr ? static_cast<std::int64_t>(items->size()) : std::int64_t{1}};
 }
 
-Value Evaluator::windowProperty(PropertyName name, const BrowserWindow& window) const {
+Value Evaluator::windowProperty(PropertyName name, const TabWindow& window) const {
     switch (name) {
     case PropertyName::id:
         return {window.id};
@@ -170,7 +170,7 @@ Value Evaluator::value(const Property& form) const {
 Value Evaluator::value(const Elements& form) const {
     List list;
     if (form.kind == ElementKind::window) {
-        for (const BrowserWindow& each : browser_->windows) {
+        for (const TabWindow& each : browser_->windows) {
             list.push_back({WindowReference{each.id}});
         }
         return {std::move(list)};

@@ -25,7 +25,7 @@ public:
     Browser* addressed() const { return browser_; }
 
     // The object, which must be there still.
-    BrowserWindow& window(const WindowReference& reference) const;
+    TabWindow& window(const WindowReference& reference) const;
     Tab& tab(const TabReference& reference) const;
 
     [[noreturn]] void failInBrowser(std::int32_t number, const std::string& message) const;
@@ -45,7 +45,7 @@ private:
     Value value(const FrontWindow& form) const;
     Value value(const Filter& form) const;
 
-    Value windowProperty(PropertyName name, const BrowserWindow& window) const;
+    Value windowProperty(PropertyName name, const TabWindow& window) const;
     Value tabProperty(PropertyName name, const Tab& tab) const;
 
     Browser* browser_ = nullptr;

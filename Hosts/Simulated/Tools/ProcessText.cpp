@@ -1,6 +1,7 @@
 #include "Hosts/Simulated/Tools/ToolTexts.h"
 
 #include <cmath>
+#include <fmt/compile.h>
 #include <fmt/format.h>
 #include <iterator>
 
@@ -31,16 +32,19 @@ CPUTimeText textOf(Seconds cpuTime) {
 
 } // namespace
 
+// The listing is read in every tick, so its format is compiled, and its floats are written as the
+// integers that they are at one or two decimals.
 std::string processes(const World& world) {
     fmt::memory_buffer text;
     const Seconds awake = world.time.awake;
     for (const Process& process : world.processes.all()) {
         const CPUTimeText time = textOf(process.cpuTime(awake));
-        fmt::format_to(std::back_inserter(text),
-                       "{:5} {:5} {:5} {:<16} {:3}:{:02}.{:02} {:6} {:5.1f} {}\n", process.pid,
-                       process.ppid, process.user.uid, process.user.name, time.minutes,
+        const auto tenths = std::llround(process.load.at(awake) * 10);
+        fmt::format_to(fmt::appender(text),
+                       FMT_COMPILE("{:5} {:5} {:5} {:<16} {:3}:{:02}.{:02} {:6} {:3}.{} {}\n"),
+                       process.pid, process.ppid, process.user.uid, process.user.name, time.minutes,
                        time.seconds, time.hundredths, residentKilobytes(process, awake),
-                       process.load.at(awake), process.path);
+                       tenths / 10, tenths % 10, process.path);
     }
     return fmt::to_string(text);
 }

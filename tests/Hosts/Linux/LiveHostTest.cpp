@@ -11,6 +11,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <map>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -105,6 +106,33 @@ TEST(LiveHost, NoticesAChildThatRunsAnotherProgram) {
     ::close(go[0]);
     ::close(go[1]);
     EXPECT_FALSE(sample(host).contains(child));
+}
+
+TEST(LiveHost, HeldFilesBelongToTheProcessAndNotToItsNumber) {
+    const FolderReader proc{"/proc"};
+    ReadBuffer buffer;
+    for (const bool mayHold : {true, false}) {
+        const pid_t child = ::fork();
+        ASSERT_GE(child, 0);
+        if (child == 0) {
+            ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+            ::pause();
+            ::_exit(0);
+        }
+        ProcessFiles files;
+        for (int look = 0; look < 2; ++look) {
+            const auto glance = files.look(proc, child, mayHold, buffer);
+            ASSERT_TRUE(glance);
+            EXPECT_EQ(glance->uid, ::geteuid());
+            EXPECT_EQ(parseProcStat(glance->stat)->pid, child);
+        }
+        ::kill(child, SIGKILL);
+        ::waitpid(child, nullptr, 0);
+        EXPECT_FALSE(files.look(proc, child, mayHold, buffer));
+        // Another process has the number now, as far as these files can tell.
+        EXPECT_EQ(parseProcStat(files.look(proc, ::getpid(), mayHold, buffer)->stat)->pid,
+                  ::getpid());
+    }
 }
 
 TEST(LiveHost, ReadsPlausibleFigures) {
