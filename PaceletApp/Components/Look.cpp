@@ -1,0 +1,71 @@
+#include "PaceletApp/Components/Look.h"
+
+#include "Core/Support/EnumTable.h"
+
+#include <array>
+
+namespace pacelet {
+
+namespace {
+
+QString text(std::string_view utf8) {
+    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
+struct VerdictRow {
+    Verdict value;
+    std::string_view symbol;
+    std::string_view tone;
+};
+constexpr std::array<VerdictRow, 3> verdicts{{
+    {Verdict::safe, "checkmark.circle", "green"},
+    {Verdict::review, "exclamationmark.triangle", "amber"},
+    {Verdict::leave, "checkmark.shield", "neutral"},
+}};
+
+struct StatusRow {
+    Status value;
+    std::string_view rawValue;
+    std::string_view label;
+    std::string_view tone;
+};
+constexpr std::array<StatusRow, 3> statuses{{
+    {Status::quiet, "quiet", "All quiet", "green"},
+    {Status::busy, "busy", "Busy", "amber"},
+    {Status::struggling, "struggling", "Struggling", "red"},
+}};
+
+} // namespace
+
+PillLook lookOf(Verdict verdict) {
+    const VerdictRow& row = rowOf(verdicts, verdict);
+    const QString label = text(pacelet::label(verdict));
+    return {label, text(row.symbol), text(row.tone), QStringLiteral("Verdict: ") + label};
+}
+
+PillLook lookOf(Status status) {
+    const StatusRow& row = rowOf(statuses, status);
+    const QString label = text(row.label);
+    return {label, {}, text(row.tone), QStringLiteral("Status: ") + label};
+}
+
+FixLook lookOf(FixID fix, const ProcessGroup* group) {
+    const bool purple = fix == FixID::quitApp || fix == FixID::rebuildSpotlightIndex;
+    return {text(rawValue(fix)), text(title(fix, group)), text(symbol(fix)), purple};
+}
+
+QString rawValue(Status status) {
+    return text(rowOf(statuses, status).rawValue);
+}
+
+PillLook Looks::verdict(const QString& rawValue) const {
+    const auto value = verdictFromRawValue(rawValue.toStdString());
+    return value ? lookOf(*value) : PillLook{};
+}
+
+PillLook Looks::status(const QString& rawValue) const {
+    const auto value = fromRawValue<Status>(statuses, rawValue.toStdString());
+    return value ? lookOf(*value) : PillLook{};
+}
+
+} // namespace pacelet

@@ -1,0 +1,42 @@
+import QtQuick
+import QtQuick.Templates as T
+
+/// A panel over the window that stays until its content closes it, or Escape where it may.
+T.Popup {
+    id: sheet
+
+    property bool dismissable: true
+
+    signal dismissed
+
+    parent: T.Overlay.overlay
+    anchors.centerIn: parent
+    padding: 28
+    margins: 24
+    modal: true
+    focus: true
+    closePolicy: T.Popup.NoAutoClose
+
+    T.Overlay.modal: Rectangle {
+        color: Theme.scrim
+    }
+
+    background: PopupGround {
+        color: Theme.window
+    }
+
+    enter: PopupEnter {}
+    exit: PopupExit {}
+
+    contentItem: FocusScope {
+        implicitWidth: childrenRect.width
+        implicitHeight: childrenRect.height
+        focus: true
+        Keys.onEscapePressed: event => {
+            event.accepted = sheet.dismissable;
+            if (sheet.dismissable) {
+                sheet.dismissed();
+            }
+        }
+    }
+}

@@ -1,0 +1,81 @@
+import QtQuick
+import QtQuick.Templates as T
+
+/// The make of all push buttons: a glyph and a title on a rounded ground.
+T.Button {
+    id: button
+
+    property string symbol
+    property bool symbolBehind: false
+    property color labelColor: Theme.text
+    property color fill: Theme.controlFill
+    property color hoverFill: Theme.controlHover
+    property color pressedFill: Theme.controlPressed
+    property color outline: Theme.controlBorder
+    property real radius: 9
+    property real symbolSize: 14
+
+    implicitWidth: Math.ceil(leftPadding + row.implicitWidth + rightPadding)
+    implicitHeight: Math.ceil(topPadding + label.implicitHeight + bottomPadding)
+    opacity: enabled ? 1 : 0.45
+    focusPolicy: Qt.StrongFocus
+    Accessible.name: text
+    Keys.onReturnPressed: button.clicked()
+    Keys.onEnterPressed: button.clicked()
+
+    contentItem: Item {
+        Row {
+            id: row
+
+            anchors.centerIn: parent
+            spacing: 6
+            layoutDirection: button.symbolBehind ? Qt.RightToLeft : Qt.LeftToRight
+
+            Symbol {
+                id: glyph
+
+                anchors.verticalCenter: parent.verticalCenter
+                visible: button.symbol !== ""
+                name: button.symbol
+                color: button.labelColor
+                size: button.symbolSize
+            }
+
+            ElidedText {
+                id: label
+
+                readonly property real beside: glyph.visible ? glyph.width + row.spacing : 0
+
+                width: Math.min(Math.ceil(implicitWidth), Math.max(0, button.availableWidth - beside))
+                anchors.verticalCenter: parent.verticalCenter
+                visible: text !== ""
+                text: button.text
+                font: button.font
+                color: button.labelColor
+                Accessible.ignored: true
+            }
+        }
+    }
+
+    background: Rectangle {
+        radius: button.radius
+        color: button.down ? button.pressedFill : button.hovered ? button.hoverFill : button.fill
+        border.width: button.outline.a > 0 ? 1 : 0
+        border.color: button.outline
+
+        Behavior on color {
+            ColorAnimation {
+                duration: Theme.quick
+            }
+        }
+
+        FocusRing {
+            visible: button.visualFocus
+            around: button.radius
+        }
+    }
+
+    HoverHandler {
+        cursorShape: Qt.PointingHandCursor
+    }
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QImage>
+#include <QQmlEngine>
+#include <QString>
+
+#include <optional>
+
+namespace pacelet::gallery {
+
+/// Shows a page of QML and takes its picture.
+class Photographer {
+public:
+    Photographer();
+
+    /// The page as it settles; nothing when it could not be shown, after a warning on standard error.
+    std::optional<QImage> picture(const QString& resource);
+
+private:
+    QQmlEngine engine_;
+};
+
+} // namespace pacelet::gallery
