@@ -25,7 +25,7 @@ T.Popup {
     modal: true
     focus: true
     closePolicy: T.Popup.NoAutoClose
-    onOpened: (destructive ? cancelButton : confirmButton).forceActiveFocus(Qt.TabFocusReason)
+    onOpened: (destructive ? cancelButton : confirmButton).forceActiveFocus(destructive ? Qt.TabFocusReason : Qt.PopupFocusReason)
 
     T.Overlay.modal: Rectangle {
         color: Theme.scrim

@@ -8,7 +8,7 @@ Column {
     property string title
     property string description
 
-    spacing: 8
+    spacing: 10
     Accessible.role: Accessible.Grouping
     Accessible.name: title
 

@@ -9,7 +9,9 @@ Rectangle {
     property color fg: Theme.text2
     property color bg: Theme.raised
 
-    implicitWidth: content.width + 16
+    readonly property real besideLabel: 16 + (symbol === "" ? 0 : glyph.width + 5)
+
+    implicitWidth: Math.ceil(besideLabel + label.implicitWidth)
     implicitHeight: label.implicitHeight + 8
     radius: 6
     color: bg
@@ -17,13 +19,13 @@ Rectangle {
     Accessible.name: text
 
     Row {
-        id: content
-
         x: 8
         anchors.verticalCenter: parent.verticalCenter
         spacing: 5
 
         Symbol {
+            id: glyph
+
             anchors.verticalCenter: parent.verticalCenter
             visible: pill.symbol !== ""
             name: pill.symbol
@@ -34,7 +36,7 @@ Rectangle {
         Text {
             id: label
 
-            width: Math.min(Math.ceil(implicitWidth), pill.width > 0 ? Math.max(0, pill.width - 16 - x) : implicitWidth)
+            width: Math.min(Math.ceil(implicitWidth), Math.max(0, pill.width - pill.besideLabel))
             anchors.verticalCenter: parent.verticalCenter
             text: pill.text
             font: Theme.pill

@@ -12,6 +12,8 @@ T.Popup {
     parent: T.Overlay.overlay
     anchors.centerIn: parent
     padding: 28
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
     margins: 24
     modal: true
     focus: true

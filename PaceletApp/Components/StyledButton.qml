@@ -15,7 +15,9 @@ T.Button {
     property real radius: 9
     property real symbolSize: 14
 
-    implicitWidth: Math.ceil(leftPadding + row.implicitWidth + rightPadding)
+    readonly property real besideLabel: symbol === "" ? 0 : glyph.width + (text === "" ? 0 : row.spacing)
+
+    implicitWidth: Math.ceil(leftPadding + besideLabel + label.implicitWidth + rightPadding)
     implicitHeight: Math.ceil(topPadding + label.implicitHeight + bottomPadding)
     opacity: enabled ? 1 : 0.45
     focusPolicy: Qt.StrongFocus
@@ -44,9 +46,7 @@ T.Button {
             ElidedText {
                 id: label
 
-                readonly property real beside: glyph.visible ? glyph.width + row.spacing : 0
-
-                width: Math.min(Math.ceil(implicitWidth), Math.max(0, button.availableWidth - beside))
+                width: Math.min(Math.ceil(implicitWidth), Math.max(0, button.availableWidth - button.besideLabel))
                 anchors.verticalCenter: parent.verticalCenter
                 visible: text !== ""
                 text: button.text

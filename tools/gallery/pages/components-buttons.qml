@@ -73,8 +73,7 @@ Rectangle {
 
             SecondaryButton {
                 text: "Focused"
-                focus: true
-                Component.onCompleted: forceActiveFocus(Qt.TabFocusReason)
+                Component.onCompleted: Qt.callLater(() => forceActiveFocus(Qt.TabFocusReason))
             }
         }
 
