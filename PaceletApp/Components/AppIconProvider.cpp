@@ -14,8 +14,9 @@ namespace {
 constexpr int defaultSide = 64;
 
 QImage decoded(const EncodedImage& icon, int side) {
-    const QByteArray bytes = QByteArray::fromRawData(
-        reinterpret_cast<const char*>(icon.bytes.data()), static_cast<qsizetype>(icon.bytes.size()));
+    const QByteArray bytes =
+        QByteArray::fromRawData(reinterpret_cast<const char*>(icon.bytes.data()),
+                                static_cast<qsizetype>(icon.bytes.size()));
     QBuffer buffer;
     buffer.setData(bytes);
     QImageReader reader{&buffer};

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 
 /// A filter that is on or off.
-T.AbstractButton {
+T.RadioButton {
     id: chip
 
     property bool selected: false
@@ -10,9 +10,9 @@ T.AbstractButton {
     implicitWidth: Math.ceil(label.implicitWidth) + 24
     implicitHeight: Math.ceil(label.implicitHeight) + 12
     focusPolicy: Qt.StrongFocus
-    Accessible.role: Accessible.RadioButton
+    checked: selected
+    indicator: null
     Accessible.name: text
-    Accessible.checked: selected
     Keys.onReturnPressed: chip.clicked()
     Keys.onEnterPressed: chip.clicked()
 

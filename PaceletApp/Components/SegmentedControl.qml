@@ -3,7 +3,7 @@ import QtQuick
 import QtQuick.Templates as T
 
 /// One choice out of a few, side by side in equal parts.
-T.Control {
+Item {
     id: control
 
     /// Captions, in order.
@@ -14,28 +14,33 @@ T.Control {
 
     signal chosen(int index)
 
-    readonly property real partWidth: availableWidth / Math.max(1, options.length)
+    readonly property real margin: 3
+    readonly property real partWidth: (width - 2 * margin) / Math.max(1, options.length)
 
     implicitWidth: 170
     implicitHeight: 34
-    padding: 3
-    focusPolicy: Qt.StrongFocus
+    activeFocusOnTab: true
     Accessible.role: Accessible.PageTabList
     Accessible.name: title
     Keys.onLeftPressed: chosen(Math.max(0, current - 1))
     Keys.onRightPressed: chosen(Math.min(options.length - 1, current + 1))
 
-    background: Rectangle {
+    Rectangle {
+        anchors.fill: parent
         radius: 9
         color: Theme.card
         border.color: Theme.line
 
         FocusRing {
-            visible: control.visualFocus
+            // The pointer never gives it the focus.
+            visible: control.activeFocus
         }
     }
 
-    contentItem: Item {
+    Item {
+        anchors.fill: parent
+        anchors.margins: control.margin
+
         Rectangle {
             x: control.current * control.partWidth
             width: control.partWidth

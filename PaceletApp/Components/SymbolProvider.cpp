@@ -20,7 +20,7 @@ QString path(const QString& name) {
 } // namespace
 
 bool Symbols::isKnown(const QString& name) {
-    return !name.isEmpty() && QFile::exists(path(name));
+    return !name.isEmpty() && !name.contains(u'/') && QFile::exists(path(name));
 }
 
 QString Symbols::file(const QString& name) {

@@ -24,6 +24,8 @@ T.ToolTip {
         Text {
             id: words
 
+            objectName: "tip words"
+
             width: Math.min(Math.ceil(implicitWidth), 420)
             text: bubble.tip
             font: Theme.note

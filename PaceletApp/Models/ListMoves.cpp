@@ -10,9 +10,9 @@ std::vector<bool> longestRisingPart(std::span<const std::size_t> values) {
     std::vector<std::size_t> tails;
     std::vector<std::size_t> before(values.size(), none);
     for (std::size_t place = 0; place < values.size(); ++place) {
-        const auto tail = std::lower_bound(
-            tails.begin(), tails.end(), values[place],
-            [&](std::size_t at, std::size_t value) { return values[at] < value; });
+        const auto tail =
+            std::lower_bound(tails.begin(), tails.end(), values[place],
+                             [&](std::size_t at, std::size_t value) { return values[at] < value; });
         if (tail != tails.begin()) {
             before[place] = *std::prev(tail);
         }

@@ -28,6 +28,10 @@ except KeyError:
     sys.exit(f"{source} has no tabular digits")
 for part in font["cmap"].tables:
     part.cmap.update(tabular)
+# In some weights a digit is off by a few units.
+width = font["hmtx"][tabular[ord("0")]][0]
+for glyph in tabular.values():
+    font["hmtx"][glyph] = (width, font["hmtx"][glyph][1])
 
 options = subset.Options(layout_features=[], name_IDs=["*"], notdef_outline=True, glyph_names=True)
 subsetter = subset.Subsetter(options)

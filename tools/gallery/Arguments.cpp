@@ -29,8 +29,8 @@ std::variant<Arguments, Complaint> parse(std::span<const std::string_view> words
             }
             const auto scale = parseFloat(value);
             if (!scale || !(*scale >= leastScale && *scale <= mostScale)) {
-                return Complaint{fmt::format("\"{}\" is no scale from {} to {}", value, leastScale,
-                                             mostScale)};
+                return Complaint{
+                    fmt::format("\"{}\" is no scale from {} to {}", value, leastScale, mostScale)};
             }
             arguments.scale = *scale;
         } else if (word.starts_with('-')) {

@@ -13,7 +13,8 @@ class Photographer {
 public:
     Photographer();
 
-    /// The page as it settles; nothing when it could not be shown, after a warning on standard error.
+    /// The page as it settles; nothing when it could not be shown, after a warning on standard
+    /// error.
     std::optional<QImage> picture(const QString& resource);
 
 private:

@@ -29,7 +29,8 @@ bool takeAll(const Arguments& arguments) {
         if (!name.startsWith(QString::fromStdString(arguments.only))) {
             continue;
         }
-        const QString file = QString::fromStdString(arguments.folder) + u'/' + name + QStringLiteral(".png");
+        const QString file =
+            QString::fromStdString(arguments.folder) + u'/' + name + QStringLiteral(".png");
         const auto picture = photographer.picture(page.filePath());
         if (!picture || !picture->save(file)) {
             fmt::print(stderr, "pacelet-gallery: no picture of {}\n", name.toStdString());

@@ -1,0 +1,93 @@
+#include "tests/PaceletApp/Support/Stage.h"
+
+#include "Core/Support/Precondition.h"
+#include "PaceletApp/Components/ScreenModule.h"
+
+#include <QQmlComponent>
+#include <QTest>
+
+namespace pacelet {
+
+namespace {
+
+QObject* among(QObject* from, const QString& name) {
+    if (from == nullptr || from->objectName() == name) {
+        return from;
+    }
+    for (QObject* child : from->children()) {
+        if (QObject* found = among(child, name)) {
+            return found;
+        }
+    }
+    if (const auto* item = qobject_cast<QQuickItem*>(from)) {
+        for (QQuickItem* child : item->childItems()) {
+            // Items that are children in both trees were seen above.
+            if (child->parent() == from) {
+                continue;
+            }
+            if (QObject* found = among(child, name)) {
+                return found;
+            }
+        }
+    }
+    return nullptr;
+}
+
+} // namespace
+
+Stage::Stage(const QByteArray& body) : view_{&engine_, nullptr} {
+    installScreens(engine_);
+    QQmlComponent component{&engine_};
+    component.setData("import QtQuick\nimport Pacelet\nItem { width: 640; height: 480\n"
+                      "Component.onCompleted: Theme.reducedMotion = true\n" +
+                          body + "\n}",
+                      QUrl{QStringLiteral("stage.qml")});
+    QObject* root = component.create();
+    precondition(root != nullptr, qPrintable(component.errorString()));
+    view_.setContent({}, nullptr, root);
+    view_.show();
+    view_.requestActivate();
+    precondition(QTest::qWaitForWindowActive(&view_), "the stage does not open");
+}
+
+QObject* Stage::find(const char* name) {
+    QObject* found = among(view_.contentItem(), QString::fromLatin1(name));
+    precondition(found != nullptr, name);
+    return found;
+}
+
+QQuickItem* Stage::item(const char* name) {
+    auto* found = qobject_cast<QQuickItem*>(find(name));
+    precondition(found != nullptr, name);
+    return found;
+}
+
+QPoint Stage::center(const char* name) {
+    const QQuickItem* target = item(name);
+    return target->mapToScene(target->boundingRect().center()).toPoint();
+}
+
+void Stage::click(const char* name) {
+    QTest::mouseClick(&view_, Qt::LeftButton, {}, center(name));
+}
+
+void Stage::press(int key, Qt::KeyboardModifiers modifiers) {
+    QTest::keyClick(&view_, static_cast<Qt::Key>(key), modifiers);
+}
+
+void Stage::type(const QString& text) {
+    for (const QChar letter : text) {
+        QTest::keyClick(&view_, letter.toLatin1());
+    }
+}
+
+void Stage::hover(const char* name) {
+    QTest::mouseMove(&view_, center(name));
+}
+
+QString Stage::focused() {
+    const QQuickItem* holder = view_.activeFocusItem();
+    return holder != nullptr ? holder->objectName() : QString{};
+}
+
+} // namespace pacelet

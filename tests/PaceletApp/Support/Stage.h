@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickView>
+
+namespace pacelet {
+
+/// Shows a piece of QML in an active window, and does to it what a user does.
+class Stage {
+public:
+    /// `body` stands inside an Item that fills the window; QtQuick and Pacelet are imported. Motion
+    /// takes no time here.
+    explicit Stage(const QByteArray& body);
+
+    QQuickView& view() { return view_; }
+    QQmlEngine& engine() { return engine_; }
+
+    /// The object with this objectName, in popups too; the test fails without one.
+    QObject* find(const char* name);
+    QQuickItem* item(const char* name);
+    QVariant property(const char* name, const char* key) { return find(name)->property(key); }
+
+    void click(const char* name);
+    void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    void type(const QString& text);
+    void hover(const char* name);
+
+    /// objectName of the item that has the focus.
+    QString focused();
+
+private:
+    QPoint center(const char* name);
+
+    QQmlEngine engine_;
+    QQuickView view_;
+};
+
+} // namespace pacelet
