@@ -1,7 +1,7 @@
 import QtQuick
 
 /// A surface that holds one thing. Its height follows its content; its content fills its width.
-Rectangle {
+Box {
     id: card
 
     default property alias content: holder.data
@@ -10,8 +10,8 @@ Rectangle {
     implicitWidth: holder.childrenRect.width + 2 * padding
     implicitHeight: holder.childrenRect.height + 2 * padding
     radius: 16
-    color: Theme.card
-    border.color: Theme.line
+    fill: Theme.card
+    outline: Theme.line
 
     Item {
         id: holder

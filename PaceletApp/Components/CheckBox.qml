@@ -12,14 +12,13 @@ T.CheckBox {
     opacity: enabled ? 1 : 0.45
     Accessible.name: text
 
-    indicator: Rectangle {
+    indicator: Box {
         y: Math.round((box.height - height) / 2)
         width: 16
         height: 16
         radius: 5
-        color: box.checked ? box.hovered ? Theme.buttonHover : Theme.button : Theme.raised
-        border.width: box.checked ? 0 : 1
-        border.color: box.hovered ? Theme.text3 : Theme.scrollHandle
+        fill: box.checked ? box.hovered ? Theme.buttonHover : Theme.button : Theme.raised
+        outline: box.checked ? "transparent" : box.hovered ? Theme.text3 : Theme.scrollHandle
 
         Symbol {
             anchors.centerIn: parent

@@ -28,10 +28,10 @@ T.RadioButton {
         Accessible.ignored: true
     }
 
-    background: Rectangle {
+    background: Box {
         radius: height / 2
-        color: chip.selected ? Theme.accentBG : chip.down ? Theme.raised : Theme.card
-        border.color: chip.selected ? Qt.alpha(Theme.accent, 0.5) : chip.hovered ? Theme.controlBorder : Theme.line
+        fill: chip.selected ? Theme.accentBG : chip.down ? Theme.raised : Theme.card
+        outline: chip.selected ? Qt.alpha(Theme.accent, 0.5) : chip.hovered ? Theme.controlBorder : Theme.line
 
         FocusRing {
             visible: chip.visualFocus

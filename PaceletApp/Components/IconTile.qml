@@ -1,7 +1,7 @@
 import QtQuick
 
 /// A glyph on a raised tile.
-Rectangle {
+Box {
     id: tile
 
     property real size: 34
@@ -11,8 +11,8 @@ Rectangle {
     implicitWidth: size
     implicitHeight: size
     radius: 9
-    color: Theme.raised
-    border.color: Theme.tileBorder
+    fill: Theme.raised
+    outline: Theme.tileBorder
 
     Symbol {
         anchors.centerIn: parent

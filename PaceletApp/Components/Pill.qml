@@ -1,7 +1,7 @@
 import QtQuick
 
 /// A small label on its own ground.
-Rectangle {
+Box {
     id: pill
 
     property string text
@@ -14,7 +14,7 @@ Rectangle {
     implicitWidth: Math.ceil(besideLabel + label.implicitWidth)
     implicitHeight: label.implicitHeight + 8
     radius: 6
-    color: bg
+    fill: bg
     Accessible.role: Accessible.StaticText
     Accessible.name: text
 

@@ -1,10 +1,10 @@
 import QtQuick
 
 /// The ground of everything that floats over the window.
-Rectangle {
+Box {
     radius: 14
-    color: Theme.raised
-    border.color: Theme.controlBorder
+    fill: Theme.raised
+    outline: Theme.controlBorder
 
     Shadow {
         radius: 14

@@ -25,12 +25,12 @@ T.TextField {
         field.clear();
     }
 
-    background: Rectangle {
+    background: Box {
         radius: 9
-        color: Theme.card
-        border.color: field.activeFocus ? Theme.accent : field.hovered ? Theme.controlBorder : Theme.line
+        fill: Theme.card
+        outline: field.activeFocus ? Theme.accent : field.hovered ? Theme.controlBorder : Theme.line
 
-        Behavior on border.color {
+        Behavior on outline {
             ColorAnimation {
                 duration: Theme.quick
             }

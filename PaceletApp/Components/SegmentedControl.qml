@@ -25,11 +25,11 @@ Item {
     Keys.onLeftPressed: chosen(Math.max(0, current - 1))
     Keys.onRightPressed: chosen(Math.min(options.length - 1, current + 1))
 
-    Rectangle {
+    Box {
         anchors.fill: parent
         radius: 9
-        color: Theme.card
-        border.color: Theme.line
+        fill: Theme.card
+        outline: Theme.line
 
         FocusRing {
             // The pointer never gives it the focus.
@@ -41,13 +41,13 @@ Item {
         anchors.fill: parent
         anchors.margins: control.margin
 
-        Rectangle {
+        Box {
             x: control.current * control.partWidth
             width: control.partWidth
             height: parent.height
             radius: 6
-            color: Theme.accentBG
-            border.color: Qt.alpha(Theme.accent, 0.5)
+            fill: Theme.accentBG
+            outline: Qt.alpha(Theme.accent, 0.5)
 
             Behavior on x {
                 NumberAnimation {

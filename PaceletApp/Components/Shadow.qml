@@ -9,7 +9,7 @@ Item {
     property int spread: 12
 
     anchors.fill: parent
-    z: -1
+    z: -2
 
     Repeater {
         model: 6

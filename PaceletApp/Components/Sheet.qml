@@ -24,7 +24,7 @@ T.Popup {
     }
 
     background: PopupGround {
-        color: Theme.window
+        fill: Theme.window
     }
 
     enter: PopupEnter {}

@@ -57,13 +57,12 @@ T.Button {
         }
     }
 
-    background: Rectangle {
+    background: Box {
         radius: button.radius
-        color: button.down ? button.pressedFill : button.hovered ? button.hoverFill : button.fill
-        border.width: button.outline.a > 0 ? 1 : 0
-        border.color: button.outline
+        fill: button.down ? button.pressedFill : button.hovered ? button.hoverFill : button.fill
+        outline: button.outline
 
-        Behavior on color {
+        Behavior on fill {
             ColorAnimation {
                 duration: Theme.quick
             }

@@ -12,27 +12,27 @@ T.Switch {
     opacity: enabled ? 1 : 0.45
     Accessible.name: text
 
-    indicator: Rectangle {
+    indicator: Box {
         x: toggle.width - width
         y: Math.round((toggle.height - height) / 2)
         width: 36
         height: 20
         radius: 10
-        color: toggle.checked ? Theme.button : Theme.scrollHandle
+        fill: toggle.checked ? Theme.button : Theme.scrollHandle
 
-        Behavior on color {
+        Behavior on fill {
             ColorAnimation {
                 duration: Theme.quick
             }
         }
 
-        Rectangle {
+        Box {
             x: toggle.checked ? parent.width - width - 2 : 2
             y: 2
             width: 16
             height: 16
             radius: 8
-            color: Theme.textOnAccent
+            fill: Theme.textOnAccent
 
             Behavior on x {
                 NumberAnimation {

@@ -35,10 +35,10 @@ T.ToolTip {
         }
     }
 
-    background: Rectangle {
+    background: Box {
         radius: 7
-        color: Theme.raised
-        border.color: Theme.controlBorder
+        fill: Theme.raised
+        outline: Theme.controlBorder
 
         Shadow {
             radius: 7

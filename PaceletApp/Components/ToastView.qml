@@ -2,7 +2,7 @@ import QtQuick
 
 /// A short message in a floating capsule. Shows while it has a text, and keeps the words while it
 /// fades.
-Rectangle {
+Box {
     id: toast
 
     property string text
@@ -19,8 +19,8 @@ Rectangle {
     implicitWidth: words.width + 36
     implicitHeight: words.height + 22
     radius: Math.min(height / 2, 21)
-    color: Theme.raised
-    border.color: Theme.controlBorder
+    fill: Theme.raised
+    outline: Theme.controlBorder
     visible: opacity > 0
     opacity: shown ? 1 : 0
     Accessible.role: Accessible.AlertMessage
