@@ -1,16 +1,13 @@
 #include "PaceletApp/Components/Look.h"
 
 #include "Core/Support/EnumTable.h"
+#include "PaceletApp/Components/QtText.h"
 
 #include <array>
 
 namespace pacelet {
 
 namespace {
-
-QString text(std::string_view utf8) {
-    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
-}
 
 struct VerdictRow {
     Verdict value;
@@ -39,23 +36,23 @@ constexpr std::array<StatusRow, 3> statuses{{
 
 PillLook lookOf(Verdict verdict) {
     const VerdictRow& row = rowOf(verdicts, verdict);
-    const QString label = text(pacelet::label(verdict));
-    return {label, text(row.symbol), text(row.tone), QStringLiteral("Verdict: ") + label};
+    const QString label = qtText(pacelet::label(verdict));
+    return {label, qtText(row.symbol), qtText(row.tone), QStringLiteral("Verdict: ") + label};
 }
 
 PillLook lookOf(Status status) {
     const StatusRow& row = rowOf(statuses, status);
-    const QString label = text(row.label);
-    return {label, {}, text(row.tone), QStringLiteral("Status: ") + label};
+    const QString label = qtText(row.label);
+    return {label, {}, qtText(row.tone), QStringLiteral("Status: ") + label};
 }
 
 FixLook lookOf(FixID fix, const ProcessGroup* group) {
     const bool purple = fix == FixID::quitApp || fix == FixID::rebuildSpotlightIndex;
-    return {text(rawValue(fix)), text(title(fix, group)), text(symbol(fix)), purple};
+    return {qtText(rawValue(fix)), qtText(title(fix, group)), qtText(symbol(fix)), purple};
 }
 
 QString rawValue(Status status) {
-    return text(rowOf(statuses, status).rawValue);
+    return qtText(rowOf(statuses, status).rawValue);
 }
 
 PillLook Looks::verdict(const QString& rawValue) const {

@@ -43,6 +43,7 @@ Photographer::Photographer() {
     QStringList names = QDir{QStringLiteral(":/symbols")}.entryList(QDir::Files, QDir::Name);
     names.replaceInStrings(QStringLiteral(".svg"), QString{});
     engine_.rootContext()->setContextProperty(QStringLiteral("symbolNames"), names);
+    engine_.rootContext()->setContextProperty(QStringLiteral("samples"), &samples_);
     // A picture shows where a motion ends.
     QQmlComponent theme{&engine_};
     theme.setData("import QtQml\nimport Pacelet\nQtObject { Component.onCompleted: "

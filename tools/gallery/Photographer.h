@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tools/gallery/Samples.h"
+
 #include <QImage>
 #include <QQmlEngine>
 #include <QString>
@@ -18,6 +20,7 @@ public:
     std::optional<QImage> picture(const QString& resource);
 
 private:
+    Samples samples_;
     QQmlEngine engine_;
 };
 

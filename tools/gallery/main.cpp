@@ -26,7 +26,8 @@ bool takeAll(const Arguments& arguments) {
     const QDir pages{QStringLiteral(":/gallery/pages")};
     for (const QFileInfo& page : pages.entryInfoList(QDir::Files, QDir::Name)) {
         const QString name = page.completeBaseName();
-        if (!name.startsWith(QString::fromStdString(arguments.only))) {
+        // A name that begins with a capital is a piece of pages.
+        if (name.front().isUpper() || !name.startsWith(QString::fromStdString(arguments.only))) {
             continue;
         }
         const QString file =

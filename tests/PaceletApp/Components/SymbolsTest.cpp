@@ -5,39 +5,30 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-#include <regex>
+#include <QDirIterator>
+#include <QFile>
+#include <QRegularExpression>
+
 #include <set>
-#include <sstream>
 
 namespace pacelet {
 namespace {
 
-const std::filesystem::path source{PACELET_SOURCE_DIR};
-
-std::string contents(const std::filesystem::path& file) {
-    std::ostringstream text;
-    text << std::ifstream{file}.rdbuf();
-    return text.str();
-}
-
-/// Every glyph that a .qml file or a C++ table of the application names.
+/// Every glyph that a .qml file of the application names.
 std::set<std::string> namedInSources() {
-    const std::regex inQml{
-        R"re((?:symbol|name)\w*:[^"\n]*"([a-z0-9.]+)"(?:[^"\n]*"([a-z0-9.]+)")?)re"};
+    const QRegularExpression property{R"re((?:symbol|name)\w*:[^\n]*)re"};
+    const QRegularExpression quoted{R"re("([a-z0-9.]+)")re"};
     std::set<std::string> names;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator{source / "PaceletApp"}) {
-        if (entry.path().extension() != ".qml") {
-            continue;
-        }
-        const std::string text = contents(entry.path());
-        for (std::sregex_iterator match{text.begin(), text.end(), inQml}, end; match != end;
-             ++match) {
-            for (const std::size_t part : {1, 2}) {
-                if ((*match)[part].length() > 0) {
-                    names.insert((*match)[part]);
-                }
+    QDirIterator files{
+        PACELET_SOURCE_DIR "/PaceletApp", {"*.qml"}, QDir::Files, QDirIterator::Subdirectories};
+    while (files.hasNext()) {
+        QFile file{files.next()};
+        EXPECT_TRUE(file.open(QFile::ReadOnly));
+        auto lines = property.globalMatch(QString::fromUtf8(file.readAll()));
+        while (lines.hasNext()) {
+            auto words = quoted.globalMatch(lines.next().captured());
+            while (words.hasNext()) {
+                names.insert(words.next().captured(1).toStdString());
             }
         }
     }
@@ -56,7 +47,8 @@ TEST(Symbols, haveAGlyphForEveryNameInUse) {
     for (const Verdict verdict : {Verdict::safe, Verdict::review, Verdict::leave}) {
         names.insert(lookOf(verdict).symbol.toStdString());
     }
-    for (const CatalogEntry& entry : CatalogFile::read(source / "resources" / "processes.json")) {
+    for (const CatalogEntry& entry :
+         CatalogFile::read(PACELET_SOURCE_DIR "/resources/processes.json")) {
         if (entry.symbol) {
             names.insert(*entry.symbol);
         }

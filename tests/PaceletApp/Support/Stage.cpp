@@ -4,6 +4,7 @@
 #include "PaceletApp/Components/ScreenModule.h"
 
 #include <QQmlComponent>
+#include <QQmlContext>
 #include <QTest>
 
 namespace pacelet {
@@ -33,18 +34,38 @@ QObject* among(QObject* from, const QString& name) {
     return nullptr;
 }
 
+/// Calls `visit` with every visible item below `item` that has a text of its own.
+template<typename Visit>
+void forEachText(QQuickItem& item, const Visit& visit) {
+    if (!item.isVisible() || item.opacity() <= 0) {
+        return;
+    }
+    if (item.inherits("QQuickText") && !item.property("text").toString().isEmpty()) {
+        visit(item);
+    }
+    for (QQuickItem* child : item.childItems()) {
+        forEachText(*child, visit);
+    }
+}
+
 } // namespace
 
-Stage::Stage(const QByteArray& body) : view_{&engine_, nullptr} {
+Stage::Stage(const QByteArray& body, const QVariantMap& context, QSize size)
+    : view_{&engine_, nullptr} {
     installScreens(engine_);
+    for (auto each = context.begin(); each != context.end(); ++each) {
+        engine_.rootContext()->setContextProperty(each.key(), each.value());
+    }
     QQmlComponent component{&engine_};
-    component.setData("import QtQuick\nimport Pacelet\nItem { width: 640; height: 480\n"
+    component.setData("import QtQuick\nimport Pacelet\nItem {\n"
                       "Component.onCompleted: Theme.reducedMotion = true\n" +
                           body + "\n}",
                       QUrl{QStringLiteral("stage.qml")});
     QObject* root = component.create();
     precondition(root != nullptr, qPrintable(component.errorString()));
+    view_.setResizeMode(QQuickView::SizeRootObjectToView);
     view_.setContent({}, nullptr, root);
+    view_.resize(size);
     view_.show();
     view_.requestActivate();
     precondition(QTest::qWaitForWindowActive(&view_), "the stage does not open");
@@ -60,6 +81,29 @@ QQuickItem* Stage::item(const char* name) {
     auto* found = qobject_cast<QQuickItem*>(find(name));
     precondition(found != nullptr, name);
     return found;
+}
+
+std::vector<std::string> Stage::texts() {
+    std::vector<std::string> found;
+    forEachText(*view_.contentItem(), [&](const QQuickItem& item) {
+        found.push_back(item.property("text").toString().toStdString());
+    });
+    return found;
+}
+
+QRectF Stage::edges(const QString& text) {
+    QRectF found;
+    forEachText(*view_.contentItem(), [&](const QQuickItem& item) {
+        if (item.property("text").toString() == text) {
+            found = item.mapRectToScene(item.boundingRect());
+        }
+    });
+    precondition(!found.isNull(), qPrintable(text));
+    return found;
+}
+
+void Stage::clickText(const QString& text) {
+    QTest::mouseClick(&view_, Qt::LeftButton, {}, edges(text).center().toPoint());
 }
 
 QPoint Stage::center(const char* name) {
