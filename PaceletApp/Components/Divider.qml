@@ -1,10 +1,10 @@
 import QtQuick
 
 /// A line of whole device pixels, one point thick or a little less.
-Rectangle {
+Box {
     readonly property real thickness: Math.max(1, Math.floor(Screen.devicePixelRatio)) / Screen.devicePixelRatio
 
     implicitWidth: thickness
     implicitHeight: thickness
-    color: Theme.line
+    fill: Theme.line
 }

@@ -6,6 +6,7 @@ ScreenHeader {
 
     required property string liveText
     required property bool paused
+    required property bool checked
 
     signal pauseToggled
 
@@ -15,6 +16,7 @@ ScreenHeader {
     LiveBadge {
         text: header.liveText
         paused: header.paused
+        checked: header.checked
         onPauseToggled: header.pauseToggled()
     }
 }

@@ -6,6 +6,8 @@ Row {
 
     required property string text
     required property bool paused
+    /// False before the first check.
+    property bool checked: true
 
     signal pauseToggled
 
@@ -20,7 +22,7 @@ Row {
             width: 6
             height: 6
             radius: 3
-            fill: badge.paused ? Theme.amber : Theme.green
+            fill: badge.paused ? Theme.amber : badge.checked ? Theme.green : Theme.text3
         }
 
         Text {

@@ -13,6 +13,7 @@ ScrollArea {
         width: parent.width
         liveText: view.model.liveText
         paused: view.model.paused
+        checked: view.model.hero.checked
         onPauseToggled: view.model.togglePause()
     }
 
