@@ -38,13 +38,14 @@ public:
         return QQuickTextureFactory::textureFactoryForImage(image_);
     }
 
-    QString errorString() const override {
-        return image_.isNull() ? QStringLiteral("no icon") : QString{};
-    }
-
     void run() override {
         if (const auto icon = workspace_.icon(path_, side_)) {
             image_ = decoded(*icon, side_);
+        }
+        if (image_.isNull()) {
+            // An error would be logged for each such application.
+            image_ = QImage{1, 1, QImage::Format_ARGB32_Premultiplied};
+            image_.fill(Qt::transparent);
         }
         Q_EMIT finished();
     }

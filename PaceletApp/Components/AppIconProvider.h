@@ -8,8 +8,8 @@
 namespace pacelet {
 
 /// Serves "image://appicon/PATH", PATH percent-encoded: the icon of the application at that path,
-/// as the machine has it. Read and decoded on a thread of its own; an application without an icon
-/// gives an error, and the view shows its tile.
+/// as the machine has it. Read and decoded on a thread of its own; for an application without an
+/// icon it is a picture of one pixel.
 class AppIconProvider : public QQuickAsyncImageProvider {
 public:
     /// `workspace` outlives the engine that owns the provider.

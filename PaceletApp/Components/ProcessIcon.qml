@@ -17,6 +17,8 @@ Item {
 
         readonly property int pixels: Math.round(icon.size * Screen.devicePixelRatio)
 
+        readonly property bool missing: status === Image.Error || status === Image.Ready && implicitWidth <= 1
+
         anchors.fill: parent
         sourceSize.width: pixels
         sourceSize.height: pixels
@@ -27,7 +29,7 @@ Item {
 
     IconTile {
         // Nothing flashes while the icon is on its way.
-        visible: icon.appPath === "" || picture.status === Image.Error
+        visible: icon.appPath === "" || picture.missing
         size: icon.size
         symbol: visible ? icon.symbol : ""
     }

@@ -77,8 +77,8 @@ TEST(OverviewView, itsButtonsReachTheModel) {
 }
 
 TEST(OverviewView, columnsOfHeadingAndRowsMeet) {
-    const Shown shown{SampleMachine{1}};
-    auto& stage = const_cast<Stage&>(shown.stage);
+    Shown shown{SampleMachine{1}};
+    Stage& stage = shown.stage;
     EXPECT_EQ(stage.edges("CPU").right(), stage.edges("50.0%").right());
     EXPECT_EQ(stage.edges("Memory").right(), stage.edges("0 KB").right());
     EXPECT_EQ(stage.edges("Process").left(), stage.edges("App 0").left() - 46);

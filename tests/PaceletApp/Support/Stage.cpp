@@ -71,6 +71,13 @@ Stage::Stage(const QByteArray& body, const QVariantMap& context, QSize size)
     precondition(QTest::qWaitForWindowActive(&view_), "the stage does not open");
 }
 
+Stage::~Stage() {
+    // Textures whose pictures have gone are freed by the next frame, and by nothing else.
+    delete view_.rootObject();
+    view_.releaseResources();
+    view_.grabWindow();
+}
+
 QObject* Stage::find(const char* name) {
     QObject* found = among(view_.contentItem(), QString::fromLatin1(name));
     precondition(found != nullptr, name);

@@ -17,6 +17,9 @@ public:
     /// the names of `context` are known. Motion takes no time here.
     explicit Stage(const QByteArray& body, const QVariantMap& context = {},
                    QSize size = {640, 480});
+    ~Stage();
+    Stage(const Stage&) = delete;
+    Stage& operator=(const Stage&) = delete;
 
     QQuickView& view() { return view_; }
     QQmlEngine& engine() { return engine_; }
