@@ -12,6 +12,10 @@ target_compile_options(pacelet_options INTERFACE
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   # GCC 12 sees overlaps in plain concatenations of strings that are not there.
   target_compile_options(pacelet_options INTERFACE -Wno-restrict)
+  if(PACELET_SANITIZE)
+    # With the checks of the sanitizers in the way, it takes empty optionals for uninitialised ones.
+    target_compile_options(pacelet_options INTERFACE -Wno-maybe-uninitialized)
+  endif()
 endif()
 target_include_directories(pacelet_options INTERFACE ${PROJECT_SOURCE_DIR})
 
