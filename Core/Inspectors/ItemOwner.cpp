@@ -16,37 +16,37 @@ std::optional<std::string_view> enclosingBundle(std::string_view program) {
     return program.ends_with(appSuffix) ? std::optional{program} : std::nullopt;
 }
 
-/// Cuts the first part off a name whose parts are joined by dots; empty at its end.
-std::string_view takePart(std::string_view& name) {
-    name.remove_prefix(std::min(name.find_first_not_of('.'), name.size()));
-    const std::string_view part = name.substr(0, name.find('.'));
-    name.remove_prefix(part.size());
-    return part;
-}
-
-/// How many parts two names have in common before they first differ.
-int sharedParts(std::string_view left, std::string_view right) {
-    int shared = 0;
-    for (;;) {
-        const std::string_view part = takePart(left);
-        if (part.empty() || part != takePart(right)) {
-            return shared;
+/// How many of `parts` a name of parts joined by dots begins with, whole ones in their order.
+std::size_t sharedParts(const std::vector<std::string_view>& parts, std::string_view name) {
+    std::size_t shared = 0;
+    for (const std::string_view part : parts) {
+        while (name.starts_with('.')) {
+            name.remove_prefix(1);
+        }
+        if (!name.starts_with(part)) {
+            break;
+        }
+        name.remove_prefix(part.size());
+        if (!name.empty() && name.front() != '.') {
+            break;
         }
         ++shared;
     }
+    return shared;
 }
 
 std::optional<std::string> ownerByLabel(std::string_view label, const InstalledApps& installed) {
-    // A vendor's prefix, such as com.vendor.
-    int most = 1;
-    std::optional<std::string> owner;
+    // Two parts are a vendor's prefix, such as com.vendor; less says nothing.
+    std::size_t most = 1;
+    const std::string* owner = nullptr;
+    const auto parts = splitDroppingEmpty(label, '.');
     for (const auto& [identifier, name] : installed) {
-        if (const int shared = sharedParts(label, identifier); shared > most) {
+        if (const std::size_t shared = sharedParts(parts, identifier); shared > most) {
             most = shared;
-            owner = name;
+            owner = &name;
         }
     }
-    return owner;
+    return owner != nullptr ? std::optional{*owner} : std::nullopt;
 }
 
 } // namespace
