@@ -3,14 +3,21 @@
 #include "Hosts/Linux/Proc/ProcPath.h"
 #include "Hosts/Linux/Proc/ShownText.h"
 
+#include <limits>
 #include <utility>
 
 namespace pacelet::Linux {
 
 namespace {
 
-/// Desktops move an application into its scope only after they started it.
+/// Desktops move an application into its scope only after they started it: at this age it is there.
 constexpr Seconds settlingTime{10};
+
+/// Until then it is looked at again now and then, ever more seldom as it grows older.
+Seconds nextLookAt(Seconds uptime, Seconds age) {
+    constexpr Seconds never{std::numeric_limits<double>::infinity()};
+    return age >= settlingTime ? never : uptime + Seconds{1} + age;
+}
 
 constexpr std::string_view deletedMark = " (deleted)";
 
@@ -35,13 +42,14 @@ std::string_view programOfCommandLine(std::string_view commandLine) {
 
 } // namespace
 
-void KnownProcesses::beginSweep() {
+void KnownProcesses::beginSweep(Seconds uptime) {
     ++sweep_;
+    uptime_ = uptime;
     auto index = apps_.current();
     if (index != index_) {
         index_ = std::move(index);
         for (auto& [pid, process] : processes_) {
-            process.isSettled = false;
+            process.nextLook = Seconds::zero();
         }
     }
 }
@@ -65,21 +73,21 @@ KnownProcesses::Noted KnownProcesses::note(const ProcStat& stat) {
     process.hasTerminal = stat.terminal != 0;
     process.hasEnded = stat.hasEnded();
     process.sweep = sweep_;
-    return {process, isChanged || (!process.isSettled && !process.hasEnded)};
+    return {process, isChanged || (uptime_ >= process.nextLook && !process.hasEnded)};
 }
 
 bool KnownProcesses::learn(std::int32_t pid, KnownProcess& process, Seconds age) {
     if (process.isKernelThread) {
         process.path = process.executable = shownPath(kernelThreadName(process.comm));
         process.reason = AssociationReason::kernelThread;
-        process.isSettled = true;
+        process.nextLook = nextLookAt(uptime_, settlingTime);
         return true;
     }
     if (process.executable.empty()) {
         process.executable = readExecutable(pid, process);
     }
     associateWithApp(pid, process);
-    process.isSettled = age >= settlingTime || process.hasEnded;
+    process.nextLook = nextLookAt(uptime_, age);
     return isStillThere(pid, process);
 }
 

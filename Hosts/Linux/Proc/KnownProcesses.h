@@ -30,7 +30,7 @@ struct KnownProcess {
     bool hasTerminal = false; ///< the same
     bool isKernelThread = false;
     bool hasEnded = false;
-    bool isSettled = false;  ///< its scope will not change any more
+    Seconds nextLook{};      ///< uptime from which on its scope is to be looked at again
     std::uint64_t sweep = 0; ///< the last sweep in which it was there
 };
 
@@ -42,7 +42,8 @@ public:
     /// Both must outlive it.
     KnownProcesses(const FolderReader& proc, DesktopCatalog& apps) : proc_{proc}, apps_{apps} {}
 
-    void beginSweep();
+    /// `uptime` is the time since boot.
+    void beginSweep(Seconds uptime);
 
     struct Noted {
         KnownProcess& process; ///< stays in place until it is forgotten
@@ -70,6 +71,7 @@ private:
     std::unordered_map<std::int32_t, KnownProcess> processes_;
     ReadBuffer buffer_;
     std::uint64_t sweep_ = 0;
+    Seconds uptime_{};
 };
 
 } // namespace pacelet::Linux

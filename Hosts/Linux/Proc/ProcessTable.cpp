@@ -34,7 +34,7 @@ const std::vector<ProcessRow>& ProcessTable::read(Seconds uptime) {
     rows_.clear();
     pending_.clear();
     proc_.listNumbers(pids_, listing_);
-    known_.beginSweep();
+    known_.beginSweep(uptime);
     for (const std::int32_t pid : pids_) {
         readRow(pid, uptime);
     }
