@@ -25,6 +25,8 @@ struct NetworkPath {
     bool satisfied = false;
     bool usesWiFi = false;
     bool usesWiredEthernet = false;
+
+    bool operator==(const NetworkPath&) const = default;
 };
 
 /// Reports the present path soon after it was started, and then every change of it, on a thread of

@@ -3,6 +3,7 @@
 #include "Hosts/Linux/Apps/DesktopCatalog.h"
 #include "Hosts/Linux/LinuxKernel.h"
 #include "Hosts/Linux/LinuxToolRunner.h"
+#include "Hosts/Linux/Network/NetworkLink.h"
 #include "Hosts/Linux/PSTool.h"
 #include "Hosts/Linux/SystemClock.h"
 
@@ -25,12 +26,14 @@ public:
     Clock& clock() { return clock_; }
     ToolRunner& tools() { return tools_; }
     Kernel& kernel() { return kernel_; }
+    pacelet::NetworkLink& networkLink() { return networkLink_; }
 
 private:
     SystemClock clock_;
     LinuxKernel kernel_;
     PSTool ps_;
     LinuxToolRunner tools_;
+    NetworkLink networkLink_;
 };
 
 } // namespace pacelet::Linux

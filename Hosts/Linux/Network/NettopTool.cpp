@@ -1,0 +1,61 @@
+#include "Hosts/Linux/Network/NettopTool.h"
+
+#include <chrono>
+#include <thread>
+#include <utility>
+
+namespace pacelet::Linux::NettopTool {
+
+namespace {
+
+constexpr Seconds samplingPeriod{1.0};
+constexpr std::int32_t usageError = 64;
+
+Machine thisMachine(NetlinkSocket& diagnostics, const std::string& procFolder) {
+    return {[&diagnostics]() -> std::optional<SocketSample> {
+                auto sockets = readSocketCounters(diagnostics);
+                if (!sockets) {
+                    return std::nullopt;
+                }
+                return SocketSample{std::chrono::steady_clock::now(), std::move(*sockets)};
+            },
+            [&procFolder] { return readSocketOwners(procFolder); },
+            [](Seconds period) { std::this_thread::sleep_for(period); }};
+}
+
+} // namespace
+
+std::optional<std::string> text(const Machine& machine) {
+    const auto before = machine.takeSample();
+    if (!before) {
+        return std::nullopt;
+    }
+    machine.sleep(samplingPeriod);
+    const auto after = machine.takeSample();
+    if (!after) {
+        return std::nullopt;
+    }
+    const SocketOwners owners = machine.readOwners();
+    return trafficBlock(totalTraffic(*before), owners) +
+           trafficBlock(trafficRates(*before, *after), owners);
+}
+
+Shell::Output answer(const std::vector<std::string>& arguments, const Machine& machine) {
+    static const std::vector<std::string> understood{
+        "-P", "-d", "-L", "2", "-s", "1", "-x", "-J", "bytes_in,bytes_out"};
+    if (arguments != understood) {
+        return {usageError, "", "nettop: these arguments are not understood\n"};
+    }
+    std::optional<std::string> listing = text(machine);
+    if (!listing) {
+        return {1, "", "nettop: the kernel does not tell its sockets\n"};
+    }
+    return {0, std::move(*listing), ""};
+}
+
+Shell::Output run(const std::vector<std::string>& arguments, const std::string& procFolder) {
+    NetlinkSocket diagnostics{NETLINK_SOCK_DIAG};
+    return answer(arguments, thisMachine(diagnostics, procFolder));
+}
+
+} // namespace pacelet::Linux::NettopTool

@@ -1,0 +1,145 @@
+#include "Hosts/Linux/Network/NettopTool.h"
+
+#include "Core/Internet/NetTop.h"
+#include "tests/Hosts/Linux/Network/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+#include <linux/inet_diag.h>
+#include <linux/sock_diag.h>
+#include <linux/tcp.h>
+
+namespace pacelet::Linux {
+namespace {
+
+/// One message of a socket dump, with the first `infoLength` bytes of its counters.
+ByteBuffer socketMessage(const SocketCounters& counters, std::size_t infoLength) {
+    inet_diag_msg head{};
+    head.idiag_inode = static_cast<std::uint32_t>(counters.inode);
+    head.id.idiag_cookie[0] = static_cast<std::uint32_t>(counters.cookie);
+    head.id.idiag_cookie[1] = static_cast<std::uint32_t>(counters.cookie >> 32);
+    tcp_info info{};
+    info.tcpi_bytes_received = counters.bytesReceived;
+    info.tcpi_bytes_sent = counters.bytesSent;
+    NetlinkRequest message{SOCK_DIAG_BY_FAMILY, 0};
+    message.record(head).attribute(INET_DIAG_SHUTDOWN, std::uint8_t{0});
+    message.attribute(INET_DIAG_INFO, std::as_bytes(std::span{&info, 1}).first(infoLength));
+    return message.bytes(1);
+}
+
+TEST(SocketDiag, ReadsCountersAndLeavesOutWhatIsNotTold) {
+    constexpr std::size_t whole = sizeof(tcp_info);
+    constexpr std::size_t shortOne = offsetof(tcp_info, tcpi_bytes_sent) + 7;
+    const SocketCounters large{0xfedcba9876543210, 0xffffffff, UINT64_MAX, 1ULL << 40};
+    ByteBuffer answer;
+    for (const ByteBuffer& message :
+         {socketMessage(large, whole), socketMessage({1, 0, 5, 5}, whole),
+          socketMessage({2, 22, 5, 5}, shortOne), socketMessage({3, 33, 5, 6}, shortOne + 1)}) {
+        answer.insert(answer.end(), message.begin(), message.end());
+    }
+    std::vector<SocketCounters> sockets;
+    parseSocketCounters(answer, sockets);
+    EXPECT_EQ(sockets, (std::vector<SocketCounters>{large, {3, 33, 5, 6}}));
+}
+
+SocketSample sampleAt(double seconds, std::vector<SocketCounters> sockets) {
+    return {MonotonicTime{Seconds{seconds}}, std::move(sockets)};
+}
+
+TEST(SocketTraffic, RatesAreDifferencesASecond) {
+    const SocketSample before =
+        sampleAt(10, {{1, 101, 1000, 500}, {2, 102, 700, 700}, {3, 103, 9, 9}, {5, 105, 4, 4}});
+    const SocketSample after =
+        sampleAt(12, {{4, 104, 30, 10}, {1, 101, 3000, 500}, {2, 102, 600, 800}, {6, 105, 8, 8}});
+    // A new one counts from 0, one that runs backwards does not count, one that closed is lost, and
+    // a reused inode is another socket.
+    EXPECT_EQ(
+        trafficRates(before, after),
+        (std::vector<SocketTraffic>{{104, 15, 5}, {101, 1000, 0}, {102, 0, 50}, {105, 4, 4}}));
+    EXPECT_TRUE(trafficRates(after, before).empty()) << "time ran backwards";
+    EXPECT_TRUE(trafficRates(before, before).empty()) << "no time at all";
+}
+
+TEST(SocketOwners, GoThroughTheDescriptorsThatMayBeSeen) {
+    EXPECT_EQ(socketInode("socket:[4711]"), 4711U);
+    for (const auto* odd : {"socket:[]", "socket:[-1]", "socket:[4711", "pipe:[4711]",
+                            "socket:", "/tmp/socket:[1]", "socket:[99999999999999999999]", ""}) {
+        EXPECT_EQ(socketInode(odd), std::nullopt) << odd;
+    }
+    EXPECT_EQ(trafficName("Web Content\n"), "Web Content");
+    EXPECT_EQ(trafficName("a,b\nc.d,\n"), "a?b?c.d?");
+    EXPECT_EQ(trafficName(""), "");
+
+    const TemporaryFolder proc;
+    proc.write("self/comm", "self\n");
+    proc.write("10/comm", "parent\n");
+    proc.link("10/fd/0", "/dev/null");
+    proc.link("10/fd/3", "socket:[100]");
+    proc.link("10/fd/4", "socket:[101]");
+    proc.write("9/comm", "elder\n");
+    proc.link("9/fd/7", "socket:[100]");
+    proc.link("11/fd/3", "socket:[102]"); // gone before its name was read
+    proc.write("12/comm", "hidden\n");
+    const SocketOwners owners = readSocketOwners(proc.path());
+    EXPECT_EQ(owners.pidOf(100), 10) << "the highest of several";
+    EXPECT_EQ(owners.pidOf(101), 10);
+    EXPECT_EQ(owners.pidOf(102), 11);
+    EXPECT_EQ(owners.pidOf(103), std::nullopt);
+    EXPECT_EQ(owners.nameOf(10), "parent");
+    EXPECT_EQ(owners.nameOf(11), "");
+    EXPECT_EQ(readSocketOwners("/nowhere/at/all").pidOf(100), std::nullopt);
+}
+
+/// Two samples one and a half seconds apart, and how long was slept between them.
+struct FakeMachine {
+    std::vector<std::optional<SocketSample>> samples;
+    Seconds slept{0};
+    std::size_t taken = 0;
+
+    NettopTool::Machine machine() {
+        return {[this] { return samples.at(taken++); },
+                [] {
+                    SocketOwners owners;
+                    owners.add(101, 7);
+                    owners.add(102, 7);
+                    owners.add(103, 5);
+                    owners.setName(7, "two.sockets");
+                    owners.setName(5, "idle");
+                    return owners;
+                },
+                [this](Seconds period) { slept += period; }};
+    }
+};
+
+TEST(NettopTool, PrintsTotalsAndThenRatesPerProcess) {
+    FakeMachine fake{
+        {sampleAt(1, {{1, 101, 1000, 0}, {3, 103, 50, 50}, {9, 999, 8, 8}}),
+         sampleAt(2.5,
+                  {{1, 101, 4000, 10}, {2, 102, 0, 5}, {3, 103, 50, 50}, {9, 999, 800, 800}})}};
+    const Shell::Output output = NettopTool::answer(NetTop::arguments(), fake.machine());
+    EXPECT_EQ(output, (Shell::Output{0,
+                                     ",bytes_in,bytes_out,\n"
+                                     "idle.5,50,50,\n"
+                                     "two.sockets.7,1000,0,\n"
+                                     ",bytes_in,bytes_out,\n"
+                                     "idle.5,0,0,\n"
+                                     "two.sockets.7,2000,10,\n",
+                                     ""}));
+    EXPECT_EQ(fake.slept, Seconds{1.0});
+    EXPECT_EQ(NetTop::parse(output.stdout), (std::vector<NetUsage>{{7, "two.sockets", 2000, 10}}));
+}
+
+TEST(NettopTool, TellsWhatItCannotDo) {
+    for (const std::size_t failing : {0U, 1U}) {
+        FakeMachine fake{{sampleAt(1, {}), sampleAt(2, {})}};
+        fake.samples[failing] = std::nullopt;
+        const Shell::Output output = NettopTool::answer(NetTop::arguments(), fake.machine());
+        EXPECT_EQ(output.status, 1);
+        EXPECT_EQ(output.stdout, "");
+        EXPECT_NE(output.stderr, "");
+    }
+    FakeMachine untouched;
+    EXPECT_EQ(NettopTool::answer({"-P", "-L", "0"}, untouched.machine()).status, 64);
+}
+
+} // namespace
+} // namespace pacelet::Linux
