@@ -1,0 +1,32 @@
+#pragma once
+
+#include "Core/Platform/Log.h"
+#include "Core/Support/Descriptor.h"
+
+#include <string>
+#include <string_view>
+
+namespace pacelet::Linux {
+
+/// One log entry in the journal's native form: a "KEY=value" line a field, and the binary form (the
+/// key, a line feed, the length in 64 bits, the bytes) for a value with line feeds in it.
+std::string journalEntry(LogLevel level, std::string_view subsystem, std::string_view category,
+                         std::string_view message);
+
+/// The system journal, with subsystem and category as fields of their own. Where there is no
+/// journal, or it does not take the entry, that goes to standard error as one line.
+class JournalLog final : public Log {
+public:
+    explicit JournalLog(std::string socketPath = "/run/systemd/journal/socket");
+
+    void write(LogLevel level, std::string_view subsystem, std::string_view category,
+               std::string_view message) override;
+
+private:
+    bool send(std::string_view entry) const;
+
+    std::string socketPath_;
+    Descriptor socket_;
+};
+
+} // namespace pacelet::Linux
