@@ -46,6 +46,16 @@ DiagnosisResult run(const DiagnosisInput& input, const ProcessCatalog& catalog) 
     return result;
 }
 
+double spotlightLoad(std::span<const ProcessGroup> groups) {
+    double load = 0;
+    for (const ProcessGroup& group : groups) {
+        if (isIn(spotlightFamily, group.primary().name)) {
+            load += group.cpuPercent;
+        }
+    }
+    return load;
+}
+
 bool isBrowser(const ProcessGroup& group) {
     if (!group.appPath) {
         return false;

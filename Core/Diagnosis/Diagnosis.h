@@ -39,6 +39,9 @@ inline constexpr Seconds spotlightStuckAfter{10800.0};
 /// Runs all rules and ranks what they find: gravest first, then by CPU, then in rule order.
 DiagnosisResult run(const DiagnosisInput& input, const ProcessCatalog& catalog);
 
+/// What the Spotlight family uses together, in percent of one core.
+double spotlightLoad(std::span<const ProcessGroup> groups);
+
 /// A Chromium browser whose tabs can be cleaned up.
 bool isBrowser(const ProcessGroup& group);
 

@@ -14,8 +14,15 @@ std::string shortestFloat(double value) {
     if (value == 0) {
         return "0";
     }
+    // Plain digits beyond 64 bits would be read as an integer that does not fit.
+    constexpr double plainBelow = 9223372036854775808.0;
     std::array<char, 32> buffer{};
-    const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
+    char* const begin = buffer.data();
+    char* const room = begin + buffer.size();
+    const auto [end, error] =
+        std::abs(value) < plainBelow
+            ? std::to_chars(begin, room, value)
+            : std::to_chars(begin, room, value, std::chars_format::scientific);
     precondition(error == std::errc{}, "a float outgrew its buffer");
     return {buffer.data(), end};
 }

@@ -6,8 +6,8 @@
 
 namespace pacelet {
 
-/// `value` in the shortest form that reads back as the same float; "0" for a negative zero too. The
-/// value must be finite.
+/// `value` in the shortest form that reads back as the same float, with an exponent from 2^63 up;
+/// "0" for a negative zero too. The value must be finite.
 std::string shortestFloat(double value);
 
 /// Writes compact JSON in one pass. The caller keeps the order of calls right (a key before each

@@ -19,10 +19,25 @@ namespace {
 /// A day takes some 200 KB. A file that outgrew this is none of ours.
 constexpr std::size_t largestFile = std::size_t{64} << 20;
 
+/// What a line takes, about; little enough to be no waste when lines are longer.
+constexpr std::size_t usualLine = 100;
+
 constexpr double secondsPerDay = 86400;
 
 bool isFinite(const MinuteRecord& record) {
     return std::isfinite(record.cpu) && std::isfinite(record.cpuMax);
+}
+
+/// Bytes of the files `names` in `directory` as far as they are worth reading.
+std::size_t totalSize(const std::filesystem::path& directory,
+                      const std::vector<std::string>& names) {
+    std::size_t total = 0;
+    for (const std::string& name : names) {
+        std::error_code error;
+        const std::uintmax_t size = std::filesystem::file_size(directory / name, error);
+        total += error || size > largestFile ? 0 : static_cast<std::size_t>(size);
+    }
+    return total;
 }
 
 bool earlierMinute(const MinuteRecord& left, const MinuteRecord& right) {
@@ -58,10 +73,13 @@ std::vector<MinuteRecord> UsageStore::load(TimePoint since) const {
         firstFile = dayName(since);
         firstMinute = checkedTruncate(unixTime(since) / secondsPerMinute);
     }
+    std::vector<std::string> names = files();
+    names.erase(names.begin(), std::lower_bound(names.begin(), names.end(), firstFile));
     std::vector<MinuteRecord> records;
+    records.reserve(totalSize(directory, names) / usualLine);
     std::string text;
-    for (const std::string& name : files()) {
-        if (name >= firstFile && !readFile(directory / name, largestFile, text)) {
+    for (const std::string& name : names) {
+        if (!readFile(directory / name, largestFile, text)) {
             HistoryLines::decode(text, firstMinute, records);
         }
     }

@@ -89,7 +89,8 @@ std::vector<AppProcess> PSTool::appProcesses(std::uint32_t uid) {
 }
 
 std::string PSTool::table() {
-    fmt::memory_buffer text;
+    std::string text;
+    text.reserve(usualSize_);
     const Seconds uptime = clock_.monotonicNow().time_since_epoch();
     for (const ProcessRow& row : processes_.read(uptime)) {
         const CPUTime time = cpuTime(row.cpuHundredths);
@@ -99,11 +100,13 @@ std::string PSTool::table() {
                        time.seconds, time.hundredths, row.residentKilobytes, lifetimePercent(row),
                        row.process->path);
     }
-    return fmt::to_string(text);
+    usualSize_ = text.size() + text.size() / 8;
+    return text;
 }
 
 std::string PSTool::commandLines() {
-    fmt::memory_buffer text;
+    std::string text;
+    text.reserve(usualSize_);
     const Seconds uptime = clock_.monotonicNow().time_since_epoch();
     for (const ProcessRow& row : processes_.read(uptime)) {
         if (const auto commandLine = processes_.commandLine(row.pid)) {
@@ -111,7 +114,8 @@ std::string PSTool::commandLines() {
                            row.residentKilobytes, shownCommandLine(*row.process, *commandLine));
         }
     }
-    return fmt::to_string(text);
+    usualSize_ = text.size() + text.size() / 8;
+    return text;
 }
 
 } // namespace pacelet::Linux

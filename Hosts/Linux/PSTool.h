@@ -36,6 +36,7 @@ private:
     Clock& clock_;
     ProcessTable processes_;
     UserNames users_;
+    std::size_t usualSize_ = 0; ///< of an answer, with some room
 };
 
 } // namespace pacelet::Linux

@@ -37,6 +37,12 @@ public:
         return file;
     }
 
+    /// Makes a symbolic link, its target there or not, and the folders above it.
+    void link(std::string_view name, const std::filesystem::path& target) const {
+        std::filesystem::create_directories((path_ / name).parent_path());
+        std::filesystem::create_symlink(target, path_ / name);
+    }
+
     std::string read(std::string_view name) const {
         std::ostringstream text;
         text << std::ifstream{path_ / name, std::ios::binary}.rdbuf();

@@ -19,13 +19,16 @@ Options parse(const std::vector<std::string_view>& arguments) {
 
 TEST(ReportOptions, AreReadStrictly) {
     EXPECT_EQ(parse({}), Options{});
-    Options both{"a", "b", Seconds{1.5}, true, false};
+    Options both{"a", "b", Seconds{1.5}, std::nullopt, true, false};
     EXPECT_EQ(parse({"--ps", "a", "--json", "--seconds", "1.5", "--ps", "b"}), both);
     EXPECT_EQ(parse({"--ps", "a"}).psFile, "a");
     EXPECT_TRUE(parse({"--help"}).help);
+    EXPECT_EQ(parse({"--scenario", "quiet"}).scenario, "quiet");
     const std::vector<std::vector<std::string_view>> bad{
         {"-x"},
         {"table.txt"},
+        {"--scenario"},
+        {"--scenario", "quiet", "--ps", "a"},
         {"--ps"},
         {"--ps", "a", "--seconds", "3"},
         {"--ps", "a", "--ps", "b"},
@@ -56,12 +59,29 @@ TEST(ReportTool, AnswersOnCapturedTables) {
         << json.stdout;
 }
 
+TEST(ReportTool, AnswersForSimulatedMacs) {
+    const std::vector<std::pair<std::string, std::string>> cases{
+        {"quiet", "Status: Quiet\nCPU "},
+        {"spotlight-after-update", "Status: Busy\nCause: Spotlight is doing a lot of work.\n"},
+        {"spotlight-stuck", "Status: Struggling\nCause: Spotlight is doing a lot of work.\n"},
+        {"full-disk", "Status: Struggling\nCause: Your disk is almost full.\n"},
+    };
+    for (const auto& [scenario, answer] : cases) {
+        const auto output = Shell::run(tool, {"--scenario", scenario});
+        EXPECT_EQ(output.status, 0) << output.stderr;
+        EXPECT_TRUE(output.stdout.starts_with(answer)) << scenario << '\n' << output.stdout;
+    }
+}
+
 TEST(ReportTool, SaysInOneLineWhatIsWrong) {
     const auto lines = [](const std::string& text) {
         return std::count(text.begin(), text.end(), '\n');
     };
     for (const std::vector<std::string>& arguments :
-         {std::vector<std::string>{"--ps", "/no/such/file"}, {"--ps", "/"}, {"--frobnicate"}}) {
+         {std::vector<std::string>{"--ps", "/no/such/file"},
+          {"--ps", "/"},
+          {"--frobnicate"},
+          {"--scenario", "no-such"}}) {
         const auto output = Shell::run(tool, arguments);
         EXPECT_EQ(output.status, 2);
         EXPECT_EQ(lines(output.stderr), 1) << output.stderr;

@@ -27,13 +27,13 @@ MachineReading readCaptured(const CapturedTables& tables, std::int64_t cores, st
     return reading;
 }
 
-DiagnosisResult diagnose(const MachineReading& reading, const ProcessCatalog& catalog,
-                         bool lowPowerMode, TimePoint now) {
+DiagnosisResult diagnose(const Look& look, const ProcessCatalog& catalog) {
     DiagnosisInput input;
-    input.signals = reading.signals;
-    input.groups = reading.groups;
-    input.lowPowerMode = lowPowerMode;
-    input.now = now;
+    input.signals = look.reading.signals;
+    input.groups = look.reading.groups;
+    input.spotlightBusySince = look.spotlightBusySince;
+    input.lowPowerMode = look.lowPowerMode;
+    input.now = look.now;
     return Diagnosis::run(input, catalog);
 }
 

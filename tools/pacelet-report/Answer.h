@@ -21,8 +21,18 @@ struct CapturedTables {
 /// the readings that are not keep their defaults.
 MachineReading readCaptured(const CapturedTables& tables, std::int64_t cores, std::uint32_t uid);
 
-/// Runs the rules over one reading.
-DiagnosisResult diagnose(const MachineReading& reading, const ProcessCatalog& catalog,
-                         bool lowPowerMode, TimePoint now);
+/// A reading, with what the rules need beside it.
+struct Look {
+    MachineReading reading;
+    std::optional<TimePoint> spotlightBusySince{};
+    bool lowPowerMode = false;
+    TimePoint now{};
+};
+
+/// How far apart the two looks at a machine are.
+inline constexpr Seconds betweenLooks{3};
+
+/// Runs the rules over one look.
+DiagnosisResult diagnose(const Look& look, const ProcessCatalog& catalog);
 
 } // namespace pacelet::report

@@ -53,6 +53,8 @@ Options parseOptions(std::span<const std::string_view> all) {
         } else if (argument == "--seconds") {
             options.seconds = parseSeconds(arguments.valueOf(argument));
             secondsGiven = true;
+        } else if (argument == "--scenario") {
+            options.scenario = arguments.valueOf(argument);
         } else if (argument == "--ps" && !options.laterPSFile) {
             auto& file = options.psFile ? options.laterPSFile : options.psFile;
             file = arguments.valueOf(argument);
@@ -65,11 +67,15 @@ Options parseOptions(std::span<const std::string_view> all) {
     if (options.laterPSFile.has_value() != secondsGiven) {
         throw UsageError{"--seconds and a second --ps belong together"};
     }
+    if (options.scenario && options.psFile) {
+        throw UsageError{"--scenario and --ps exclude each other"};
+    }
     return options;
 }
 
 std::string_view usageText() {
     return R"(Usage: pacelet-report [--json] [--ps FILE [--ps LATER --seconds N]]
+       pacelet-report [--json] --scenario NAME
 
 Says in plain English why this machine is slow right now, from two looks at it
 three seconds apart.
@@ -79,6 +85,7 @@ three seconds apart.
                 Given twice, the tables are N seconds apart. What a table does
                 not tell (memory pressure, heat, disk) counts as normal.
   --seconds N   seconds between the two tables
+  --scenario N  look at a simulated Mac instead; an unknown name lists all names
   --json        print the facts as JSON
   --help        print this text
 

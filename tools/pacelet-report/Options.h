@@ -15,6 +15,7 @@ struct Options {
     std::optional<std::string> psFile;      ///< captured output of `ps` instead of the live machine
     std::optional<std::string> laterPSFile; ///< a second one, taken `seconds` later
     Seconds seconds{3};
+    std::optional<std::string> scenario; ///< name of a simulated Mac instead of the live machine
     bool json = false;
     bool help = false;
 

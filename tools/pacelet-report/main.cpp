@@ -7,6 +7,7 @@
 #include "tools/pacelet-report/Answer.h"
 #include "tools/pacelet-report/JsonReport.h"
 #include "tools/pacelet-report/Options.h"
+#include "tools/pacelet-report/ScenarioLook.h"
 
 #include <filesystem>
 #include <fmt/format.h>
@@ -23,8 +24,6 @@ using namespace pacelet;
 constexpr int statusUnavailable = 1;
 constexpr int statusUsage = 2;
 
-constexpr Seconds betweenLooks{3};
-
 /// A file that the user named cannot be read.
 class FileError : public std::runtime_error {
 public:
@@ -40,20 +39,35 @@ std::string readFile(const std::string& path) {
     return {std::istreambuf_iterator<char>{stream}, {}};
 }
 
-MachineReading readFiles(const report::Options& options, Linux::LinuxHost& host) {
+report::Look lookAtFiles(const report::Options& options) {
+    Linux::LinuxHost host;
     report::CapturedTables tables{readFile(*options.psFile), std::nullopt, options.seconds};
     if (options.laterPSFile) {
         tables.later = readFile(*options.laterPSFile);
     }
-    return report::readCaptured(tables, host.kernel().activeProcessorCount(),
-                                host.kernel().getuid());
+    return {
+        report::readCaptured(tables, host.kernel().activeProcessorCount(), host.kernel().getuid())};
 }
 
 /// Two looks at the live machine, so that CPU figures tell what happens now.
-MachineReading readLive(Linux::LinuxHost& host, const ProcessCatalog& catalog) {
+report::Look lookAtThisMachine(const ProcessCatalog& catalog) {
+    Linux::LinuxHost host;
     const std::optional<Snapshot> first = PSProcessSource{host.tools(), host.clock()}.sample();
-    std::this_thread::sleep_for(betweenLooks);
-    return readMachine(host.tools(), host.kernel(), host.clock(), first, catalog, Explaining::no);
+    std::this_thread::sleep_for(report::betweenLooks);
+    report::Look look;
+    look.reading =
+        readMachine(host.tools(), host.kernel(), host.clock(), first, catalog, Explaining::no);
+    look.lowPowerMode = host.kernel().isLowPowerModeEnabled();
+    look.now = host.clock().now();
+    return look;
+}
+
+report::Look lookAs(const report::Options& options, const ProcessCatalog& catalog) {
+    if (options.psFile) {
+        return lookAtFiles(options);
+    }
+    return options.scenario ? report::lookAtScenario(*options.scenario, catalog)
+                            : lookAtThisMachine(catalog);
 }
 
 int run(const report::Options& options) {
@@ -65,13 +79,10 @@ int run(const report::Options& options) {
         fmt::print(stderr, "Pacelet couldn't load its process list. Reinstall Pacelet.\n");
         return statusUnavailable;
     }
-    Linux::LinuxHost host;
-    const MachineReading reading =
-        options.psFile ? readFiles(options, host) : readLive(host, catalog);
-    const bool lowPower = !options.psFile && host.kernel().isLowPowerModeEnabled();
-    const DiagnosisResult result = report::diagnose(reading, catalog, lowPower, host.clock().now());
+    const report::Look look = lookAs(options, catalog);
+    const DiagnosisResult result = report::diagnose(look, catalog);
     const auto render = options.json ? report::renderJson : Report::render;
-    fmt::print("{}\n", render(result, reading.groups, catalog, reading.signals));
+    fmt::print("{}\n", render(result, look.reading.groups, catalog, look.reading.signals));
     return 0;
 }
 

@@ -3,7 +3,6 @@
 #include <cerrno>
 #include <sys/socket.h>
 #include <sys/time.h>
-#include <unistd.h>
 #include <utility>
 
 namespace pacelet::Linux {
@@ -20,24 +19,15 @@ constexpr timeval patience{.tv_sec = 1, .tv_usec = 0};
 
 NetlinkSocket::NetlinkSocket(int protocol, std::uint32_t groups)
     : descriptor_{::socket(AF_NETLINK, SOCK_RAW | SOCK_CLOEXEC, protocol)} {
-    if (descriptor_ < 0) {
-        return;
-    }
     sockaddr_nl address{};
     address.nl_family = AF_NETLINK;
     address.nl_groups = groups;
     const bool isReady =
-        ::setsockopt(descriptor_, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience) == 0 &&
-        ::bind(descriptor_, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+        descriptor_ &&
+        ::setsockopt(descriptor(), SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience) == 0 &&
+        ::bind(descriptor(), reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
     if (!isReady) {
-        ::close(descriptor_);
-        descriptor_ = -1;
-    }
-}
-
-NetlinkSocket::~NetlinkSocket() {
-    if (descriptor_ >= 0) {
-        ::close(descriptor_);
+        descriptor_.reset();
     }
 }
 
@@ -58,7 +48,7 @@ void NetlinkSocket::discardPending() {
     room_.resize(datagramRoom);
     ssize_t length = 0;
     do {
-        length = ::recv(descriptor_, room_.data(), room_.size(), MSG_DONTWAIT);
+        length = ::recv(descriptor(), room_.data(), room_.size(), MSG_DONTWAIT);
         // A full queue reports its loss once and then goes on.
     } while (length >= 0 || errno == ENOBUFS || errno == EINTR);
 }
@@ -66,7 +56,7 @@ void NetlinkSocket::discardPending() {
 NetlinkSocket::Answer NetlinkSocket::askOnce(const NetlinkRequest& request) {
     Answer answer;
     const ByteBuffer message = request.bytes(++sequence_);
-    if (::send(descriptor_, message.data(), message.size(), 0) >= 0) {
+    if (::send(descriptor(), message.data(), message.size(), 0) >= 0) {
         while (!answer.isComplete && receive(answer)) {
         }
     }
@@ -79,7 +69,7 @@ bool NetlinkSocket::receive(Answer& answer) {
     socklen_t senderSize = sizeof sender;
     ssize_t length = 0;
     do {
-        length = ::recvfrom(descriptor_, room_.data(), room_.size(), 0,
+        length = ::recvfrom(descriptor(), room_.data(), room_.size(), 0,
                             reinterpret_cast<sockaddr*>(&sender), &senderSize);
     } while (length < 0 && errno == EINTR);
     // Any process may send to any netlink socket; the kernel's own messages come from port 0.

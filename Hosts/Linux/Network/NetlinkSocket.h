@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Core/Support/Descriptor.h"
 #include "Hosts/Linux/Network/NetlinkMessage.h"
 
 #include <optional>
@@ -12,11 +13,8 @@ public:
     /// `groups` is a mask of the multicast groups that are listened to. A socket that cannot be
     /// opened is there all the same, and answers nothing.
     explicit NetlinkSocket(int protocol, std::uint32_t groups = 0);
-    NetlinkSocket(const NetlinkSocket&) = delete;
-    NetlinkSocket& operator=(const NetlinkSocket&) = delete;
-    ~NetlinkSocket();
 
-    int descriptor() const { return descriptor_; }
+    int descriptor() const { return descriptor_.get(); }
 
     /// Sends a request and gathers the messages of its answer, in one piece. A dump that the kernel
     /// itself calls inconsistent is asked for again. Nothing when the kernel refuses, or does not
@@ -40,7 +38,7 @@ private:
     bool receive(Answer& answer);
     void take(Bytes datagram, Answer& answer) const;
 
-    int descriptor_ = -1;
+    Descriptor descriptor_;
     std::uint32_t sequence_ = 0;
     ByteBuffer room_{};
 };

@@ -15,6 +15,20 @@ void forEachGenericAttribute(Bytes payload, Visitor&& visit) {
     }
 }
 
+/// What `parse` makes of the first attribute of that type that it can read.
+template<typename Value, typename Parse>
+std::optional<Value> firstIn(Bytes answer, int wanted, Parse&& parse) {
+    std::optional<Value> found;
+    forEachMessage(answer, [&](const nlmsghdr&, Bytes payload) {
+        forEachGenericAttribute(payload, [&](int type, Bytes value) {
+            if (type == wanted && !found) {
+                found = parse(value);
+            }
+        });
+    });
+    return found;
+}
+
 double megabitsPerSecond(std::uint32_t hundredKilobits) {
     return hundredKilobits / 10.0;
 }
@@ -66,15 +80,8 @@ std::optional<int> parseSurveyedChannel(Bytes info) {
 } // namespace
 
 std::optional<std::uint16_t> parseFamilyNumber(Bytes answer) {
-    std::optional<std::uint16_t> family;
-    forEachMessage(answer, [&](const nlmsghdr&, Bytes payload) {
-        forEachGenericAttribute(payload, [&](int type, Bytes value) {
-            if (type == CTRL_ATTR_FAMILY_ID) {
-                family = readRecord<std::uint16_t>(value);
-            }
-        });
-    });
-    return family;
+    return firstIn<std::uint16_t>(answer, CTRL_ATTR_FAMILY_ID,
+                                  [](Bytes value) { return readRecord<std::uint16_t>(value); });
 }
 
 std::vector<WirelessInterface> parseWirelessInterfaces(Bytes answer) {
@@ -103,27 +110,11 @@ std::vector<WirelessInterface> parseWirelessInterfaces(Bytes answer) {
 }
 
 std::optional<Station> parseStation(Bytes answer) {
-    std::optional<Station> station;
-    forEachMessage(answer, [&](const nlmsghdr&, Bytes payload) {
-        forEachGenericAttribute(payload, [&](int type, Bytes value) {
-            if (type == NL80211_ATTR_STA_INFO && !station) {
-                station = parseStationInfo(value);
-            }
-        });
-    });
-    return station;
+    return firstIn<Station>(answer, NL80211_ATTR_STA_INFO, parseStationInfo);
 }
 
 std::optional<int> parseNoise(Bytes answer) {
-    std::optional<int> noise;
-    forEachMessage(answer, [&](const nlmsghdr&, Bytes payload) {
-        forEachGenericAttribute(payload, [&](int type, Bytes value) {
-            if (type == NL80211_ATTR_SURVEY_INFO && !noise) {
-                noise = parseSurveyedChannel(value);
-            }
-        });
-    });
-    return noise;
+    return firstIn<int>(answer, NL80211_ATTR_SURVEY_INFO, parseSurveyedChannel);
 }
 
 int bandOfFrequency(std::uint32_t megahertz) {

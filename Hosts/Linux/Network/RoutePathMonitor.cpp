@@ -1,5 +1,6 @@
 #include "Hosts/Linux/Network/RoutePathMonitor.h"
 
+#include "Core/Support/Descriptor.h"
 #include "Core/Support/Precondition.h"
 #include "Hosts/Linux/Network/NetlinkSocket.h"
 #include "Hosts/Linux/Network/PathReader.h"
@@ -11,7 +12,6 @@
 #include <poll.h>
 #include <pthread.h>
 #include <sys/eventfd.h>
-#include <unistd.h>
 #include <utility>
 
 namespace pacelet::Linux {
@@ -19,19 +19,10 @@ namespace pacelet::Linux {
 /// Told once, and heard by a thread that looks or waits.
 class RoutePathMonitor::StopSignal {
 public:
-    StopSignal() : descriptor_{::eventfd(0, EFD_CLOEXEC)} {}
-    StopSignal(const StopSignal&) = delete;
-    StopSignal& operator=(const StopSignal&) = delete;
-    ~StopSignal() {
-        if (descriptor_ >= 0) {
-            ::close(descriptor_);
-        }
-    }
-
     void raise() {
         isRaised_ = true;
-        if (descriptor_ >= 0) {
-            ::eventfd_write(descriptor_, 1);
+        if (descriptor_) {
+            ::eventfd_write(descriptor_.get(), 1);
         }
     }
     bool isRaised() const { return isRaised_; }
@@ -39,10 +30,11 @@ public:
     /// Waits until it is raised, or `other` has something to read; false for the former. Where no
     /// waiting is possible, it counts as raised.
     bool waitFor(int other) const {
-        if (descriptor_ < 0 || other < 0) {
+        if (!descriptor_ || other < 0) {
             return false;
         }
-        std::array<pollfd, 2> sources{pollfd{descriptor_, POLLIN, 0}, pollfd{other, POLLIN, 0}};
+        std::array<pollfd, 2> sources{pollfd{descriptor_.get(), POLLIN, 0},
+                                      pollfd{other, POLLIN, 0}};
         int ready = 0;
         do {
             ready = ::poll(sources.data(), sources.size(), -1);
@@ -52,7 +44,7 @@ public:
 
 private:
     std::atomic<bool> isRaised_{false};
-    int descriptor_;
+    Descriptor descriptor_{::eventfd(0, EFD_CLOEXEC)};
 };
 
 RoutePathMonitor::RoutePathMonitor(std::string sysFolder)

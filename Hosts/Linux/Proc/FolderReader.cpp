@@ -3,10 +3,8 @@
 #include "Core/Support/Text.h"
 
 #include <cerrno>
-#include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace pacelet::Linux {
@@ -16,72 +14,56 @@ namespace {
 constexpr std::size_t firstRoom = 4096;
 constexpr std::size_t listingRoom = 32768;
 
-ssize_t readRetrying(int descriptor, char* into, std::size_t room) {
+ssize_t readRetrying(int descriptor, char* into, std::size_t room, std::size_t place) {
     ssize_t count = 0;
     do {
-        count = ::read(descriptor, into, room);
+        count = ::pread(descriptor, into, room, static_cast<off_t>(place));
     } while (count < 0 && errno == EINTR);
     return count;
 }
 
-/// Fills `buffer` from `descriptor`. The kernel hands its own files over in one piece, so a read
-/// that leaves room was the last one.
-std::optional<std::string_view> readWhole(int descriptor, ReadBuffer& buffer) {
+} // namespace
+
+std::optional<std::string_view> readWhole(const Descriptor& file, ReadBuffer& buffer) {
     std::size_t filled = 0;
     for (;;) {
         if (buffer.size() - filled < firstRoom) {
             buffer.resize(buffer.size() + firstRoom + filled);
         }
         const std::size_t room = buffer.size() - filled;
-        const ssize_t count = readRetrying(descriptor, buffer.data() + filled, room);
+        const ssize_t count = readRetrying(file.get(), buffer.data() + filled, room, filled);
         if (count < 0) {
             return std::nullopt;
         }
         filled += static_cast<std::size_t>(count);
+        // The kernel hands its own files over in one piece: a read that leaves room was the last.
         if (static_cast<std::size_t>(count) < room) {
             return std::string_view{buffer.data(), filled};
         }
     }
 }
 
-} // namespace
-
 FolderReader::FolderReader(const std::string& folder)
-    : descriptor_{::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)} {}
+    : folder_{::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)} {}
 
-FolderReader::~FolderReader() {
-    if (isOpen()) {
-        ::close(descriptor_);
-    }
+Descriptor FolderReader::open(const char* path, int flags) const {
+    return Descriptor{::openat(folder_.get(), path, flags | O_CLOEXEC)};
 }
 
 std::optional<std::string_view> FolderReader::read(const char* path, ReadBuffer& buffer) const {
-    const int file = ::openat(descriptor_, path, O_RDONLY | O_CLOEXEC);
-    if (file < 0) {
-        return std::nullopt;
-    }
-    const auto text = readWhole(file, buffer);
-    ::close(file);
-    return text;
+    const Descriptor file = open(path, O_RDONLY);
+    return file ? readWhole(file, buffer) : std::nullopt;
 }
 
 std::optional<std::string_view> FolderReader::readLink(const char* path, ReadBuffer& buffer) const {
     if (buffer.size() < firstRoom) {
         buffer.resize(firstRoom);
     }
-    const ssize_t length = ::readlinkat(descriptor_, path, buffer.data(), buffer.size());
+    const ssize_t length = ::readlinkat(folder_.get(), path, buffer.data(), buffer.size());
     if (length < 0) {
         return std::nullopt;
     }
     return std::string_view{buffer.data(), static_cast<std::size_t>(length)};
-}
-
-std::optional<std::uint32_t> FolderReader::owner(const char* path) const {
-    struct stat facts {};
-    if (::fstatat(descriptor_, path, &facts, 0) != 0) {
-        return std::nullopt;
-    }
-    return facts.st_uid;
 }
 
 template<typename Visitor>
@@ -89,11 +71,11 @@ void FolderReader::forEachName(ReadBuffer& buffer, Visitor&& visit) {
     if (buffer.size() < listingRoom) {
         buffer.resize(listingRoom);
     }
-    if (::lseek(descriptor_, 0, SEEK_SET) != 0) {
+    if (::lseek(folder_.get(), 0, SEEK_SET) != 0) {
         return;
     }
     for (;;) {
-        const ssize_t filled = ::getdents64(descriptor_, buffer.data(), buffer.size());
+        const ssize_t filled = ::getdents64(folder_.get(), buffer.data(), buffer.size());
         if (filled <= 0) {
             return;
         }

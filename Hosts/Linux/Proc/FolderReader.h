@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Core/Support/Descriptor.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -12,6 +14,10 @@ namespace pacelet::Linux {
 /// Room for one file, used over and over; it grows when a file needs more.
 using ReadBuffer = std::vector<char>;
 
+/// The whole file from its beginning, as a view into `buffer`; nothing when it cannot be read. For
+/// the kernel's own files and plain ones.
+std::optional<std::string_view> readWhole(const Descriptor& file, ReadBuffer& buffer);
+
 /// Reads the small files of a kernel below one folder that stays open: raw reads relative to it,
 /// with no stream and no path lookup from the root. A folder that cannot be opened reads as empty.
 /// The reading members are safe from any thread, each caller with a buffer of its own; the listings
@@ -19,20 +25,17 @@ using ReadBuffer = std::vector<char>;
 class FolderReader {
 public:
     explicit FolderReader(const std::string& folder);
-    FolderReader(const FolderReader&) = delete;
-    FolderReader& operator=(const FolderReader&) = delete;
-    ~FolderReader();
 
-    bool isOpen() const { return descriptor_ >= 0; }
+    bool isOpen() const { return static_cast<bool>(folder_); }
+
+    /// Opens `path`, which no child process inherits; not open when that fails.
+    Descriptor open(const char* path, int flags) const;
 
     /// The whole file, as a view into `buffer`; nothing when it is missing or may not be read.
     std::optional<std::string_view> read(const char* path, ReadBuffer& buffer) const;
 
     /// Where a symbolic link points, as a view into `buffer`; nothing when that may not be known.
     std::optional<std::string_view> readLink(const char* path, ReadBuffer& buffer) const;
-
-    /// The user that owns `path`.
-    std::optional<std::uint32_t> owner(const char* path) const;
 
     /// Puts the entries that are plain decimal numbers into `numbers`, in the order of the folder.
     void listNumbers(std::vector<std::int32_t>& numbers, ReadBuffer& buffer);
@@ -44,7 +47,7 @@ private:
     template<typename Visitor>
     void forEachName(ReadBuffer& buffer, Visitor&& visit);
 
-    int descriptor_ = -1;
+    Descriptor folder_;
 };
 
 } // namespace pacelet::Linux

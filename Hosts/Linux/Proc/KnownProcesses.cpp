@@ -54,15 +54,14 @@ void KnownProcesses::beginSweep(Seconds uptime) {
     }
 }
 
-KnownProcesses::Noted KnownProcesses::note(const ProcStat& stat) {
-    KnownProcess& process = processes_[stat.pid];
+bool KnownProcesses::note(KnownProcess& process, const ProcStat& stat) {
     const bool isNew = process.sweep == 0 || process.startTime != stat.startTime;
     const bool runsAnother = process.comm != stat.comm || process.startCode != stat.startCode ||
                              process.startStack != stat.startStack;
     // What has ended has no program any more; it keeps the one it had.
     const bool isChanged = isNew || (runsAnother && !stat.hasEnded());
     if (isChanged) {
-        process = {};
+        process = KnownProcess{.files = std::move(process.files)};
         process.startTime = stat.startTime;
         process.comm = stat.comm;
         process.startCode = stat.startCode;
@@ -73,7 +72,7 @@ KnownProcesses::Noted KnownProcesses::note(const ProcStat& stat) {
     process.hasTerminal = stat.terminal != 0;
     process.hasEnded = stat.hasEnded();
     process.sweep = sweep_;
-    return {process, isChanged || (uptime_ >= process.nextLook && !process.hasEnded)};
+    return isChanged || (uptime_ >= process.nextLook && !process.hasEnded);
 }
 
 bool KnownProcesses::learn(std::int32_t pid, KnownProcess& process, Seconds age) {

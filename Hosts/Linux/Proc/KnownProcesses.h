@@ -5,6 +5,7 @@
 #include "Hosts/Linux/Apps/DesktopCatalog.h"
 #include "Hosts/Linux/Proc/FolderReader.h"
 #include "Hosts/Linux/Proc/ProcStat.h"
+#include "Hosts/Linux/Proc/ProcessFiles.h"
 
 #include <cstdint>
 #include <memory>
@@ -15,28 +16,29 @@ namespace pacelet::Linux {
 
 /// What is known of a process for as long as it runs one program, and need not be read again.
 struct KnownProcess {
+    ProcessFiles files;          ///< held open or not
     std::uint64_t startTime = 0; ///< with the pid, the identity of the process
     std::string comm;            ///< this and the two below change when it runs another program
     std::uint64_t startCode = 0;
     std::uint64_t startStack = 0;
 
-    std::string executable; ///< the program's real path
+    std::int32_t ppid = 0; ///< this and the three below as they were noted last
+    bool hasTerminal = false;
+    bool isKernelThread = false;
+    bool hasEnded = false;
+    std::uint64_t sweep = 0;            ///< the last sweep in which it was there
+    Seconds nextLook = Seconds::zero(); ///< uptime from which on its scope is looked at again
+
     std::string path;       ///< the path under which it appears
+    std::string executable; ///< the program's real path
     std::string appID;      ///< desktop id of its application; empty without one
     AppRole role = AppRole::none;
     AssociationReason reason = AssociationReason::noApplication;
-
-    std::int32_t ppid = 0;    ///< at the time it was learned
-    bool hasTerminal = false; ///< the same
-    bool isKernelThread = false;
-    bool hasEnded = false;
-    Seconds nextLook{};      ///< uptime from which on its scope is to be looked at again
-    std::uint64_t sweep = 0; ///< the last sweep in which it was there
 };
 
 /// Remembers the processes from one look at the process table to the next. A look is a sweep:
-/// `beginSweep`, `note` for each process, `learn` for those that are new or changed, `endSweep`.
-/// For one thread at a time.
+/// `beginSweep`, `note` for each process, `learn` for those that are new or changed,
+/// `endSweep`. For one thread at a time.
 class KnownProcesses {
 public:
     /// Both must outlive it.
@@ -45,11 +47,12 @@ public:
     /// `uptime` is the time since boot.
     void beginSweep(Seconds uptime);
 
-    struct Noted {
-        KnownProcess& process; ///< stays in place until it is forgotten
-        bool mustLearn;
-    };
-    Noted note(const ProcStat& stat);
+    /// The process with this number, as it was noted last; a blank one when it was not. It stays in
+    /// place until it is forgotten.
+    KnownProcess& at(std::int32_t pid) { return processes_[pid]; }
+
+    /// Takes down that `process` is there, and as what. True when it must be learned.
+    bool note(KnownProcess& process, const ProcStat& stat);
 
     /// Reads what `note` did not find known; parents before their children. False when the process
     /// has gone, or another has taken its pid, in the meantime. `age` is the time since its start.

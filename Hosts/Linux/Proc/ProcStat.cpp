@@ -12,18 +12,17 @@ constexpr std::uint32_t kernelThreadFlag = 0x00200000;
 /// The fields behind the name, one after the other. The first bad one spoils all that follow.
 class Fields {
 public:
-    explicit Fields(std::string_view text) : rest_{text} {}
+    explicit Fields(std::string_view text) : at_{text.data()}, end_{text.data() + text.size()} {}
 
     std::string_view next() {
-        const std::size_t begin = rest_.find_first_not_of(" \n");
-        if (begin == std::string_view::npos) {
-            rest_ = {};
-            return {};
+        while (at_ != end_ && isSpace(*at_)) {
+            ++at_;
         }
-        rest_.remove_prefix(begin);
-        const std::string_view field = rest_.substr(0, rest_.find_first_of(" \n"));
-        rest_.remove_prefix(field.size());
-        return field;
+        const char* const begin = at_;
+        while (at_ != end_ && !isSpace(*at_)) {
+            ++at_;
+        }
+        return {begin, static_cast<std::size_t>(at_ - begin)};
     }
 
     template<typename T>
@@ -44,7 +43,10 @@ public:
     }
 
 private:
-    std::string_view rest_;
+    static bool isSpace(char character) { return character == ' ' || character == '\n'; }
+
+    const char* at_;
+    const char* end_;
 };
 
 bool readFields(Fields fields, ProcStat& stat) {

@@ -34,6 +34,9 @@ const std::vector<ProcessRow>& ProcessTable::read(Seconds uptime) {
     rows_.clear();
     pending_.clear();
     proc_.listNumbers(pids_, listing_);
+    if (!std::is_sorted(pids_.begin(), pids_.end())) {
+        std::sort(pids_.begin(), pids_.end());
+    }
     known_.beginSweep(uptime);
     for (const std::int32_t pid : pids_) {
         readRow(pid, uptime);
@@ -45,17 +48,17 @@ const std::vector<ProcessRow>& ProcessTable::read(Seconds uptime) {
 }
 
 void ProcessTable::readRow(std::int32_t pid, Seconds uptime) {
-    const auto text = proc_.read(ProcPath{pid, "stat"}.text(), buffer_);
-    const auto stat = text ? parseProcStat(*text) : std::nullopt;
-    // The folder's owner: the files in it belong to root when the process guards itself.
-    const auto uid = proc_.owner(ProcPath{pid}.text());
-    if (!stat || stat->pid != pid || !uid) {
+    const bool mayHold = rows_.size() < holdable_;
+    KnownProcess& known = known_.at(pid);
+    const auto glance = known.files.look(proc_, pid, mayHold, buffer_);
+    const auto stat = glance ? parseProcStat(glance->stat) : std::nullopt;
+    if (!stat || stat->pid != pid) {
         return;
     }
     ProcessRow& row = rows_.emplace_back();
     row.pid = pid;
     row.ppid = stat->ppid;
-    row.uid = *uid;
+    row.uid = glance->uid;
     row.cpuHundredths =
         hundredths(stat->userTime, ticksPerSecond_) + hundredths(stat->systemTime, ticksPerSecond_);
     row.residentKilobytes =
@@ -63,10 +66,9 @@ void ProcessTable::readRow(std::int32_t pid, Seconds uptime) {
         kilobytesPerPage_;
     row.age = uptime -
               Seconds{static_cast<double>(stat->startTime) / static_cast<double>(ticksPerSecond_)};
-    const KnownProcesses::Noted noted = known_.note(*stat);
-    row.process = &noted.process;
-    if (noted.mustLearn) {
-        pending_.push_back({stat->startTime, rows_.size() - 1, &noted.process});
+    row.process = &known;
+    if (known_.note(known, *stat)) {
+        pending_.push_back({stat->startTime, rows_.size() - 1, &known});
     }
 }
 

@@ -58,6 +58,7 @@ private:
         KnownProcess* process;
     };
     std::vector<Pending> pending_; // rows whose process is not known yet
+    std::size_t holdable_ = holdableProcesses();
     std::uint64_t ticksPerSecond_;
     std::int64_t kilobytesPerPage_;
 };

@@ -1,7 +1,7 @@
 #include "Core/Internet/NetTop.h"
 
 #include "Core/Internet/TrafficByApp.h"
-#include "tests/Core/Internet/CannedTool.h"
+#include "tests/Support/FakeToolRunner.h"
 
 #include <cmath>
 #include <fmt/format.h>
@@ -108,11 +108,15 @@ TEST(NetTop, AnyTextGivesSortedRatesThatCanBeShown) {
 }
 
 TEST(NetTop, RunsTheToolAndTakesWhateverItPrinted) {
-    CannedTool failing{Shell::Output{1, "a.1,2,3\n", "killed"}};
-    EXPECT_EQ(NetTop::sample(failing), (Usages{{1, "a", 2, 3}}));
-    EXPECT_EQ(failing.commandLine, "/usr/bin/nettop -P -d -L 2 -s 1 -x -J bytes_in,bytes_out");
-    CannedTool missing{std::nullopt};
-    EXPECT_THROW(NetTop::sample(missing), LaunchError);
+    testing::FakeToolRunner tools;
+    tools.answer = [](const auto&) { return Shell::Output{1, "a.1,2,3\n", "killed"}; };
+    EXPECT_EQ(NetTop::sample(tools), (Usages{{1, "a", 2, 3}}));
+    EXPECT_EQ(tools.calls,
+              (std::vector<testing::FakeToolRunner::Call>{
+                  {"/usr/bin/nettop",
+                   {"-P", "-d", "-L", "2", "-s", "1", "-x", "-J", "bytes_in,bytes_out"}}}));
+    tools.failToLaunch();
+    EXPECT_THROW(NetTop::sample(tools), LaunchError);
 }
 
 TEST(TrafficByApp, FoldsHelpersInFirstMetOrder) {

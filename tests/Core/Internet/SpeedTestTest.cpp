@@ -1,7 +1,8 @@
 #include "Core/Internet/SpeedTest.h"
 
 #include "Core/Internet/Responsiveness.h"
-#include "tests/Core/Internet/CannedTool.h"
+#include "tests/Support/FakeKernel.h"
+#include "tests/Support/FakeToolRunner.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
@@ -58,29 +59,30 @@ TEST(SpeedTest, ReadsTheSummary) {
     }
 }
 
-class FixedClock final : public Clock {
-public:
-    TimePoint now() override { return noon; }
-    MonotonicTime monotonicNow() override { return {}; }
-};
-
 TEST(SpeedTest, RunsTheToolOnce) {
-    FixedClock clock;
-    CannedTool working{Shell::Output{0, R"({"dl_throughput": 1e6, "ul_throughput": 0})", "noise"}};
-    EXPECT_EQ(SpeedTest::run(working, clock), (SpeedResult{.downloadMbps = 1, .measuredAt = noon}));
-    EXPECT_EQ(working.commandLine, "/usr/bin/networkQuality -c -M 25");
+    testing::FakeClock clock;
+    testing::FakeToolRunner tools;
+    tools.answer = [&](const auto&) {
+        clock.wall = noon; // it is noon when the tool ends
+        return Shell::Output{0, R"({"dl_throughput": 1e6, "ul_throughput": 0})", "noise"};
+    };
+    EXPECT_EQ(SpeedTest::run(tools, clock), (SpeedResult{.downloadMbps = 1, .measuredAt = noon}));
+    EXPECT_EQ(tools.calls, (std::vector<testing::FakeToolRunner::Call>{
+                               {"/usr/bin/networkQuality", {"-c", "-M", "25"}}}));
 
-    CannedTool failing{
-        Shell::Output{2, R"({"dl_throughput": 1, "ul_throughput": 1})", "\n  No connection. \r\n"}};
+    tools.answer = [](const auto&) {
+        return Shell::Output{2, R"({"dl_throughput": 1, "ul_throughput": 1})",
+                             "\n  No connection. \r\n"};
+    };
     try {
-        SpeedTest::run(failing, clock);
+        SpeedTest::run(tools, clock);
         ADD_FAILURE() << "a failed run gave a result";
     } catch (const SpeedTestError& error) {
         EXPECT_EQ(error, SpeedTestError::failed("No connection."));
         EXPECT_NE(error, SpeedTestError::unreadable());
     }
-    CannedTool missing{std::nullopt};
-    EXPECT_THROW(SpeedTest::run(missing, clock), LaunchError);
+    tools.failToLaunch();
+    EXPECT_THROW(SpeedTest::run(tools, clock), LaunchError);
 }
 
 TEST(SpeedResult, PersistsWithoutItsAbsentFields) {
@@ -111,8 +113,12 @@ TEST(SpeedResult, ReadsBackWhatItWrote) {
         result.measuredAt = fromUnixTime(now + *rc::gen::inRange(0, 999) / 1000.0);
         RC_ASSERT(SpeedResult::fromJson(result.toJson()) == result);
     }));
-    const SpeedResult extreme{.responsivenessRPM = INT64_MIN};
-    EXPECT_EQ(SpeedResult::fromJson(extreme.toJson()), extreme);
+    // Figures that in plain digits would be integers beyond 64 bits.
+    for (const double figure : {4.444444444444445e20, -9223372036854775808.0, 1.7e308, 1e-300}) {
+        const SpeedResult extreme{
+            .downloadMbps = figure, .responsivenessRPM = INT64_MIN, .baseRTTms = figure};
+        EXPECT_EQ(SpeedResult::fromJson(extreme.toJson()), extreme) << figure;
+    }
 }
 
 TEST(SpeedResult, RefusesWhatIsNoStoredResult) {

@@ -63,5 +63,12 @@ TEST(PSProcessSource, ListsArgumentsWhateverTheStatus) {
     EXPECT_EQ(ps.commandLine, "/bin/ps -axo pid=,rss=,args=");
 }
 
+TEST(PSProcessSource, ListsLaunchJobsWhateverTheStatus) {
+    Tool launchctl{[] { return Shell::Output{1, "PID\tStatus\tLabel\n12\t0\tjob\n", ""}; }};
+    const auto jobs = PSProcessSource::launchctlList(launchctl);
+    EXPECT_EQ(jobs, (std::unordered_map<std::string, std::int32_t>{{"job", 12}}));
+    EXPECT_EQ(launchctl.commandLine, "/bin/launchctl list");
+}
+
 } // namespace
 } // namespace pacelet

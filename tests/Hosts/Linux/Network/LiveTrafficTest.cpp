@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <arpa/inet.h>
 #include <atomic>
+#include <cmath>
 #include <csignal>
 #include <gtest/gtest.h>
 #include <sys/prctl.h>
@@ -65,9 +66,32 @@ void receive(int connection, std::atomic<std::int64_t>& received) {
     ::close(connection);
 }
 
-const NetUsage* usageOf(const std::vector<NetUsage>& usage, std::int32_t pid) {
+/// What one listing said while so much really arrived.
+struct Comparison {
+    double trueRate = 0;
+    NetUsage out{};
+    NetUsage in{};
+
+    bool agrees() const {
+        const double tolerance = trueRate / 5;
+        return std::abs(out.bytesOutPerSec - trueRate) <= tolerance &&
+               std::abs(in.bytesInPerSec - trueRate) <= tolerance;
+    }
+};
+
+NetUsage usageOf(const std::vector<NetUsage>& usage, std::int32_t pid) {
     const auto place = std::ranges::find(usage, pid, &NetUsage::pid);
-    return place == usage.end() ? nullptr : &*place;
+    return place == usage.end() ? NetUsage{} : *place;
+}
+
+Comparison compare(LinuxHost& host, std::int32_t sender,
+                   const std::atomic<std::int64_t>& received) {
+    const std::int64_t before = received;
+    const auto begin = SteadyClock::now();
+    const std::vector<NetUsage> usage = NetTop::sample(host.tools());
+    const double seconds = std::chrono::duration<double>(SteadyClock::now() - begin).count();
+    return {static_cast<double>(received - before) / seconds, usageOf(usage, sender),
+            usageOf(usage, ::getpid())};
 }
 
 TEST(LiveTraffic, NettopNamesBothEndsOfATransferWithItsRate) {
@@ -90,27 +114,23 @@ TEST(LiveTraffic, NettopNamesBothEndsOfATransferWithItsRate) {
     std::this_thread::sleep_for(std::chrono::milliseconds{200});
 
     LinuxHost host;
-    const std::int64_t before = received;
-    const auto begin = SteadyClock::now();
-    const std::vector<NetUsage> usage = NetTop::sample(host.tools());
-    const double seconds = std::chrono::duration<double>(SteadyClock::now() - begin).count();
-    const double trueRate = static_cast<double>(received - before) / seconds;
-
+    Comparison seen = compare(host, sender, received);
+    // A busy machine may stall the transfer at the edges of a sample, which the clock here does not
+    // share.
+    for (int attempt = 1; attempt < 3 && !seen.agrees(); ++attempt) {
+        seen = compare(host, sender, received);
+    }
     ::kill(sender, SIGKILL);
     ::waitpid(sender, nullptr, 0);
     receiver.join();
 
-    EXPECT_GT(trueRate, 1e6);
-    const NetUsage* out = usageOf(usage, sender);
-    ASSERT_NE(out, nullptr) << "the sender is missing";
-    EXPECT_EQ(out->name, "steady.sender?1");
-    EXPECT_NEAR(out->bytesOutPerSec, trueRate, trueRate / 5);
-    EXPECT_EQ(out->bytesInPerSec, 0);
-    const NetUsage* in = usageOf(usage, ::getpid());
-    ASSERT_NE(in, nullptr) << "the receiver is missing";
-    EXPECT_NEAR(in->bytesInPerSec, trueRate, trueRate / 5);
-    RecordProperty("true_rate", std::to_string(trueRate));
-    RecordProperty("rate_seen", std::to_string(in->bytesInPerSec));
+    EXPECT_GT(seen.trueRate, 1e6);
+    EXPECT_EQ(seen.out.name, "steady.sender?1");
+    EXPECT_EQ(seen.out.bytesInPerSec, 0);
+    EXPECT_TRUE(seen.agrees()) << "truly " << seen.trueRate << ", sent " << seen.out.bytesOutPerSec
+                               << ", received " << seen.in.bytesInPerSec;
+    RecordProperty("true_rate", std::to_string(seen.trueRate));
+    RecordProperty("rate_seen", std::to_string(seen.in.bytesInPerSec));
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 #include "Hosts/Linux/Network/NettopTool.h"
 
 #include "Core/Internet/NetTop.h"
-#include "tests/Hosts/Linux/Network/TemporaryFolder.h"
+#include "tests/Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <linux/inet_diag.h>
@@ -69,7 +69,7 @@ TEST(SocketOwners, GoThroughTheDescriptorsThatMayBeSeen) {
     EXPECT_EQ(trafficName("a,b\nc.d,\n"), "a?b?c.d?");
     EXPECT_EQ(trafficName(""), "");
 
-    const TemporaryFolder proc;
+    const testing::TemporaryFolder proc;
     proc.write("self/comm", "self\n");
     proc.write("10/comm", "parent\n");
     proc.link("10/fd/0", "/dev/null");

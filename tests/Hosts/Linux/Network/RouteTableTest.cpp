@@ -1,7 +1,7 @@
 #include "Hosts/Linux/Network/RouteTable.h"
 
 #include "Hosts/Linux/Network/PathReader.h"
-#include "tests/Hosts/Linux/Network/TemporaryFolder.h"
+#include "tests/Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <linux/if.h>
@@ -118,7 +118,7 @@ TEST(RouteTable, ChoosesTheRouteThatTrafficTakes) {
 }
 
 TEST(PathReader, KnowsWirelessDevicesAndModems) {
-    const TemporaryFolder sysFolder;
+    const testing::TemporaryFolder sysFolder;
     sysFolder.write("class/net/old/wireless/status", "0");
     sysFolder.link("class/net/new/phy80211", "/sys/class");
     sysFolder.write("class/net/virtual/uevent", "INTERFACE=virtual\nDEVTYPE=wlan\n");

@@ -1,0 +1,202 @@
+#include "Hosts/Simulated/Scenarios/Background.h"
+
+#include <array>
+
+namespace pacelet::Simulated {
+
+namespace {
+
+constexpr User windowserver{88, "_windowserver"};
+constexpr User spotlight{89, "_spotlight"};
+constexpr User mdns{65, "_mdnsresponder"};
+constexpr User location{205, "_locationd"};
+constexpr User audio{202, "_coreaudiod"};
+constexpr User network{24, "_networkd"};
+constexpr User hid{261, "_hidd"};
+constexpr User usbmux{213, "_usbmuxd"};
+constexpr User distnote{241, "_distnote"};
+constexpr User analytics{263, "_analyticsd"};
+constexpr User nsurl{242, "_nsurlsessiond"};
+constexpr User software{200, "_softwareupdate"};
+constexpr User timed{266, "_timed"};
+constexpr User events{55, "_appleevents"};
+constexpr User display{244, "_displaypolicyd"};
+constexpr User trust{282, "_trustd"};
+constexpr User biome{289, "_biome"};
+constexpr User netbios{222, "_netbios"};
+constexpr User ctk{259, "_ctkd"};
+constexpr User reporter{269, "_rmd"};
+constexpr User fps{265, "_fpsd"};
+constexpr User nearby{268, "_nearbyd"};
+constexpr User captive{258, "_captiveagent"};
+
+// clang-format off
+constexpr std::array<BackgroundProcess, 158> table{{
+    {root, "kernel_task", 4.5, 1900},
+    {root, "/sbin/launchd", 0.6, 42},
+    {root, "/usr/libexec/logd", 0.6, 38},
+    {root, "/usr/libexec/smd", 0.1, 9},
+    {root, "/usr/libexec/UserEventAgent", 0.1, 14},
+    {root, "/usr/libexec/fseventsd", 0.4, 16},
+    {root, "/usr/libexec/systemstats", 0.3, 22},
+    {root, "/usr/libexec/configd", 0.3, 12},
+    {root, "/usr/libexec/endpointsecurityd", 0.1, 9},
+    {root, "/usr/libexec/keybagd", 0.0, 7},
+    {root, "/usr/libexec/watchdogd", 0.1, 6},
+    {root, "/usr/libexec/kernelmanagerd", 0.0, 10},
+    {root, "/usr/libexec/diskarbitrationd", 0.1, 7},
+    {root, "/usr/libexec/coreduetd", 0.3, 24},
+    {root, "/usr/libexec/opendirectoryd", 0.4, 18},
+    {root, "/usr/libexec/apsd", 0.2, 20},
+    {root, "/usr/libexec/corebrightnessd", 0.1, 12},
+    {root, "/usr/libexec/airportd", 0.4, 24},
+    {root, "/usr/libexec/bluetoothd", 0.7, 22},
+    {root, "/usr/libexec/securityd_service", 0.0, 8},
+    {root, "/usr/libexec/syspolicyd", 0.3, 40},
+    {root, "/usr/libexec/taskgated", 0.0, 9},
+    {root, "/usr/libexec/tccd", 0.2, 16},
+    {root, "/usr/libexec/symptomsd", 0.3, 20},
+    {root, "/usr/libexec/thermalmonitord", 0.2, 10},
+    {root, "/usr/libexec/powerd", 0.3, 12},
+    {root, "/System/Library/PrivateFrameworks/PowerUI.framework/Support/PowerUIAgent", 0.0, 10},
+    {root, "/usr/libexec/amfid", 0.1, 14},
+    {root, "/usr/libexec/lsd", 0.1, 18},
+    {root, "/usr/libexec/runningboardd", 0.6, 20},
+    {root, "/usr/libexec/sysmond", 0.4, 10},
+    {root, "/usr/libexec/nehelper", 0.0, 10},
+    {root, "/usr/libexec/nesessionmanager", 0.1, 11},
+    {root, "/usr/libexec/mobileassetd", 0.1, 22},
+    {root, "/usr/libexec/dasd", 0.3, 26},
+    {root, "/usr/libexec/remoted", 0.0, 8},
+    {root, "/usr/libexec/logd_helper", 0.1, 9},
+    {root, "/usr/libexec/biometrickitd", 0.0, 9},
+    {root, "/usr/libexec/usbd", 0.0, 7},
+    {root, "/usr/libexec/rtcreportingd", 0.0, 9},
+    {root, "/usr/libexec/storagekitd", 0.0, 11},
+    {root, "/System/Library/CoreServices/backupd.bundle/Contents/Resources/backupd-helper", 0.0, 9},
+    {root, "/usr/libexec/applessdstatistics", 0.0, 8},
+    {root, "/usr/libexec/sandboxd", 0.1, 9},
+    {root, "/usr/libexec/seserviced", 0.0, 13},
+    {root, "/usr/libexec/wifip2pd", 0.1, 9},
+    {root, "/usr/libexec/wifianalyticsd", 0.1, 12},
+    {root, "/usr/libexec/batteryintelligenced", 0.0, 10},
+    {root, "/usr/libexec/colorsync.displayservices", 0.0, 9},
+    {root, "/usr/libexec/trustdFileHelper", 0.0, 6},
+    {root, "/usr/libexec/searchpartyd", 0.1, 18},
+    {root, "/usr/libexec/online-auth-agent", 0.0, 8},
+    {root, "/usr/libexec/eligibilityd", 0.0, 7},
+    {root, "/usr/libexec/containermanagerd_system", 0.1, 13},
+    {root, "/usr/libexec/triald_system", 0.0, 14},
+    {root, "/usr/libexec/modelmanagerd", 0.0, 24},
+    {root, "/usr/libexec/corespeechd_system", 0.0, 11},
+    {display, "/usr/libexec/displaypolicyd", 0.0, 8},
+    {root, "/usr/libexec/mobileactivationd", 0.0, 8},
+    {root, "/usr/libexec/AirPlayXPCHelper", 0.1, 14},
+    {root, "/usr/libexec/xpcroleaccountd", 0.0, 6},
+    {root, "/usr/libexec/sysdiagnosed", 0.0, 7},
+    {mdns, "/usr/sbin/mDNSResponder", 0.4, 14},
+    {root, "/usr/sbin/mDNSResponderHelper", 0.0, 6},
+    {root, "/usr/sbin/notifyd", 0.3, 8},
+    {root, "/usr/sbin/syslogd", 0.1, 7},
+    {root, "/usr/sbin/securityd", 0.2, 16},
+    {root, "/usr/sbin/bluetoothaudiod", 0.0, 9},
+    {audio, "/usr/sbin/coreaudiod", 1.4, 26},
+    {distnote, "/usr/sbin/distnoted", 0.1, 8},
+    {root, "/usr/sbin/cfprefsd", 0.3, 10},
+    {root, "/usr/sbin/spindump", 0.2, 40},
+    {root, "/usr/sbin/ocspd", 0.0, 8},
+    {root, "/usr/sbin/KernelEventAgent", 0.0, 6},
+    {root, "/usr/sbin/filecoordinationd", 0.1, 8},
+    {usbmux, "/usr/sbin/usbmuxd", 0.0, 8},
+    {netbios, "/usr/sbin/netbiosd", 0.0, 7},
+    {root, "/usr/sbin/auditd", 0.0, 5},
+    {root, "/usr/sbin/cupsd", 0.0, 9},
+    {root, "/usr/sbin/systemsoundserverd", 0.1, 10},
+    {root, "/usr/sbin/WirelessRadioManagerd", 0.1, 12},
+    {events, "/usr/sbin/appleeventsd", 0.1, 9},
+    {root, "/System/Library/CoreServices/launchservicesd", 0.4, 18},
+    {root, "/System/Library/CoreServices/logind", 0.0, 8},
+    {root, "/System/Library/CoreServices/coreservicesd", 0.2, 12},
+    {root, "/System/Library/CoreServices/powerd.bundle/powerd", 0.3, 11},
+    {root, "/System/Library/CoreServices/SubmitDiagInfo", 0.0, 16},
+    {root, "/System/Library/CoreServices/sharedfilelistd", 0.0, 11},
+    {root, "/System/Library/CoreServices/CrashReporterSupportHelper", 0.0, 8},
+    {root, "/System/Library/CoreServices/ReportCrash", 0.0, 14},
+    {root, "/System/Library/CoreServices/iconservicesd", 0.0, 12},
+    {root, "/System/Library/CoreServices/iconservicesagent", 0.1, 16},
+    {windowserver, "/System/Library/PrivateFrameworks/SkyLight.framework/Resources/WindowServer", 11, 620},
+    {root, "/System/Library/Frameworks/CoreServices.framework/Frameworks/Metadata.framework/Support/mds", 0.8, 70},
+    {root, "/System/Library/Frameworks/CoreServices.framework/Frameworks/Metadata.framework/Versions/A/Support/mds_stores", 1.2, 180},
+    {spotlight, "/System/Library/Frameworks/CoreServices.framework/Frameworks/Metadata.framework/Versions/A/Support/mdworker_shared", 0.1, 22, 3},
+    {root, "/System/Library/Frameworks/CoreServices.framework/Frameworks/Metadata.framework/Versions/A/Support/mdbulkimport", 0.0, 14},
+    {root, "/System/Library/PrivateFrameworks/GenerationalStorage.framework/Versions/A/Support/revisiond", 0.0, 7},
+    {root, "/System/Library/Frameworks/GSS.framework/Helpers/GSSCred", 0.0, 8},
+    {root, "/System/Library/Frameworks/LocalAuthentication.framework/Support/coreauthd", 0.0, 12},
+    {root, "/System/Library/Frameworks/Security.framework/Versions/A/XPCServices/authd.xpc/Contents/MacOS/authd", 0.1, 10},
+    {root, "/System/Library/Frameworks/SystemConfiguration.framework/Versions/A/Resources/SCHelper", 0.0, 6},
+    {root, "/System/Library/Frameworks/CoreMediaIO.framework/Versions/A/Resources/VDC.plugin/Contents/Resources/VDCAssistant", 0.0, 14},
+    {root, "/System/Library/Frameworks/PCSC.framework/Versions/A/XPCServices/com.apple.ctkpcscd.xpc/Contents/MacOS/com.apple.ctkpcscd", 0.0, 7},
+    {ctk, "/System/Library/Frameworks/CryptoTokenKit.framework/ctkd", 0.0, 9},
+    {analytics, "/System/Library/PrivateFrameworks/CoreAnalytics.framework/Support/analyticsd", 0.2, 22},
+    {root, "/System/Library/PrivateFrameworks/PackageKit.framework/Support/system_installd", 0.0, 10},
+    {root, "/System/Library/PrivateFrameworks/PackageKit.framework/Support/installd", 0.0, 11},
+    {software, "/System/Library/PrivateFrameworks/SoftwareUpdate.framework/Support/softwareupdated", 0.1, 34},
+    {root, "/System/Library/PrivateFrameworks/ApplePushService.framework/Support/apsd", 0.1, 16},
+    {location, "/System/Library/PrivateFrameworks/GeoServices.framework/Support/geod", 0.1, 20},
+    {root, "/System/Library/PrivateFrameworks/MobileSoftwareUpdate.framework/Support/sumsd", 0.0, 8},
+    {root, "/System/Library/PrivateFrameworks/TCC.framework/Support/tccd", 0.1, 14},
+    {root, "/System/Library/PrivateFrameworks/CoreSymbolication.framework/Support/coresymbolicationd", 0.1, 18},
+    {root, "/System/Library/PrivateFrameworks/AccountPolicy.framework/XPCServices/com.apple.AccountPolicyHelper.xpc/Contents/MacOS/com.apple.AccountPolicyHelper", 0.0, 8},
+    {root, "/System/Library/PrivateFrameworks/Noticeboard.framework/Support/nbstated", 0.0, 9},
+    {root, "/System/Library/PrivateFrameworks/Heimdal.framework/Helpers/kdc", 0.0, 7},
+    {root, "/System/Library/PrivateFrameworks/Uninstall.framework/Support/uninstalld", 0.0, 7},
+    {root, "/System/Library/PrivateFrameworks/CloudKitDaemon.framework/Support/cloudd", 0.2, 28},
+    {root, "/usr/libexec/PerfPowerTelemetryClientRegistrationService", 0.0, 6},
+    {root, "/System/Library/PrivateFrameworks/WiFiVelocity.framework/Support/wifivelocityd", 0.0, 9},
+    {fps, "/System/Library/PrivateFrameworks/CoreADI.framework/Support/adid", 0.0, 9},
+    {root, "/usr/libexec/ospredictiond", 0.0, 9},
+    {biome, "/System/Library/PrivateFrameworks/BiomeStreams.framework/Support/biomed", 0.1, 14},
+    {root, "/System/Library/PrivateFrameworks/AmbientDisplay.framework/Versions/A/XPCServices/com.apple.AmbientDisplayAgent.xpc/Contents/MacOS/com.apple.AmbientDisplayAgent", 0.0, 7},
+    {root, "/System/Library/PrivateFrameworks/AuthKit.framework/Support/akd", 0.1, 18},
+    {nearby, "/System/Library/PrivateFrameworks/Nearby.framework/Support/nearbyd", 0.0, 12},
+    {root, "/System/Library/PrivateFrameworks/MediaRemote.framework/Support/mediaremoted", 0.2, 14},
+    {root, "/System/Library/PrivateFrameworks/PowerLog.framework/Support/PerfPowerServices", 0.3, 30},
+    {captive, "/usr/libexec/captiveagent", 0.0, 8},
+    {root, "/System/Library/PrivateFrameworks/SystemStatus.framework/Support/systemstatusd", 0.1, 9},
+    {root, "/usr/libexec/lskdd", 0.0, 6},
+    {root, "/usr/libexec/memoryanalyticsd", 0.0, 6},
+    {root, "/System/Library/PrivateFrameworks/AppleDeviceQuery.framework/Support/aned", 0.0, 11},
+    {root, "/usr/libexec/apfsd", 0.0, 8},
+    {root, "/usr/libexec/diskmanagementd", 0.0, 8},
+    {root, "/System/Library/PrivateFrameworks/DiskImages2.framework/Support/diskimagescontroller", 0.0, 9},
+    {root, "/System/Library/PrivateFrameworks/CoreRepairKit.framework/Support/corerepaird", 0.0, 8},
+    {root, "/System/Library/PrivateFrameworks/AssetCacheServices.framework/Support/AssetCacheLocatorService", 0.0, 14},
+    {hid, "/usr/libexec/hidd", 1.1, 14},
+    {location, "/usr/libexec/locationd", 0.3, 22},
+    {timed, "/usr/libexec/timed", 0.1, 9},
+    {trust, "/usr/libexec/trustd", 0.1, 16},
+    {nsurl, "/usr/libexec/nsurlsessiond", 0.1, 18},
+    {reporter, "/usr/libexec/rmd", 0.0, 8},
+    {network, "/usr/libexec/networkserviceproxy", 0.0, 10},
+    {root, "/usr/libexec/contextstored", 0.1, 20},
+    {root, "/usr/libexec/cryptexd", 0.0, 10},
+    {root, "/usr/libexec/dprivacyd", 0.0, 12},
+    {root, "/usr/libexec/audioaccessoryd", 0.0, 9},
+    {root, "/usr/libexec/ioupsd", 0.0, 6},
+    {root, "/usr/libexec/autofsd", 0.0, 6},
+    {root, "/usr/libexec/mmaintenanced", 0.0, 9},
+    {root, "/usr/libexec/thermald", 0.0, 6},
+    {root, "/usr/libexec/periodic-wrapper", 0.0, 5},
+    {root, "/usr/libexec/aonsensed", 0.0, 10},
+    {root, "/usr/libexec/boardservicesd", 0.0, 8},
+    {root, "/usr/libexec/BOSReporter", 0.0, 7},
+}};
+// clang-format on
+
+} // namespace
+
+std::span<const BackgroundProcess> systemDaemons() {
+    return table;
+}
+
+} // namespace pacelet::Simulated

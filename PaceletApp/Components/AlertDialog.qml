@@ -1,0 +1,111 @@
+import QtQuick
+import QtQuick.Templates as T
+
+/// A question over the window. Escape is "Cancel". Return presses the button that has the focus: the
+/// confirming one at first, but the harmless one where something could be lost.
+T.Popup {
+    id: dialog
+
+    property string title
+    property string message
+    property string confirmText
+    property string cancelText: "Cancel"
+    property bool destructive: false
+
+    signal confirmed
+    signal cancelled
+
+    readonly property bool stacked: confirmButton.implicitWidth + cancelButton.implicitWidth + 10 > availableWidth
+
+    parent: T.Overlay.overlay
+    anchors.centerIn: parent
+    width: 420
+    padding: 24
+    implicitHeight: column.height + 2 * padding
+    modal: true
+    focus: true
+    closePolicy: T.Popup.NoAutoClose
+    onOpened: (destructive ? cancelButton : confirmButton).forceActiveFocus(destructive ? Qt.TabFocusReason : Qt.PopupFocusReason)
+
+    T.Overlay.modal: Rectangle {
+        color: Theme.scrim
+    }
+
+    background: PopupGround {
+        Accessible.role: Accessible.AlertMessage
+        Accessible.name: dialog.title
+        Accessible.description: dialog.message
+    }
+
+    enter: PopupEnter {}
+    exit: PopupExit {}
+
+    contentItem: Item {
+        Keys.onEscapePressed: dialog.cancelled()
+
+        Column {
+            id: column
+
+            width: parent.width
+            spacing: 8
+
+            Text {
+                width: parent.width
+                text: dialog.title
+                font: Theme.sectionTitle
+                color: Theme.text
+                wrapMode: Text.Wrap
+                textFormat: Text.PlainText
+            }
+
+            Text {
+                width: parent.width
+                visible: text !== ""
+                text: dialog.message
+                font: Theme.control
+                color: Theme.text2
+                wrapMode: Text.Wrap
+                lineHeight: 1.15
+                textFormat: Text.PlainText
+            }
+
+            Item {
+                width: parent.width
+                height: buttons.height + 12
+
+                Grid {
+                    id: buttons
+
+                    readonly property real full: dialog.availableWidth
+
+                    anchors.right: parent.right
+                    anchors.bottom: parent.bottom
+                    columns: dialog.stacked ? 1 : 2
+                    spacing: 10
+                    // The confirming button stands at the end of a row, but on top of a pile.
+                    layoutDirection: dialog.stacked ? Qt.LeftToRight : Qt.RightToLeft
+
+                    FixStyle {
+                        id: confirmButton
+
+                        width: dialog.stacked ? buttons.full : Math.max(implicitWidth, 92)
+                        text: dialog.confirmText
+                        prominent: true
+                        fill: dialog.destructive ? Theme.danger : Theme.button
+                        hoverFill: dialog.destructive ? Theme.dangerHover : Theme.buttonHover
+                        pressedFill: Qt.alpha(fill, 0.8)
+                        onClicked: dialog.confirmed()
+                    }
+
+                    SecondaryButton {
+                        id: cancelButton
+
+                        width: dialog.stacked ? buttons.full : Math.max(implicitWidth, 92)
+                        text: dialog.cancelText
+                        onClicked: dialog.cancelled()
+                    }
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,5 @@
+/// A short reassurance in place of a button.
+ElidedText {
+    font: Theme.note
+    color: Theme.text3
+}

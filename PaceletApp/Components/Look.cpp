@@ -1,0 +1,68 @@
+#include "PaceletApp/Components/Look.h"
+
+#include "Core/Support/EnumTable.h"
+#include "PaceletApp/Components/QtText.h"
+
+#include <array>
+
+namespace pacelet {
+
+namespace {
+
+struct VerdictRow {
+    Verdict value;
+    std::string_view symbol;
+    std::string_view tone;
+};
+constexpr std::array<VerdictRow, 3> verdicts{{
+    {Verdict::safe, "checkmark.circle", "green"},
+    {Verdict::review, "exclamationmark.triangle", "amber"},
+    {Verdict::leave, "checkmark.shield", "neutral"},
+}};
+
+struct StatusRow {
+    Status value;
+    std::string_view rawValue;
+    std::string_view label;
+    std::string_view tone;
+};
+constexpr std::array<StatusRow, 3> statuses{{
+    {Status::quiet, "quiet", "All quiet", "green"},
+    {Status::busy, "busy", "Busy", "amber"},
+    {Status::struggling, "struggling", "Struggling", "red"},
+}};
+
+} // namespace
+
+PillLook lookOf(Verdict verdict) {
+    const VerdictRow& row = rowOf(verdicts, verdict);
+    const QString label = qtText(pacelet::label(verdict));
+    return {label, qtText(row.symbol), qtText(row.tone), QStringLiteral("Verdict: ") + label};
+}
+
+PillLook lookOf(Status status) {
+    const StatusRow& row = rowOf(statuses, status);
+    const QString label = qtText(row.label);
+    return {label, {}, qtText(row.tone), QStringLiteral("Status: ") + label};
+}
+
+FixLook lookOf(FixID fix, const ProcessGroup* group) {
+    const bool purple = fix == FixID::quitApp || fix == FixID::rebuildSpotlightIndex;
+    return {qtText(rawValue(fix)), qtText(title(fix, group)), qtText(symbol(fix)), purple};
+}
+
+QString rawValue(Status status) {
+    return qtText(rowOf(statuses, status).rawValue);
+}
+
+PillLook Looks::verdict(const QString& rawValue) const {
+    const auto value = verdictFromRawValue(rawValue.toStdString());
+    return value ? lookOf(*value) : PillLook{};
+}
+
+PillLook Looks::status(const QString& rawValue) const {
+    const auto value = fromRawValue<Status>(statuses, rawValue.toStdString());
+    return value ? lookOf(*value) : PillLook{};
+}
+
+} // namespace pacelet

@@ -1,0 +1,18 @@
+#include "PaceletApp/Components/ScreenModule.h"
+
+#include "PaceletApp/Components/SymbolProvider.h"
+
+#include <QQmlEngine>
+
+// Made by the build. Naming it keeps the linker from dropping the types' registration.
+extern void qml_register_types_Pacelet();
+
+namespace pacelet {
+
+void installScreens(QQmlEngine& engine) {
+    qml_register_types_Pacelet();
+    engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+    engine.addImageProvider(QStringLiteral("symbol"), new SymbolProvider);
+}
+
+} // namespace pacelet

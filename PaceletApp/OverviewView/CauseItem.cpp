@@ -1,0 +1,38 @@
+#include "PaceletApp/OverviewView/CauseItem.h"
+
+#include "PaceletApp/Components/QtText.h"
+
+#include <fmt/format.h>
+
+namespace pacelet {
+
+CauseItem causeItem(const Finding& finding, const ProcessGroup* group) {
+    CauseItem item;
+    item.id = finding.id();
+    item.headline = qtText(finding.headline());
+    item.grave = finding.severity() >= Severity::high;
+    if (finding.primaryFix()) {
+        item.fix = lookOf(*finding.primaryFix(), group);
+    }
+    item.note = qtText(finding.leaveNote().value_or(""));
+    return item;
+}
+
+std::vector<ListRole<CauseItem>> causeRoles() {
+    using Item = CauseItem;
+    return {
+        {"headline", [](const Item& item) { return item.headline; }},
+        {"grave", [](const Item& item) { return item.grave; }},
+        {"fix", [](const Item& item) { return QVariant::fromValue(item.fix); }},
+        {"note", [](const Item& item) { return item.note; }},
+    };
+}
+
+QString moreCausesLabel(std::size_t count) {
+    if (count == 0) {
+        return {};
+    }
+    return qtText(fmt::format("And {} more {}", count, count == 1 ? "cause" : "causes"));
+}
+
+} // namespace pacelet

@@ -1,0 +1,94 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Pacelet
+
+/// The busiest few.
+Column {
+    id: table
+
+    /// Roles groupId, appPath, symbol, name, subtitle, cpu, memory, verdict, fix and note.
+    required property var processes
+
+    signal allProcesses
+    signal fixed(string groupId)
+
+    spacing: 12
+
+    Item {
+        width: parent.width
+        height: button.height
+
+        Text {
+            anchors.verticalCenter: parent.verticalCenter
+            text: "What's using your CPU"
+            font: Theme.sectionTitle
+            color: Theme.text
+            Accessible.role: Accessible.Heading
+        }
+
+        SecondaryButton {
+            id: button
+
+            anchors.right: parent.right
+            text: "All processes"
+            symbol: "arrow.right"
+            symbolBehind: true
+            onClicked: table.allProcesses()
+        }
+    }
+
+    Card {
+        width: parent.width
+        padding: 0
+
+        Column {
+            width: parent.width
+
+            ProcessTableHeader {
+                width: parent.width
+            }
+
+            Repeater {
+                model: table.processes
+
+                Item {
+                    id: entry
+
+                    required property string groupId
+                    required property string appPath
+                    required property string symbol
+                    required property string name
+                    required property string subtitle
+                    required property string cpu
+                    required property string memory
+                    required property string verdict
+                    required property fixLook fix
+                    required property string note
+
+                    width: parent?.width ?? 0
+                    height: row.implicitHeight
+
+                    Divider {
+                        width: parent.width
+                    }
+
+                    ProcessRow {
+                        id: row
+
+                        anchors.fill: parent
+                        appPath: entry.appPath
+                        symbol: entry.symbol
+                        name: entry.name
+                        subtitle: entry.subtitle
+                        cpuText: entry.cpu
+                        memoryText: entry.memory
+                        verdictValue: entry.verdict
+                        fix: entry.fix
+                        note: entry.note
+                        onFixed: table.fixed(entry.groupId)
+                    }
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,11 @@
+import QtQuick
+
+/// All that can be shown of an installation without its catalog.
+Item {
+    EmptyState {
+        anchors.centerIn: parent
+        width: Math.min(parent.width - 68, 520)
+        symbol: "exclamationmark.triangle"
+        title: "Pacelet couldn't load its process list. Reinstall Pacelet."
+    }
+}

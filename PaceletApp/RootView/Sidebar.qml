@@ -1,0 +1,85 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+
+/// The program's name, the way to each screen, and what happens to the data.
+Rectangle {
+    id: sidebar
+
+    /// One row a screen, with the roles title, symbol and count (a text, empty for none).
+    required property var screens
+    /// Row of the screen on show.
+    required property int current
+
+    signal chosen(int screen)
+
+    implicitWidth: 212
+    color: Theme.sidebar
+
+    Row {
+        id: brand
+
+        x: 16
+        y: 22
+        spacing: 11
+
+        LogoTile {
+            size: 34
+        }
+
+        Text {
+            anchors.verticalCenter: parent.verticalCenter
+            text: "Pacelet"
+            font: Theme.sectionTitle
+            color: Theme.text
+        }
+    }
+
+    Column {
+        anchors.top: brand.bottom
+        anchors.topMargin: 24
+        x: 12
+        width: parent.width - 24
+        spacing: 3
+
+        Repeater {
+            model: sidebar.screens
+
+            SidebarRow {
+                required property int index
+                required property string title
+                required symbol
+                required count
+
+                width: parent?.width ?? implicitWidth
+                text: title
+                selected: index === sidebar.current
+                onClicked: sidebar.chosen(index)
+            }
+        }
+    }
+
+    Row {
+        x: 16
+        width: parent.width - 32
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: 18
+        spacing: 8
+
+        Symbol {
+            id: lock
+
+            y: 1
+            name: "lock.shield"
+            color: Theme.text3
+            size: 14
+        }
+
+        Text {
+            width: parent.width - lock.width - parent.spacing
+            text: "Works locally. Nothing is uploaded."
+            font: Theme.note
+            color: Theme.text3
+            wrapMode: Text.Wrap
+        }
+    }
+}

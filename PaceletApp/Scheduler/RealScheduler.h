@@ -1,0 +1,47 @@
+#pragma once
+
+#include "Core/Support/Descriptor.h"
+#include "PaceletApp/Scheduler/Scheduler.h"
+
+#include <QSocketNotifier>
+#include <QThreadPool>
+
+#include <mutex>
+#include <vector>
+
+namespace pacelet {
+
+/// Real time, on the event loop of the thread that makes it, and a pool of threads. While nothing
+/// is due and no work is under way, no thread of it wakes up.
+class RealScheduler final : public Scheduler {
+public:
+    /// `clock` tells the wall-clock time.
+    explicit RealScheduler(Clock& clock);
+
+    /// Waits for the work that is under way.
+    ~RealScheduler() override;
+
+    MonotonicTime monotonicNow() override;
+
+    /// Waits at most `limit` for the work that is under way, and tells whether all of it is done. A
+    /// tool that hangs cannot be waited for: whoever gets false leaves the program at once.
+    bool waitForBackground(Seconds limit);
+
+private:
+    void arm() override;
+    void start(BackgroundJob& job) override;
+    void jobDone(BackgroundJob& job) override;
+
+    void timerFired();
+    void finishJobs();
+
+    Descriptor timer_;
+    Descriptor mailbox_; ///< readable when `finished_` has something
+    QSocketNotifier timerNotifier_;
+    QSocketNotifier mailboxNotifier_;
+    std::mutex finishedMutex_;
+    std::vector<BackgroundJob*> finished_;
+    QThreadPool pool_;
+};
+
+} // namespace pacelet

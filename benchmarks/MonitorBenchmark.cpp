@@ -1,0 +1,120 @@
+// What a tick of the monitor costs with its window open: the share of the UI thread, which holds up
+// the screen, and the whole of a tick on this machine.
+
+#include "Core/Knowledge/CatalogFile.h"
+#include "Hosts/Linux/LinuxHost.h"
+#include "Hosts/Simulated/SimulatedMac.h"
+#include "PaceletApp/Monitor/Monitor.h"
+#include "PaceletApp/Scheduler/RealScheduler.h"
+
+#include <QCoreApplication>
+#include <benchmark/benchmark.h>
+#include <ctime>
+#include <string>
+
+namespace pacelet {
+namespace {
+
+/// A Mac with so many processes, a fifth of them in applications, all of them busy now and then.
+Simulated::World crowdedMac(std::int64_t count) {
+    Simulated::World world;
+    for (std::int64_t number = 0; number < count; ++number) {
+        Simulated::Process process;
+        process.user = number % 3 == 0 ? Simulated::root : Simulated::ann;
+        const std::string digits = std::to_string(number);
+        process.path = number % 5 == 0
+                           ? "/Applications/Application " + std::to_string(number / 40) +
+                                 ".app/Contents/Frameworks/Helper " + digits
+                           : "/usr/libexec/daemon-of-a-usual-length-" + digits;
+        process.load = {.percent = static_cast<double>(number % 17),
+                        .swing = 0.5,
+                        .phase = static_cast<double>(number)};
+        process.footprint = (number % 300) << 20;
+        world.processes.spawn(process);
+    }
+    return world;
+}
+
+double threadSeconds() {
+    timespec used{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &used);
+    return static_cast<double>(used.tv_sec) + static_cast<double>(used.tv_nsec) / 1e9;
+}
+
+/// A monitor on the real pool whose ticks come on demand.
+class Ticker {
+public:
+    Ticker(const Platform& platform, Scheduler& scheduler)
+        : monitor_{platform, scheduler,
+                   ProcessCatalog{CatalogFile::read(PACELET_RESOURCES "/processes.json")}} {
+        monitor_.togglePause();
+        monitor_.setWindowVisible(true);
+        tick();
+    }
+
+    /// One tick, the scan of the background items included when it is due.
+    void tick() {
+        ended_ = false;
+        detach(runTick());
+        while (!ended_) {
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        }
+    }
+
+private:
+    QCoro::Task<> runTick() {
+        co_await monitor_.tick();
+        ended_ = true;
+    }
+
+    Monitor monitor_;
+    bool ended_ = false;
+};
+
+/// The loop of the events that all ticks share.
+void openApplication() {
+    static int count = 1;
+    static char name[] = "benchmark";
+    static char* arguments[] = {name, nullptr};
+    static const QCoreApplication application{count, arguments};
+}
+
+void uiThreadOfATick(benchmark::State& state) {
+    openApplication();
+    Simulated::SimulatedMac mac{crowdedMac(state.range(0))};
+    RealScheduler scheduler{mac.machine};
+    Ticker ticker{mac.platform(), scheduler};
+    for (auto _ : state) {
+        mac.machine.advance(Seconds{3});
+        const double begin = threadSeconds();
+        ticker.tick();
+        state.SetIterationTime(threadSeconds() - begin);
+    }
+    state.SetComplexityN(state.range(0));
+}
+BENCHMARK(uiThreadOfATick)
+    ->RangeMultiplier(2)
+    ->Range(250, 4000)
+    ->UseManualTime()
+    ->Unit(benchmark::kMicrosecond)
+    ->Complexity(benchmark::oNLogN);
+
+void liveTick(benchmark::State& state) {
+    openApplication();
+    Linux::LinuxHost host;
+    Simulated::SimulatedMac mac{Simulated::World{}};
+    const Platform desktop = mac.platform();
+    const Platform platform{host.clock(),       host.tools(),        host.kernel(),
+                            desktop.workspace,  host.networkLink(),  desktop.windowServer,
+                            desktop.loginItems, desktop.preferences, desktop.log,
+                            desktop.home,       desktop.root,        desktop.applicationSupport};
+    RealScheduler scheduler{host.clock()};
+    Ticker ticker{platform, scheduler};
+    for (auto _ : state) {
+        ticker.tick();
+    }
+}
+BENCHMARK(liveTick)->MeasureProcessCPUTime()->UseRealTime()->Unit(benchmark::kMicrosecond);
+
+} // namespace
+} // namespace pacelet

@@ -1,0 +1,161 @@
+#include "Core/Inspectors/PropertyList.h"
+
+#include "Core/Inspectors/PropertyListLimits.h"
+
+#include <gtest/gtest.h>
+#include <memory>
+#include <plist/plist.h>
+#include <string>
+#include <vector>
+
+namespace pacelet {
+namespace {
+
+std::string xml(const std::string& content) {
+    return R"(<?xml version="1.0" encoding="UTF-8"?><!DOCTYPE plist PUBLIC "-//x" "y">)"
+           "<plist version=\"1.0\">" +
+           content + "</plist>\n";
+}
+
+std::string binaryOf(const std::string& text) {
+    plist_t list = nullptr;
+    plist_from_memory(text.data(), static_cast<std::uint32_t>(text.size()), &list);
+    char* bytes = nullptr;
+    std::uint32_t length = 0;
+    plist_to_bin(list, &bytes, &length);
+    plist_free(list);
+    const std::unique_ptr<char, decltype(&std::free)> release{bytes, std::free};
+    return {bytes, length};
+}
+
+void appendNumber(std::string& bytes, std::size_t value, int width) {
+    for (int shift = (width - 1) * 8; shift >= 0; shift -= 8) {
+        bytes.push_back(static_cast<char>(value >> shift));
+    }
+}
+
+/// A binary list out of encoded objects, the first one at its top; references take two bytes.
+std::string assemble(const std::vector<std::string>& objects) {
+    std::string bytes = "bplist00";
+    std::vector<std::size_t> offsets;
+    for (const std::string& object : objects) {
+        offsets.push_back(bytes.size());
+        bytes += object;
+    }
+    const std::size_t table = bytes.size();
+    for (const std::size_t offset : offsets) {
+        appendNumber(bytes, offset, 4);
+    }
+    bytes.append(6, '\0').append("\x04\x02");
+    appendNumber(bytes, objects.size(), 8);
+    appendNumber(bytes, 0, 8);
+    appendNumber(bytes, table, 8);
+    return bytes;
+}
+
+/// An encoded dictionary whose one key is the object `key`, or an array of twice the object `item`.
+std::string dictionary(std::size_t key, std::size_t value) {
+    std::string object = "\xD1";
+    appendNumber(object, key, 2);
+    appendNumber(object, value, 2);
+    return object;
+}
+std::string arrayOfTwo(std::size_t item) {
+    std::string object = "\xA2";
+    appendNumber(object, item, 2);
+    appendNumber(object, item, 2);
+    return object;
+}
+
+TEST(PropertyList, ReadsTypesFromBothFormats) {
+    const std::string text =
+        xml("<dict><key>s</key><string>a &amp; <![CDATA[<dict>]]></string><key>t</key><true/>"
+            "<key>f</key><false/><key>i</key><integer>1</integer><key>d</key><dict/>"
+            "<key>a</key><array><string>one</string><string>two</string></array>"
+            "<key>e</key><array/><key>m</key><array><string>x</string><true/></array></dict>");
+    for (const std::string& bytes : {text, binaryOf(text)}) {
+        const auto list = PropertyList::parse(bytes);
+        ASSERT_TRUE(list);
+        EXPECT_EQ(list->string("s"), "a & <dict>");
+        EXPECT_EQ(list->boolean("t"), true);
+        EXPECT_EQ(list->boolean("f"), false);
+        EXPECT_TRUE(list->isDictionary("d"));
+        EXPECT_EQ(list->firstString("a"), "one");
+        for (const char* key : {"t", "i", "d", "a", "none"}) {
+            EXPECT_EQ(list->string(key), std::nullopt) << key;
+        }
+        for (const char* key : {"s", "i", "d", "none"}) {
+            EXPECT_EQ(list->boolean(key), std::nullopt) << key;
+        }
+        for (const char* key : {"s", "e", "m", "d", "none"}) {
+            EXPECT_EQ(list->firstString(key), std::nullopt) << key;
+        }
+    }
+    EXPECT_EQ(
+        PropertyList::parse(xml("<dict><key>s</key><string>\xFF</string></dict>"))->string("s"),
+        "\xEF\xBF\xBD");
+}
+
+TEST(PropertyList, RefusesWhatIsNoDictionary) {
+    for (const std::string& bytes :
+         {std::string{}, std::string{"bplist00"}, std::string{"rubbish that is long enough"},
+          xml(""), xml("<array/>"), xml("<string>x</string>"), xml("<dict><key>a</key>"),
+          assemble({"\x55hello"}), assemble({dictionary(1, 7), "\x51k"}),
+          binaryOf(xml("<dict/>")).substr(0, 30)}) {
+        EXPECT_FALSE(PropertyList::parse(bytes)) << bytes;
+    }
+    EXPECT_EQ(PropertyList::parse(assemble({dictionary(1, 2), "\x51k", "\x51v"}))->string("k"),
+              "v");
+}
+
+TEST(PropertyListLimits, KeepHostileFilesFromTheDecoder) {
+    using PropertyListLimits::allow;
+    using PropertyListLimits::deepestNesting;
+    const auto repeated = [](std::string_view piece, std::size_t count) {
+        std::string text;
+        for (; count > 0; --count) {
+            text += piece;
+        }
+        return text;
+    };
+    const auto nested = [&](const std::string& open, std::size_t depth) {
+        return xml(repeated(open, depth) + repeated("</array>", depth));
+    };
+    EXPECT_TRUE(allow(nested("<array>", deepestNesting)));
+    EXPECT_TRUE(allow(xml("<array>" + repeated("<dict></dict><array/>", 5000) + "</array>")));
+    for (const char* open :
+         {"<array>", "<array><!-- </array> -->", "<array><string><![CDATA[</array>]]></string>",
+          "<array><?x </array> ?>", "<array><!DOCTYPE x [</array>]>", "<array a=\"></array>\">",
+          "<array ><string a=\"</array>\"/>"}) {
+        EXPECT_FALSE(allow(nested(open, 10'000))) << open;
+    }
+    EXPECT_FALSE(allow(xml("<string>" + repeated("&amp;", 200'000) + "</string>")));
+    EXPECT_FALSE(allow(std::string((std::size_t{2} << 20) + 1, ' ')));
+
+    std::vector<std::string> chain{dictionary(1, 2), "\x51k"};
+    std::vector<std::string> doubling = chain;
+    for (std::size_t level = 2; level < 100; ++level) {
+        chain.push_back(dictionary(1, level + 1));
+        doubling.push_back(arrayOfTwo(level + 1));
+    }
+    chain.push_back("\x09");
+    doubling.push_back("\x09");
+    EXPECT_TRUE(allow(assemble(chain)));
+    EXPECT_TRUE(PropertyList::parse(assemble(chain)));
+    EXPECT_FALSE(allow(assemble(doubling))) << "two to the power of a hundred nodes";
+    EXPECT_FALSE(allow(assemble({dictionary(1, 0), "\x51k"}))) << "holds itself";
+
+    std::string longText = "\x5F\x12";
+    appendNumber(longText, 1 << 20, 4);
+    longText.append(1 << 20, 'x');
+    std::string manyTimes = "\xAF\x11";
+    appendNumber(manyTimes, 1000, 2);
+    for (int item = 0; item < 1000; ++item) {
+        appendNumber(manyTimes, 1, 2);
+    }
+    EXPECT_TRUE(allow(assemble({longText})));
+    EXPECT_FALSE(allow(assemble({manyTimes, longText}))) << "a gigabyte out of one megabyte";
+}
+
+} // namespace
+} // namespace pacelet

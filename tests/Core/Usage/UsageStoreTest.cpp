@@ -1,0 +1,202 @@
+#include "Core/Usage/UsageStore.h"
+
+#include "Core/Usage/HistoryLines.h"
+#include "tests/Support/TemporaryFolder.h"
+
+#include <chrono>
+#include <cstdlib>
+#include <gmock/gmock.h>
+#include <limits>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace pacelet {
+namespace {
+
+using ::testing::ElementsAre;
+using testing::TemporaryFolder;
+
+constexpr std::int64_t day(int year, unsigned month, unsigned dayOfMonth) {
+    using namespace std::chrono;
+    const sys_days date =
+        std::chrono::year{year} / std::chrono::month{month} / std::chrono::day{dayOfMonth};
+    return date.time_since_epoch().count() * minutesPerDay;
+}
+
+TimePoint atMinute(std::int64_t minute, double seconds = 0) {
+    return fromUnixTime(static_cast<double>(minute) * secondsPerMinute + seconds);
+}
+
+MinuteRecord record(std::int64_t t, double cpu = 1) {
+    return {t, cpu, cpu, 0, 0, 0, 1};
+}
+
+std::vector<std::string> namesIn(const std::filesystem::path& folder) {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator{folder}) {
+        names.push_back(entry.path().filename());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+TEST(UsageStore, AppendsToTheFileOfTheRecordsOwnDay) {
+    // Neither a far time zone nor a locale may move a record to another day.
+    ::setenv("TZ", "Pacific/Kiritimati", 1);
+    ::tzset();
+    const TemporaryFolder folder;
+    const UsageStore store{folder.path() / "deep" / "Pacelet"};
+    const std::int64_t midnight = day(2026, 3, 7);
+    for (const std::int64_t t : {midnight - 2, midnight - 1, midnight}) {
+        store.append(record(t));
+    }
+    ::unsetenv("TZ");
+    ::tzset();
+    EXPECT_THAT(namesIn(store.directory),
+                ElementsAre("usage-2026-03-06.jsonl", "usage-2026-03-07.jsonl"));
+    EXPECT_EQ(folder.read("deep/Pacelet/usage-2026-03-06.jsonl"),
+              HistoryLines::encode(record(midnight - 2)) +
+                  HistoryLines::encode(record(midnight - 1)));
+    store.append(record(-1));
+    store.append(record(day(2024, 2, 29)));
+    EXPECT_THAT(namesIn(store.directory),
+                ElementsAre("usage-1969-12-31.jsonl", "usage-2024-02-29.jsonl",
+                            "usage-2026-03-06.jsonl", "usage-2026-03-07.jsonl"));
+}
+
+TEST(UsageStore, LoadsFromTheMinuteOfADateOn) {
+    const TemporaryFolder folder;
+    const UsageStore store{folder.path()};
+    const std::int64_t noon = day(2026, 3, 6) + 720;
+    const std::int64_t dayBefore = noon - minutesPerDay;
+    for (const std::int64_t t : {dayBefore, noon - 1, noon, noon + minutesPerDay}) {
+        store.append(record(t));
+    }
+    EXPECT_THAT(store.load(atMinute(noon, 59.9)),
+                ElementsAre(record(noon), record(noon + minutesPerDay)));
+    EXPECT_EQ(store.load(distantPast).size(), 4U);
+    EXPECT_TRUE(store.load(atMinute(noon + 2 * minutesPerDay)).empty());
+
+    // A file of an earlier day is not even opened, so what stands in it does not count.
+    folder.write("usage-2026-03-05.jsonl", HistoryLines::encode(record(noon + 5)));
+    EXPECT_EQ(store.load(atMinute(noon)).size(), 2U);
+    // One named otherwise is compared as text: later than all dates.
+    folder.write("usage-old.jsonl", HistoryLines::encode(record(noon + 5)));
+    folder.write("usage-2026-03-09.txt", HistoryLines::encode(record(noon + 6)));
+    folder.write("usage-2026-03-09.JSONL", HistoryLines::encode(record(noon + 6)));
+    folder.write(".usage-2026-03-09.jsonl", HistoryLines::encode(record(noon + 6)));
+    EXPECT_THAT(store.load(atMinute(noon)),
+                ElementsAre(record(noon), record(noon + 5), record(noon + minutesPerDay)));
+}
+
+TEST(UsageStore, SortsByMinuteAndKeepsTheOrderWithinOne) {
+    const TemporaryFolder folder;
+    const UsageStore store{folder.path()};
+    const std::int64_t t = day(2026, 3, 6);
+    for (const MinuteRecord& each :
+         {record(t + 9, 1), record(t, 2), record(t + 9, 3), record(t, 4), record(t + 1440, 5)}) {
+        store.append(each);
+    }
+    EXPECT_THAT(store.load(distantPast), ElementsAre(record(t, 2), record(t, 4), record(t + 9, 1),
+                                                     record(t + 9, 3), record(t + 1440, 5)));
+}
+
+TEST(UsageStore, LosesOnlyWhatItCannotRead) {
+    const TemporaryFolder folder;
+    const UsageStore store{folder.path()};
+    EXPECT_TRUE((UsageStore{folder.path() / "missing"}.load(distantPast).empty()));
+    const std::string good = HistoryLines::encode(record(7));
+    folder.write("usage-2026-03-01.jsonl", good + "{\"t\":8,\"cp\n" + good);
+    folder.write("usage-2026-03-02.jsonl", good + "\xFF");
+    std::filesystem::create_directory(folder.path() / "usage-2026-03-03.jsonl");
+    std::filesystem::create_symlink("nowhere", folder.path() / "usage-2026-03-04.jsonl");
+    ASSERT_EQ(::mkfifo((folder.path() / "usage-2026-03-05.jsonl").c_str(), 0600), 0);
+    folder.write("usage-2026-03-06.jsonl", good.substr(0, good.size() - 1));
+    std::ofstream{folder.path() / "usage-2026-03-07.jsonl"}.close();
+    std::filesystem::resize_file(folder.path() / "usage-2026-03-07.jsonl", std::uintmax_t{1} << 40);
+    EXPECT_EQ(store.load(distantPast), std::vector(3, record(7)));
+}
+
+TEST(UsageStore, PrunesByNameAndStopsAtTheFirstFailure) {
+    const TemporaryFolder folder;
+    const UsageStore store{folder.path()};
+    for (const char* name : {"usage-.jsonl", "usage-2026-02-27.jsonl", "usage-2026-02-28.jsonl",
+                             "usage-2026-03-01.jsonl", "usage-old.jsonl", "usage-2020.txt"}) {
+        folder.write(name, "");
+    }
+    const TimePoint now = atMinute(day(2026, 3, 31), 86'399);
+    store.prune(30, now);
+    EXPECT_THAT(namesIn(folder.path()),
+                ElementsAre("usage-2020.txt", "usage-2026-03-01.jsonl", "usage-old.jsonl"));
+    UsageStore{folder.path() / "missing"}.prune(30, now);
+
+    // A folder with something in it cannot be removed as a file.
+    folder.write("usage-2026-01-02.jsonl/keep", "");
+    folder.write("usage-2026-01-01.jsonl", "");
+    folder.write("usage-2026-01-03.jsonl", "");
+    try {
+        store.prune(30, now);
+        FAIL() << "a removal that failed went unnoticed";
+    } catch (const UsageStoreError& error) {
+        EXPECT_EQ(error.path(), folder.path() / "usage-2026-01-02.jsonl");
+        EXPECT_TRUE(error.code());
+    }
+    EXPECT_FALSE(std::filesystem::exists(folder.path() / "usage-2026-01-01.jsonl"));
+    EXPECT_TRUE(std::filesystem::exists(folder.path() / "usage-2026-01-03.jsonl"));
+    EXPECT_THROW(store.clear(), UsageStoreError);
+    std::filesystem::remove_all(folder.path() / "usage-2026-01-02.jsonl");
+    store.clear();
+    EXPECT_THAT(namesIn(folder.path()), ElementsAre("usage-2020.txt"));
+}
+
+TEST(UsageStore, TellsWhyItCouldNotAppend) {
+    const TemporaryFolder folder;
+    folder.write("file", "");
+    const MinuteRecord good = record(day(2026, 3, 6));
+    EXPECT_THROW((UsageStore{folder.path() / "file" / "below"}.append(good)), UsageStoreError);
+
+    const UsageStore store{folder.path()};
+    MinuteRecord odd = good;
+    odd.cpuMax = std::numeric_limits<double>::infinity();
+    EXPECT_THROW(store.append(odd), UsageStoreError);
+    EXPECT_THAT(namesIn(folder.path()), ElementsAre("file"));
+
+    const auto path = folder.path() / "usage-2026-03-06.jsonl";
+    std::filesystem::create_directory(path);
+    try {
+        store.append(good);
+        FAIL() << "a line went into a folder";
+    } catch (const UsageStoreError& error) {
+        EXPECT_EQ(error.path(), path);
+        EXPECT_EQ(error.code(), std::errc::is_a_directory);
+    }
+    std::filesystem::remove(path);
+    ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
+    EXPECT_THROW(store.append(good), UsageStoreError) << "and does not wait for a reader";
+    std::filesystem::remove(path);
+    std::filesystem::create_symlink("/dev/full", path);
+    EXPECT_THROW(store.append(good), UsageStoreError) << "and does not take a full disk for good";
+}
+
+TEST(UsageStore, WritesAnewWhatItCannotOpen) {
+    const TemporaryFolder folder;
+    const UsageStore store{folder.path()};
+    const MinuteRecord good = record(day(2026, 3, 6));
+    // A link to a file that is yet to be made cannot be opened, but can be written.
+    std::filesystem::create_symlink("target", folder.path() / "usage-2026-03-06.jsonl");
+    store.append(good);
+    store.append(good);
+    EXPECT_EQ(folder.read("target"), HistoryLines::encode(good) + HistoryLines::encode(good));
+}
+
+TEST(UsageStoreDeathTest, StopsBeyondTheCalendar) {
+    const TemporaryFolder folder;
+    const UsageStore store{folder.path()};
+    EXPECT_TRUE(store.load(fromUnixTime(-9e11)).empty()) << "far, but still a date";
+    EXPECT_DEATH(store.load(fromUnixTime(1e30)), "calendar");
+    EXPECT_DEATH(store.load(fromUnixTime(std::numeric_limits<double>::quiet_NaN())), "calendar");
+    EXPECT_DEATH(store.append(record(std::numeric_limits<std::int64_t>::max())), "overflow");
+}
+
+} // namespace
+} // namespace pacelet

@@ -1,0 +1,69 @@
+#include "Hosts/Linux/LinuxKernel.h"
+#include "Hosts/Linux/SystemClock.h"
+#include "tests/Support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace pacelet::Linux {
+namespace {
+
+using pacelet::testing::TemporaryFolder;
+
+TEST(LinuxKernel, ReadsAMachineThatTellsEverything) {
+    const TemporaryFolder root;
+    root.write("proc/meminfo", "MemTotal: 4000 kB\nMemFree: 1000 kB\nCached: 400 kB\n"
+                               "AnonPages: 800 kB\nSwapTotal: 10 kB\nSwapFree: 4 kB\n");
+    root.write("proc/pressure/memory", "some avg10=55.00\nfull avg10=12.00\n");
+    root.write("proc/stat", "cpu 1 2\nintr " + std::string(20'000, '1') + "\nbtime 1700000000\n");
+    root.write("proc/77/status", "Name:\tx\nRssAnon:\t12 kB\n");
+    root.write("sys/class/dmi/id/product_name", "Laptop 9\n");
+    root.write("sys/firmware/acpi/platform_profile", "low-power\n");
+    const auto zone = [&](int number, const std::string& type, int temperature) {
+        const std::string folder = "sys/class/thermal/thermal_zone" + std::to_string(number) + '/';
+        root.write(folder + "type", type + '\n');
+        root.write(folder + "temp", std::to_string(temperature) + '\n');
+        root.write(folder + "trip_point_0_type", "critical\n");
+        root.write(folder + "trip_point_0_temp", "105000\n");
+        root.write(folder + "trip_point_1_type", "passive\n");
+        root.write(folder + "trip_point_1_temp", "80000\n");
+    };
+    zone(0, "x86_pkg_temp", 40'000);
+    zone(1, "cpu-thermal", 85'000);
+    zone(2, "battery", 110'000);
+
+    SystemClock clock;
+    LinuxKernel kernel{(root.path() / "proc").string(), (root.path() / "sys").string(), clock};
+    EXPECT_EQ(readSysctl<std::int32_t>(kernel, "kern.memorystatus_vm_pressure_level"), 4);
+    EXPECT_EQ(readSysctl<BootTimeRecord>(kernel, "kern.boottime")->tv_sec, 1700000000);
+    EXPECT_EQ(readSysctl<SwapUsageRecord>(kernel, "vm.swapusage")->xsu_used, 6U * 1024);
+    EXPECT_EQ(kernel.physicalMemory(), 4000 * 1024);
+    EXPECT_EQ(kernel.physFootprint(77), 12 * 1024);
+    EXPECT_EQ(kernel.physFootprint(78), std::nullopt);
+    EXPECT_EQ(kernel.thermalState(), 1) << "the hottest processor zone counts, a battery does not";
+    EXPECT_TRUE(kernel.isLowPowerModeEnabled());
+    std::array<char, 64> model{};
+    EXPECT_EQ(kernel.sysctlbyname("hw.model", std::as_writable_bytes(std::span{model})), 9U);
+    EXPECT_STREQ(model.data(), "Laptop 9");
+    std::array<char, 8> small{};
+    EXPECT_FALSE(kernel.sysctlbyname("hw.model", std::as_writable_bytes(std::span{small})))
+        << "it does not fit";
+}
+
+TEST(LinuxKernel, InventsNothingOnAMachineThatTellsNothing) {
+    const TemporaryFolder root;
+    SystemClock clock;
+    LinuxKernel kernel{(root.path() / "proc").string(), (root.path() / "sys").string(), clock};
+    std::array<std::byte, 64> record{};
+    for (const char* name : {"kern.memorystatus_vm_pressure_level", "vm.swapusage", "kern.boottime",
+                             "hw.model", "no.such.name"}) {
+        EXPECT_FALSE(kernel.sysctlbyname(name, record)) << name;
+    }
+    EXPECT_FALSE(kernel.hostStatistics64());
+    EXPECT_EQ(kernel.thermalState(), 0);
+    EXPECT_FALSE(kernel.isLowPowerModeEnabled());
+    EXPECT_EQ(kernel.physicalMemory(), 0);
+    EXPECT_FALSE(kernel.volumeCapacities("/no/such/folder"));
+}
+
+} // namespace
+} // namespace pacelet::Linux

@@ -1,0 +1,301 @@
+#include "Hosts/Simulated/Script/OSAScript.h"
+
+#include "Core/Browser/BrowserController.h"
+#include "Core/Browser/TabScript.h"
+#include "Hosts/Simulated/SimulatedMac.h"
+#include "tests/Support/Properties.h"
+
+#include <algorithm>
+#include <gmock/gmock.h>
+#include <string>
+#include <vector>
+
+namespace pacelet::Simulated {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::EndsWith;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::StartsWith;
+
+const std::string chromeID = "com.google.Chrome";
+
+std::string tell(const std::string& body, const std::string& application = chromeID) {
+    return "tell application id \"" + application + "\"\n    " + body + "\nend tell";
+}
+
+std::string window(const std::string& id) {
+    return "(first window whose id is " + id + " and mode is \"normal\")";
+}
+
+const std::string listing = TabScript::list(ChromiumBrowser::chrome);
+
+/// Three windows: 10 with tabs 11 and 12, 20 with tab 21, and the incognito 30 with tab 31.
+class Scripts : public ::testing::Test {
+protected:
+    Scripts() {
+        const auto world = mac->machine.lock();
+        Browser& browser = world->browsers.at(chromeID);
+        browser.windows = {
+            {10,
+             false,
+             "Work",
+             1,
+             {{11, "One", "https://a.example/"}, {12, "Two \"2\"", "https://b.example/"}}},
+            {20, false, "Home", 0, {{21, "Three", "https://c.example/"}}},
+            {30, true, "", 0, {{31, "Secret", "https://d.example/"}}}};
+        settle(*world, chromeID);
+    }
+
+    Shell::Output run(const std::string& script) {
+        return mac->tools.run("/usr/bin/osascript", {"-e", script});
+    }
+
+    /// "window: tab tab", a window each.
+    std::vector<std::string> tabs() {
+        std::vector<std::string> lines;
+        for (const TabWindow& each : mac->machine.lock()->browsers.at(chromeID).windows) {
+            std::string line = std::to_string(each.id) + ":";
+            for (const Tab& tab : each.tabs) {
+                line += " " + (tab.id < 100 ? std::to_string(tab.id) : tab.url);
+            }
+            lines.push_back(line);
+        }
+        return lines;
+    }
+
+    std::size_t renderers() {
+        const auto world = mac->machine.lock();
+        const auto& all = world->processes.all();
+        return static_cast<std::size_t>(std::count_if(all.begin(), all.end(), [](const Process& p) {
+            return p.arguments.starts_with("--type=renderer --lang");
+        }));
+    }
+
+    std::unique_ptr<SimulatedMac> mac = makeScenario("chrome-tabs");
+};
+
+TEST_F(Scripts, TheListingGivesEveryWindowAndTab) {
+    const Shell::Output output = run(listing);
+    EXPECT_EQ(output.stderr, "");
+    EXPECT_EQ(output.stdout, "W\x1f"
+                             "10\x1fnormal\x1f"
+                             "2\x1fTwo \"2\" - Google Chrome - Work\x1e"
+                             "T\x1f"
+                             "10\x1f"
+                             "11\x1fOne\x1fhttps://a.example/\x1e"
+                             "T\x1f"
+                             "10\x1f"
+                             "12\x1fTwo \"2\"\x1fhttps://b.example/\x1e"
+                             "W\x1f"
+                             "20\x1fnormal\x1f"
+                             "1\x1fThree - Google Chrome - Home\x1e"
+                             "T\x1f"
+                             "20\x1f"
+                             "21\x1fThree\x1fhttps://c.example/\x1e"
+                             "W\x1f"
+                             "30\x1fincognito\x1f"
+                             "1\x1fSecret - Google Chrome (Incognito)\x1e"
+                             "T\x1f"
+                             "30\x1f"
+                             "31\x1fSecret\x1fhttps://d.example/\x1e\n");
+}
+
+TEST_F(Scripts, ClosingATabTakesItsProcessAlongAndTheLastOneItsWindow) {
+    EXPECT_EQ(renderers(), 4U);
+    EXPECT_EQ(run(tell("close (every tab of " + window("10") +
+                       " whose id is 11)\n    "
+                       "close (every tab of " +
+                       window("20") + " whose id is 21)"))
+                  .status,
+              0);
+    EXPECT_THAT(tabs(), ElementsAre("10: 12", "30: 31"));
+    EXPECT_EQ(renderers(), 2U);
+    // A tab that has gone already is no error.
+    EXPECT_EQ(run(tell("close (every tab of " + window("10") + " whose id is 11)")).status, 0);
+}
+
+TEST_F(Scripts, MergingMovesTheAddressesAndClosesTheWindow) {
+    const Shell::Output output =
+        run(tell("make new tab at end of tabs of " + window("10") +
+                 " with properties {URL:\"https://c.example/?q=\\\"a\\\\b\\\"\"}\n    close " +
+                 window("20")));
+    EXPECT_EQ(output.stderr, "");
+    EXPECT_THAT(tabs(), ElementsAre("10: 11 12 https://c.example/?q=\"a\\b\"", "30: 31"));
+}
+
+TEST_F(Scripts, TheSettingsPageOpensAWindowOnlyWhereThereIsNone) {
+    const std::string open =
+        tell("if (count of windows) is 0 then make new window\n    make new tab at end of tabs of "
+             "front window with properties {URL:\"chrome://settings/performance\"}\n    activate");
+    EXPECT_EQ(run(open).status, 0);
+    EXPECT_EQ(tabs().size(), 3U);
+    mac->machine.lock()->browsers.at(chromeID).windows.clear();
+    EXPECT_EQ(run(open).stderr, "");
+    EXPECT_THAT(tabs(), ElementsAre(EndsWith("chrome://settings/performance")));
+}
+
+TEST_F(Scripts, RestartAndRebuildAskTheUser) {
+    const std::string restart = "tell application \"loginwindow\" to «event aevtrrst»";
+    const std::string rebuild =
+        "do shell script \"/usr/bin/mdutil -E /\" with administrator privileges";
+    EXPECT_EQ(run(restart).status, 0);
+    EXPECT_EQ(run(rebuild).status, 0);
+    EXPECT_GT(mac->machine.lock()->processes.find("mds_stores")->load.at(Seconds{60}), 40);
+    mac->machine.advance(hours(1));
+    EXPECT_LT(mac->machine.lock()->processes.find("mds_stores")->load.at(hours(1)), 2);
+    mac->machine.inject(PromptCancelled{});
+    EXPECT_THAT(run(restart).stderr, EndsWith("execution error: User canceled. (-128)\n"));
+    EXPECT_THAT(run(rebuild).stderr, EndsWith("execution error: User canceled. (-128)\n"));
+    EXPECT_EQ(mac->machine.lock()->records.restartRequests, 1);
+    EXPECT_EQ(mac->machine.lock()->records.indexRebuilds, 1);
+}
+
+struct Refused {
+    std::string script;
+    std::string ending;
+};
+
+TEST_F(Scripts, MistakesAreReportedAsTheSystemDoesAndChangeNothing) {
+    const std::string close = "close (every tab of " + window("10") + " whose id is 11)";
+    const std::vector<Refused> table{
+        // Does not compile: nothing runs, not even what stands before the mistake.
+        {tell(close + "\n    close (first window"), "(-2741)\n"},
+        {tell(close + "\n    make new tab at end of tabs of " + window("10") +
+              " with properties {URL:\"a\"b\"}"),
+         "(-2741)\n"},
+        {tell(close + "\n    close \"never ended"), "(-2741)\n"},
+        {tell(close + "\n    close \"\\q\""), "(-2741)\n"},
+        {tell(close + "\n    delete " + window("10")), "(-2741)\n"},
+        {tell(close + " ; close"), "(-2740)\n"},
+        {"close (every tab of front window whose id is 11)", "(-2741)\n"},
+        {"tell application id \"com.google.Chrome\"\n" + close, "(-2741)\n"},
+        {"tell application \"loginwindow\" to " + close, "(-2741)\n"},
+        {std::string(5000, '('), "(-2741)\n"},
+        {"set x to 99999999999999999999", "(-2741)\n"},
+        // Compiles, and names what is not there.
+        {tell(close, "com.apple.Nothing"), "(-1728)\n"},
+        {tell(close, "org.mozilla.firefox"),
+         "Firefox got an error: Application isn’t running. (-600)\n"},
+        {tell("close " + window("99")),
+         "Can’t get window 1 whose id = 99 and mode = \"normal\". (-1728)\n"},
+        {tell("close " + window("30")), "(-1728)\n"},
+        {tell("close " + window("\"10\"")), "(-1728)\n"},
+        {tell("close (every tab of " + window("30") + " whose id is 31)"), "(-1728)\n"},
+        {tell("set w to front window\n    set gone to URL of w"), "(-1728)\n"},
+        {tell("set x to nothing"), "The variable nothing is not defined. (-2753)\n"},
+        {tell("if \"yes\" then activate"), "into type boolean. (-1700)\n"},
+        {"tell application \"Finder\" to «event aevtrrst»", "(-1708)\n"},
+        {"do shell script \"/usr/bin/mdutil -E /\"", "(1)\n"},
+        {"do shell script \"rm -rf /\" with administrator privileges",
+         "sh: rm: command not found (127)\n"},
+    };
+    const std::vector<std::string> before = tabs();
+    for (const Refused& row : table) {
+        const Shell::Output output = run(row.script);
+        EXPECT_EQ(output.status, 1) << row.script;
+        EXPECT_EQ(output.stdout, "") << row.script;
+        EXPECT_THAT(output.stderr, EndsWith(row.ending)) << row.script;
+        EXPECT_EQ(tabs(), before) << row.script;
+    }
+    EXPECT_THAT(run(tell("close " + window("99"))).stderr,
+                StartsWith("44:100: execution error: Google Chrome got an error: "));
+}
+
+TEST_F(Scripts, AnErrorHalfWayLeavesWhatWasDone) {
+    EXPECT_EQ(run(tell("close " + window("20") + "\n    close " + window("99"))).status, 1);
+    EXPECT_THAT(tabs(), ElementsAre("10: 11 12", "30: 31"));
+    EXPECT_EQ(renderers(), 3U);
+    mac->machine.lock()->browsers.at(chromeID).windows.clear();
+    EXPECT_THAT(run(tell("close front window")).stderr, EndsWith("(-1719)\n"));
+    EXPECT_EQ(run(listing).stdout, "\n");
+}
+
+TEST_F(Scripts, TheUserMayRefuseOneApplicationOrQuitIt) {
+    mac->machine.inject(AutomationRefused{chromeID});
+    EXPECT_THAT(run(listing).stderr,
+                HasSubstr("Not authorized to send Apple events to Google Chrome. (-1743)"));
+    mac->machine.clearFailures();
+    mac->machine.inject(ScriptFails{-10000, "Apple event handler failed."});
+    EXPECT_THAT(run(listing).stderr,
+                EndsWith("execution error: Apple event handler failed. (-10000)\n"));
+    mac->machine.clearFailures();
+    for (const auto& app : mac->workspace.runningApplications()) {
+        if (app->bundleIdentifier() == chromeID) {
+            app->terminate();
+        }
+    }
+    EXPECT_THAT(run(listing).stderr, EndsWith("Application isn’t running. (-600)\n"));
+    EXPECT_EQ(renderers(), 0U);
+}
+
+// Any run of closings and mergings leaves the tabs that a plain list of lists would have, and one
+// process a tab.
+TEST_F(Scripts, AnyRunOfThemKeepsToAPlainModel) {
+    using Model = std::vector<std::pair<std::int64_t, std::vector<std::string>>>;
+    pacelet::testing::checkProperty(60, [this] {
+        Model model;
+        {
+            const auto world = mac->machine.lock();
+            Browser& browser = world->browsers.at(chromeID);
+            browser.windows.clear();
+            for (const int tabs :
+                 *rc::gen::container<std::vector<int>>(4, rc::gen::inRange(1, 5))) {
+                TabWindow window;
+                window.id = browser.newID();
+                model.push_back({window.id, {}});
+                for (int tab = 0; tab < tabs; ++tab) {
+                    const std::string url = "https://x.example/" + std::to_string(browser.lastID);
+                    window.tabs.push_back({browser.newID(), "A page", url});
+                    model.back().second.push_back(url);
+                }
+                browser.windows.push_back(std::move(window));
+            }
+            settle(*world, chromeID);
+        }
+        const BrowserController controller{mac->platform()};
+        const auto operations = *rc::gen::container<std::vector<int>>(rc::gen::inRange(0, 1000));
+        for (const int operation : operations) {
+            const auto windows = controller.windows(ChromiumBrowser::chrome);
+            if (windows.size() < 2) {
+                break;
+            }
+            const auto chosen = static_cast<std::size_t>(operation) % windows.size();
+            const auto& window = windows.at(chosen);
+            if (operation % 3 == 0) {
+                const auto& target = windows.at((chosen + 1) % windows.size());
+                MergePlan plan{target.id, model.at(chosen).second, {window.id}, {}};
+                controller.merge(plan, ChromiumBrowser::chrome);
+                auto& receiving = model.at((chosen + 1) % windows.size()).second;
+                receiving.insert(receiving.end(), plan.urls.begin(), plan.urls.end());
+                model.erase(model.begin() + static_cast<std::ptrdiff_t>(chosen));
+                continue;
+            }
+            const auto tab = static_cast<std::size_t>(operation / 7) % window.tabs.size();
+            controller.close({window.tabs.at(tab)}, ChromiumBrowser::chrome);
+            auto& urls = model.at(chosen).second;
+            urls.erase(urls.begin() + static_cast<std::ptrdiff_t>(tab));
+            if (urls.empty()) {
+                model.erase(model.begin() + static_cast<std::ptrdiff_t>(chosen));
+            }
+        }
+        Model left;
+        std::size_t tabs = 0;
+        for (const auto& window : controller.windows(ChromiumBrowser::chrome)) {
+            left.push_back({std::stoll(window.id), {}});
+            std::ptrdiff_t active = 0;
+            for (const auto& tab : window.tabs) {
+                left.back().second.push_back(tab.url);
+                active += tab.isActive ? 1 : 0;
+                ++tabs;
+            }
+            RC_ASSERT(active == 1);
+        }
+        RC_ASSERT(left == model);
+        RC_ASSERT(renderers() == tabs);
+    });
+}
+
+} // namespace
+} // namespace pacelet::Simulated

@@ -1,0 +1,97 @@
+#include "tests/PaceletApp/Monitor/MonitorRig.h"
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+#include <fstream>
+
+namespace pacelet::testing {
+namespace {
+
+namespace fs = std::filesystem;
+
+class MonitorHistory : public MonitorRig {
+protected:
+    fs::path folder() { return fs::path{mac.platform().applicationSupport} / "Pacelet"; }
+
+    std::vector<MinuteRecord> records() { return monitor->usageStore().load(fromUnixTime(0)); }
+};
+
+TEST_F(MonitorHistory, AFinishedMinuteIsWrittenWithWhatItsSamplesMeasured) {
+    startUp(); // at the full minute
+    advance(30);
+    EXPECT_FALSE(fs::exists(folder()));
+    advance(30);
+    const auto first = static_cast<std::int64_t>(unixTime(scheduler.now()) / 60) - 1;
+    const std::vector<CPUPoint>& points = monitor->cpuHistory();
+    ASSERT_EQ(points.size(), 3U);
+    const MinuteRecord expected{.t = first,
+                                .cpu = (points[0].load + points[1].load) / 2,
+                                .cpuMax = std::max(points[0].load, points[1].load),
+                                .pressure = 0,
+                                .swap = 0,
+                                .memUsed = monitor->memory()->used(),
+                                .n = 2};
+    EXPECT_EQ(records(), std::vector{expected});
+    EXPECT_EQ(monitor->usageStore().directory, folder());
+}
+
+TEST_F(MonitorHistory, SwitchedOffItWritesNothingAndTheOpenMinuteWaits) {
+    startUp();
+    monitor->setKeepHistory(false);
+    EXPECT_EQ(mac.preferences.boolean("keepUsageHistory"), false);
+    advance(600);
+    EXPECT_FALSE(fs::exists(folder()));
+    monitor->setKeepHistory(true);
+    EXPECT_EQ(mac.preferences.boolean("keepUsageHistory"), true);
+    advance(30);
+    ASSERT_EQ(records().size(), 1U);
+    EXPECT_EQ(records().front().n, 1);
+    EXPECT_EQ(records().front().t,
+              static_cast<std::int64_t>(unixTime(Simulated::startOfSimulation) / 60));
+}
+
+TEST_F(MonitorHistory, ThePreferenceIsReadAtTheStart) {
+    make();
+    EXPECT_TRUE(monitor->keepHistory());
+    mac.preferences.setBoolean("keepUsageHistory", false);
+    make();
+    EXPECT_FALSE(monitor->keepHistory());
+    mac.preferences.setData("keepUsageHistory", "no");
+    make();
+    EXPECT_TRUE(monitor->keepHistory());
+}
+
+TEST_F(MonitorHistory, AWriteThatFailsIsLoggedAndItsRecordLost) {
+    startUp();
+    mac.machine.inject(Simulated::FolderUnwritable{folder()});
+    advance(60);
+    EXPECT_THAT(logged(), ::testing::ElementsAre(::testing::StartsWith("history write failed: ")));
+    EXPECT_EQ(monitor->error(), std::nullopt);
+    mac.machine.clearFailures();
+    advance(60);
+    EXPECT_EQ(records().size(), 1U);
+}
+
+TEST_F(MonitorHistory, ReadsOnceWhatTheMacIsAndThenPrunes) {
+    fs::create_directories(folder());
+    for (const char* const day : {"2026-02-03", "2026-02-04", "2026-03-06"}) {
+        std::ofstream{folder() / (std::string{"usage-"} + day + ".jsonl")} << "\n";
+    }
+    make();
+    Notifications notifications{*monitor};
+    scheduler.setBackgroundDuration(Seconds{1});
+    monitor->start();
+    monitor->setWindowVisible(true); // restarts while the profiler still runs
+    advance(100);
+    sleepMachine(100);
+    EXPECT_EQ(calls("/usr/sbin/system_profiler"), 1);
+    ASSERT_TRUE(monitor->mac());
+    EXPECT_EQ(monitor->mac()->chip, "Apple M2");
+    EXPECT_EQ(std::ranges::count(notifications.names, "mac"), 1);
+    EXPECT_FALSE(fs::exists(folder() / "usage-2026-02-03.jsonl"));
+    EXPECT_TRUE(fs::exists(folder() / "usage-2026-02-04.jsonl"));
+}
+
+} // namespace
+} // namespace pacelet::testing

@@ -1,0 +1,6 @@
+import QtQuick
+import Pacelet
+
+SampleShell {
+    ready: false
+}

@@ -1,0 +1,8 @@
+import QtQuick
+import Pacelet
+
+SampleShell {
+    content: OverviewView {
+        model: samples.overview("checking")
+    }
+}
