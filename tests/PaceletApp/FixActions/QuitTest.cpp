@@ -63,19 +63,10 @@ TEST_F(QuitTest, OfAProtectedApplicationIsRefused) {
     EXPECT_NE(monitor->group(notes), nullptr);
 }
 
-TEST_F(QuitTest, ConfirmsTheGroupAsItWasShown) {
-    ProcessGroup group = groupOf(notes);
-    actions->confirmQuit(group);
-    group = ProcessGroup{};
-    accept();
-    EXPECT_EQ(actions->toast(), "Done");
-}
-
 TEST_F(QuitTest, OffersForceAfterTenSecondsAndForceWorks) {
     setHabit(QuitHabit::resists);
     askToQuit(groupOf(notes));
-    const ProcessGroup other = groupOf(notes);
-    perform(FixID::quitApp, other); // its dialog stands when the time is over
+    perform(FixID::quitApp, groupOf(notes)); // its dialog stands when the time is over
     const QUuid replaced = actions->confirmation()->id;
     advance(9.99);
     EXPECT_EQ(question()->title, "Quit Notes?");

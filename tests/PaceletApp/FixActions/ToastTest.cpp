@@ -87,15 +87,5 @@ TEST_F(ToastClockTest, EndsWithItsWindowOrWithTheFixes) {
     EXPECT_EQ(scheduler.pendingSleeps(), 0U);
 }
 
-TEST_F(ToastClockTest, CountsFromTheReport) {
-    ToastClock clock{*actions, scheduler};
-    setHabit(Simulated::QuitHabit::obeys, 5);
-    askToQuit(groupOf(notes));
-    advance(8.99);
-    EXPECT_EQ(actions->toast(), "Done");
-    advance(0.01);
-    expectNothingWaits();
-}
-
 } // namespace
 } // namespace pacelet::testing
