@@ -1,0 +1,34 @@
+#include "PaceletApp/AppPreferences/AppPreferences.h"
+
+#include <string_view>
+#include <utility>
+
+namespace pacelet {
+
+namespace {
+
+constexpr std::string_view onboardedKey = "onboarded";
+constexpr std::string_view showMenuBarKey = "showMenuBar";
+
+} // namespace
+
+AppPreferences::AppPreferences(Preferences& preferences, QObject* parent)
+    : QObject{parent}, preferences_{preferences},
+      onboarded_{preferences.boolean(onboardedKey).value_or(false)},
+      showMenuBar_{preferences.boolean(showMenuBarKey).value_or(true)} {}
+
+void AppPreferences::setOnboarded(bool onboarded) {
+    if (std::exchange(onboarded_, onboarded) != onboarded) {
+        preferences_.setBoolean(onboardedKey, onboarded);
+        Q_EMIT onboardedChanged();
+    }
+}
+
+void AppPreferences::setShowMenuBar(bool show) {
+    if (std::exchange(showMenuBar_, show) != show) {
+        preferences_.setBoolean(showMenuBarKey, show);
+        Q_EMIT showMenuBarChanged();
+    }
+}
+
+} // namespace pacelet

@@ -1,0 +1,38 @@
+#include "PaceletApp/AppUpdater/AppUpdater.h"
+
+#include <utility>
+
+namespace pacelet {
+
+AppUpdater::AppUpdater(const UpdateSettings& settings,
+                       std::unique_ptr<UpdaterController> controller, QObject* parent)
+    : QObject{parent}, controller_{std::move(controller)}, configured_{
+                                                               controller_ &&
+                                                               !settings.publicKey.empty() &&
+                                                               !settings.bundleIdentifier.empty()} {
+    if (controller_) {
+        readController();
+        controller_->observe([this] { readController(); });
+    }
+}
+
+void AppUpdater::readController() {
+    const bool can = controller_->canCheckForUpdates();
+    if (std::exchange(canCheckForUpdates_, can) != can) {
+        Q_EMIT canCheckForUpdatesChanged();
+    }
+}
+
+void AppUpdater::windowAppeared() {
+    if (configured_ && !std::exchange(started_, true)) {
+        controller_->startUpdater();
+    }
+}
+
+void AppUpdater::checkForUpdates() {
+    if (configured_) {
+        controller_->checkForUpdates();
+    }
+}
+
+} // namespace pacelet

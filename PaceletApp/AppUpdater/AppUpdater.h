@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QObject>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace pacelet {
+
+/// The updater of the system that this program is delivered for.
+class UpdaterController {
+public:
+    virtual ~UpdaterController() = default;
+
+    virtual void startUpdater() = 0;
+    virtual void checkForUpdates() = 0;
+    virtual bool canCheckForUpdates() = 0;
+
+    /// Calls `changed` whenever `canCheckForUpdates` changed.
+    virtual void observe(std::function<void()> changed) = 0;
+};
+
+/// What a delivery of the program says of its updates; empty where it is not set.
+struct UpdateSettings {
+    std::string publicKey; ///< checks the signatures of updates
+    std::string bundleIdentifier;
+};
+
+/// The software updater, or its absence: then nothing of it is shown. Belongs to the UI thread.
+class AppUpdater final : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(bool isConfigured READ isConfigured CONSTANT)
+    Q_PROPERTY(bool canCheckForUpdates READ canCheckForUpdates NOTIFY canCheckForUpdatesChanged)
+
+public:
+    /// `controller` is null where the system has no updater. It is not started yet.
+    AppUpdater(const UpdateSettings& settings, std::unique_ptr<UpdaterController> controller,
+               QObject* parent = nullptr);
+
+    bool isConfigured() const { return configured_; }
+    bool canCheckForUpdates() const { return canCheckForUpdates_; }
+
+    /// The main window is on screen: the first time, a configured updater starts.
+    void windowAppeared();
+
+    Q_INVOKABLE void checkForUpdates();
+
+Q_SIGNALS:
+    void canCheckForUpdatesChanged();
+
+private:
+    void readController();
+
+    std::unique_ptr<UpdaterController> controller_;
+    bool configured_;
+    bool canCheckForUpdates_ = false;
+    bool started_ = false;
+};
+
+} // namespace pacelet

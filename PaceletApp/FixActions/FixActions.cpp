@@ -1,0 +1,168 @@
+#include "PaceletApp/FixActions/FixActions.h"
+
+#include "PaceletApp/Scheduler/Detach.h"
+
+#include <QPointer>
+#include <fmt/format.h>
+
+#include <utility>
+
+namespace pacelet {
+
+namespace {
+
+constexpr std::string_view logCategory = "fixes";
+
+/// How long an application has to quit.
+constexpr Seconds quitTimeout{10};
+
+} // namespace
+
+FixActions::FixActions(const Platform& platform, Scheduler& scheduler, Monitor& monitor,
+                       Router& router, std::string tidyvaultWebsite, QObject* parent)
+    : QObject{parent}, runner_{platform}, scheduler_{scheduler}, monitor_{monitor}, router_{router},
+      log_{platform.log}, tidyvaultWebsite_{std::move(tidyvaultWebsite)} {}
+
+void FixActions::perform(FixID fix, const ProcessGroup* group) {
+    switch (fix) {
+    case FixID::explain:
+        router_.setExpandedID(group != nullptr ? group->id : std::string{});
+        router_.setScreen(Screen::processes);
+        return;
+    case FixID::openSpotlightSettings:
+        return runner_.open(SettingsPane::spotlight);
+    case FixID::openLoginItemsSettings:
+        return runner_.open(SettingsPane::loginItems);
+    case FixID::openDisplaySettings:
+        return runner_.open(SettingsPane::displays);
+    case FixID::openAccessibilityDisplay:
+        return runner_.open(SettingsPane::accessibilityDisplay);
+    case FixID::openBatterySettings:
+        return runner_.open(SettingsPane::battery);
+    case FixID::openWiFiSettings:
+        return runner_.open(SettingsPane::wifi);
+    case FixID::quitApp:
+        if (group != nullptr) {
+            confirmQuit(*group);
+        }
+        return;
+    case FixID::rebuildSpotlightIndex:
+        return confirmRebuild();
+    case FixID::reviewTabs:
+        return reviewTabs(group);
+    case FixID::openTidyvault:
+        return runner_.openTidyvault(tidyvaultWebsite_);
+    case FixID::restartMac:
+        return confirmRestart();
+    }
+}
+
+void FixActions::reviewTabs(const ProcessGroup* group) {
+    if (group == nullptr || !group->appPath) {
+        return;
+    }
+    if (const auto browser = chromiumBrowserAt(*group->appPath)) {
+        router_.setBrowser(browser);
+    }
+}
+
+void FixActions::confirmQuit(const ProcessGroup& group) {
+    ask(FixTexts::quit(group.displayName), [this, group] { return quit(group, false); });
+}
+
+void FixActions::confirmRebuild() {
+    ask(FixTexts::rebuild(), [this] { return rebuildSpotlightIndex(); });
+}
+
+void FixActions::confirmRestart() {
+    ask(FixTexts::restart(), [this] { return restartMac(); });
+}
+
+void FixActions::ask(Question question, std::function<QCoro::Task<>()> action) {
+    confirmation_ = Confirmation{QUuid::createUuid(), std::move(question), std::move(action)};
+    Q_EMIT confirmationChanged();
+}
+
+void FixActions::acceptConfirmation() {
+    if (!confirmation_) {
+        return;
+    }
+    // The action may ask the next question.
+    const Confirmation accepted = *std::exchange(confirmation_, {});
+    Q_EMIT confirmationChanged();
+    detach(accepted.action());
+}
+
+void FixActions::dismissConfirmation() {
+    if (std::exchange(confirmation_, {})) {
+        Q_EMIT confirmationChanged();
+    }
+}
+
+QCoro::Task<> FixActions::quit(ProcessGroup group, bool force) {
+    const QPointer<FixActions> self{this};
+    Scheduler& scheduler = scheduler_;
+    QuitAttempt attempt = runner_.quit(group, force, quitTimeout);
+    std::optional<FixOutcome> outcome = attempt.poll(scheduler.monotonicNow());
+    while (!outcome) {
+        co_await scheduler.sleep(QuitAttempt::pollInterval);
+        outcome = attempt.poll(scheduler.monotonicNow());
+    }
+    if (self) {
+        quitEnded(group, force, *outcome);
+    }
+}
+
+void FixActions::quitEnded(const ProcessGroup& group, bool force, const FixOutcome& outcome) {
+    log_.write(LogLevel::information, logSubsystem, logCategory,
+               fmt::format("quit outcome: {}", outcome.description()));
+    if (outcome.kind() != FixOutcome::Kind::stillRunning) {
+        report(outcome, group.displayName);
+        monitor_.checkNow();
+    } else if (!force) {
+        ask(FixTexts::forceQuit(group.displayName), [this, group] { return quit(group, true); });
+    } else {
+        monitor_.setStuckApp(group.displayName);
+        setStuckAlert(group.displayName);
+        monitor_.checkNow();
+    }
+}
+
+QCoro::Task<> FixActions::rebuildSpotlightIndex() {
+    const QPointer<FixActions> self{this};
+    auto rebuild =
+        scheduler_.runInBackground([runner = runner_] { return runner.rebuildSpotlightIndex(); });
+    const FixOutcome outcome = co_await rebuild;
+    if (self) {
+        report(outcome, {});
+    }
+}
+
+QCoro::Task<> FixActions::restartMac() {
+    const QPointer<FixActions> self{this};
+    auto restart = scheduler_.runInBackground([runner = runner_] { return runner.restartMac(); });
+    const FixOutcome outcome = co_await restart;
+    if (self && outcome.kind() == FixOutcome::Kind::failed) {
+        setToast(std::string{FixTexts::restartByHand});
+    }
+}
+
+void FixActions::report(const FixOutcome& outcome, const std::optional<std::string>& app) {
+    setToast(FixTexts::report(outcome, app));
+}
+
+void FixActions::setToast(std::optional<std::string> text) {
+    if (text != toast_) {
+        toast_ = std::move(text);
+        Q_EMIT toastChanged();
+    }
+}
+
+void FixActions::setStuckAlert(std::optional<std::string> name) {
+    if (name != stuckAlert_) {
+        stuckAlert_ = std::move(name);
+        Q_EMIT stuckAlertChanged();
+    }
+}
+
+} // namespace pacelet

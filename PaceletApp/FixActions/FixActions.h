@@ -1,0 +1,83 @@
+#pragma once
+
+#include "Core/Fixes/FixRunner.h"
+#include "Core/Knowledge/FixID.h"
+#include "PaceletApp/FixActions/FixTexts.h"
+#include "PaceletApp/Monitor/Monitor.h"
+#include "PaceletApp/Router/Router.h"
+
+#include <QCoroTask>
+#include <QObject>
+#include <QUuid>
+
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace pacelet {
+
+/// Stands between the buttons and `FixRunner`: asks where work could be lost, carries the fix out,
+/// and says how it went. Never fails. Belongs to the UI thread, and lives as long as the program.
+class FixActions final : public QObject {
+    Q_OBJECT
+
+public:
+    /// One dialog.
+    struct Confirmation {
+        QUuid id; ///< new for each dialog
+        Question question;
+        std::function<QCoro::Task<>()> action; ///< what the accepting button does
+    };
+
+    /// All that is referred to outlives this. `tidyvaultWebsite` is opened where the sibling
+    /// application is not installed.
+    FixActions(const Platform& platform, Scheduler& scheduler, Monitor& monitor, Router& router,
+               std::string tidyvaultWebsite, QObject* parent = nullptr);
+
+    /// The dialog to show.
+    const std::optional<Confirmation>& confirmation() const { return confirmation_; }
+    /// Short message of the last result.
+    const std::optional<std::string>& toast() const { return toast_; }
+    /// Name of an application that cannot be quit.
+    const std::optional<std::string>& stuckAlert() const { return stuckAlert_; }
+
+    /// What the button of a fix does. `group` may be null, and is copied.
+    void perform(FixID fix, const ProcessGroup* group);
+    void confirmQuit(const ProcessGroup& group);
+    void confirmRestart();
+
+    /// The buttons of the dialog: both close it, the first one runs its action.
+    void acceptConfirmation();
+    void dismissConfirmation();
+
+    void setToast(std::optional<std::string> text);
+    void dismissStuckAlert() { setStuckAlert({}); }
+
+Q_SIGNALS:
+    void confirmationChanged();
+    void toastChanged();
+    void stuckAlertChanged();
+
+private:
+    void ask(Question question, std::function<QCoro::Task<>()> action);
+    void confirmRebuild();
+    void reviewTabs(const ProcessGroup* group);
+    QCoro::Task<> quit(ProcessGroup group, bool force);
+    QCoro::Task<> rebuildSpotlightIndex();
+    QCoro::Task<> restartMac();
+    void quitEnded(const ProcessGroup& group, bool force, const FixOutcome& outcome);
+    void report(const FixOutcome& outcome, const std::optional<std::string>& app);
+    void setStuckAlert(std::optional<std::string> name);
+
+    std::optional<Confirmation> confirmation_;
+    std::optional<std::string> toast_;
+    std::optional<std::string> stuckAlert_;
+    FixRunner runner_;
+    Scheduler& scheduler_;
+    Monitor& monitor_;
+    Router& router_;
+    Log& log_;
+    std::string tidyvaultWebsite_;
+};
+
+} // namespace pacelet

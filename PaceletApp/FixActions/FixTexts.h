@@ -1,0 +1,40 @@
+#pragma once
+
+#include "Core/Fixes/FixOutcome.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace pacelet {
+
+/// What a dialog asks.
+struct Question {
+    std::string title;
+    std::string message;
+    std::string confirm; ///< caption of the accepting button
+    bool destructive = false;
+
+    bool operator==(const Question&) const = default;
+};
+
+/// The words of all fixes.
+namespace FixTexts {
+
+Question quit(std::string_view app);
+Question forceQuit(std::string_view app);
+Question rebuild();
+Question restart();
+
+/// How it went, in a few words; `app` is the application that it was about, if any.
+std::string report(const FixOutcome& outcome, const std::optional<std::string>& app);
+
+/// What to do where the machine cannot be asked to restart.
+inline constexpr std::string_view restartByHand = "Choose Apple menu > Restart.";
+
+/// Title of the alert about an application that nothing could end.
+std::string stuckTitle(const std::optional<std::string>& app);
+
+} // namespace FixTexts
+
+} // namespace pacelet

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "PaceletApp/Router/Screen.h"
+
+#include <string>
+#include <vector>
+
+namespace pacelet {
+
+/// What the keyboard can do in the main window.
+struct Command {
+    enum class Action { checkNow, find, showScreen, closeWindow, quit };
+
+    Action action{};
+    Screen screen = Screen::overview; ///< for `showScreen`
+    std::string title;
+    std::string shortcut;     ///< in the portable form of key sequences, as in "Ctrl+R"
+    bool startsGroup = false; ///< a divider stands before it
+
+    bool operator==(const Command&) const = default;
+};
+
+/// All commands, in the order of a menu.
+std::vector<Command> commands();
+
+} // namespace pacelet

@@ -1,0 +1,38 @@
+#include "PaceletApp/Scheduler/Heartbeat.h"
+
+#include "PaceletApp/Scheduler/Detach.h"
+
+#include <utility>
+
+namespace pacelet {
+
+namespace {
+
+QCoro::Task<> run(Scheduler& scheduler, std::function<Seconds()> pause, std::function<void()> beat,
+                  CancellationToken token) {
+    // Whoever owns the functions cancels before it dies.
+    while (!token.isCancelled()) {
+        if (co_await scheduler.sleep(pause(), token)) {
+            beat();
+        }
+    }
+}
+
+} // namespace
+
+Heartbeat::Heartbeat(Scheduler& scheduler, std::function<Seconds()> pause,
+                     std::function<void()> beat)
+    : scheduler_{scheduler}, pause_{std::move(pause)}, beat_{std::move(beat)} {}
+
+void Heartbeat::setActive(bool active) {
+    if (active == isActive()) {
+        return;
+    }
+    running_.reset();
+    if (active) {
+        running_.emplace();
+        detach(run(scheduler_, pause_, beat_, running_->token()));
+    }
+}
+
+} // namespace pacelet

@@ -1,0 +1,217 @@
+#include "tests/PaceletApp/FixActions/FixRig.h"
+
+namespace pacelet::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+using FixActionsTest = FixRig;
+
+const Question restartQuestion{"Restart your Mac?",
+                               "Save your work first. macOS will ask you to confirm.", "Restart…"};
+const Question rebuildQuestion{
+    "Rebuild the Spotlight index?",
+    "macOS will ask for your password. Search results may be incomplete for a few hours while it "
+    "rebuilds.",
+    "Rebuild"};
+
+TEST_F(FixActionsTest, OpensTheSettingsAndAsksNothing) {
+    const std::string prefix = "x-apple.systempreferences:com.apple.";
+    const struct {
+        FixID fix;
+        std::string page;
+    } rows[] = {
+        {FixID::openSpotlightSettings, "Spotlight-Settings.extension"},
+        {FixID::openLoginItemsSettings, "LoginItems-Settings.extension"},
+        {FixID::openDisplaySettings, "Displays-Settings.extension"},
+        {FixID::openAccessibilityDisplay, "Accessibility-Settings.extension?Display"},
+        {FixID::openBatterySettings, "Battery-Settings.extension"},
+        {FixID::openWiFiSettings, "wifi-settings-extension"},
+    };
+    const ProcessGroup group = groupOf(notes);
+    for (const auto& row : rows) {
+        for (const ProcessGroup* given : {static_cast<const ProcessGroup*>(nullptr), &group}) {
+            mac.machine.lock()->records.openedURLs.clear();
+            actions->perform(row.fix, given);
+            EXPECT_THAT(mac.machine.lock()->records.openedURLs, ElementsAre(prefix + row.page));
+        }
+    }
+    EXPECT_FALSE(question() || actions->toast() || actions->stuckAlert() || router.expandedID());
+    EXPECT_EQ(router.screen(), Screen::overview);
+}
+
+TEST_F(FixActionsTest, OpensTheSiblingOrItsWebsite) {
+    perform(FixID::openTidyvault);
+    EXPECT_THAT(mac.machine.lock()->records.openedURLs,
+                ElementsAre("https://tidyvault.example/?ref=pacelet"));
+    const std::string path = "/Applications/Tidyvault.app";
+    mac.machine.lock()->installed.push_back({"Tidyvault", "app.tidyvault.Tidyvault", path});
+    perform(FixID::openTidyvault, groupOf(notes));
+    EXPECT_EQ(mac.machine.lock()->records.openedURLs.size(), 1U);
+    EXPECT_THAT(mac.machine.lock()->records.openedApplications, ElementsAre(path));
+}
+
+TEST_F(FixActionsTest, ExplainsAGroupInTheProcessList) {
+    perform(FixID::explain, groupOf(notes));
+    EXPECT_EQ(router.expandedID(), notes);
+    EXPECT_EQ(router.screen(), Screen::processes);
+    router.setScreen(Screen::usage);
+    perform(FixID::explain);
+    EXPECT_EQ(router.expandedID().value_or(""), "") << "no row is open";
+    EXPECT_EQ(router.screen(), Screen::processes);
+    EXPECT_EQ(router.focusSearch(), 0);
+}
+
+TEST_F(FixActionsTest, ReviewsTheTabsOfThreeBrowsersAndNothingElse) {
+    const std::optional<ChromiumBrowser> none;
+    const struct {
+        std::optional<std::string> appPath;
+        std::optional<ChromiumBrowser> opened;
+    } rows[] = {
+        {"/Applications/Google Chrome.app", ChromiumBrowser::chrome},
+        {"/Users/ann/Brave Browser.app", ChromiumBrowser::brave},
+        {"/Applications/Microsoft Edge.app", ChromiumBrowser::edge},
+        {"/Applications/Safari.app", none},
+        {"/Applications/google chrome.app", none},
+        {"/Applications/My Google Chrome.app", none},
+        {"Google Chrome.app", none},
+        {"/Applications/Google Chrome.app/", none},
+        {std::nullopt, none},
+    };
+    ProcessGroup group = groupOf(notes);
+    for (const auto& row : rows) {
+        group.appPath = row.appPath;
+        router.setBrowser({});
+        perform(FixID::reviewTabs, group);
+        EXPECT_EQ(router.browser(), row.opened) << row.appPath.value_or("no path");
+        if (!row.opened) {
+            router.setBrowser(ChromiumBrowser::edge);
+            perform(FixID::reviewTabs, group);
+            EXPECT_EQ(router.browser(), ChromiumBrowser::edge) << "an open panel stays";
+        }
+    }
+    perform(FixID::reviewTabs);
+    EXPECT_EQ(router.browser(), ChromiumBrowser::edge);
+    EXPECT_FALSE(question() || actions->toast());
+}
+
+TEST_F(FixActionsTest, AsksBeforeWhatCouldLoseWork) {
+    SignalCount changes{*actions, &FixActions::confirmationChanged};
+    const ProcessGroup group = groupOf(notes);
+    const struct {
+        FixID fix;
+        const ProcessGroup* group;
+        std::optional<Question> asked;
+    } rows[] = {
+        {FixID::quitApp, nullptr, std::nullopt},
+        {FixID::quitApp, &group,
+         Question{"Quit Notes?", "Notes may ask you to save your work first.", "Quit Notes"}},
+        {FixID::rebuildSpotlightIndex, nullptr, rebuildQuestion},
+        {FixID::rebuildSpotlightIndex, &group, rebuildQuestion},
+        {FixID::restartMac, nullptr, restartQuestion},
+        {FixID::restartMac, &group, restartQuestion},
+    };
+    for (const auto& row : rows) {
+        actions->perform(row.fix, row.group);
+        EXPECT_EQ(question(), row.asked);
+        EXPECT_EQ(changes.take(), row.asked ? 1 : 0);
+        actions->dismissConfirmation();
+        EXPECT_EQ(question(), std::nullopt);
+        EXPECT_EQ(changes.take(), row.asked ? 1 : 0);
+        accept(); // no dialog is open
+    }
+    EXPECT_EQ(changes.take(), 0);
+    EXPECT_EQ(mac.machine.lock()->running.size(), 1U);
+    EXPECT_EQ(calls("/usr/bin/osascript"), 0);
+    EXPECT_EQ(actions->toast(), std::nullopt);
+}
+
+TEST_F(FixActionsTest, ANewDialogReplacesTheLastOneAndHasItsOwnIdentity) {
+    std::vector<QUuid> ids;
+    for (const FixID fix : {FixID::rebuildSpotlightIndex, FixID::rebuildSpotlightIndex,
+                            FixID::quitApp, FixID::restartMac}) {
+        perform(fix, groupOf(notes));
+        const QUuid id = actions->confirmation()->id;
+        EXPECT_FALSE(id.isNull());
+        EXPECT_THAT(ids, ::testing::Not(::testing::Contains(id)));
+        ids.push_back(id);
+    }
+    accept();
+    const auto records = mac.machine.lock()->records;
+    EXPECT_EQ(records.restartRequests, 1);
+    EXPECT_EQ(records.indexRebuilds, 0);
+    EXPECT_EQ(mac.machine.lock()->running.size(), 1U);
+}
+
+TEST_F(FixActionsTest, RebuildingReportsAndRestartingKeepsSilentUnlessItFails) {
+    using namespace Simulated;
+    const std::string osascript = "/usr/bin/osascript";
+    const std::optional<std::string> nothing;
+    const std::string byHand = "Choose Apple menu > Restart.";
+    const struct {
+        std::optional<Failure> failure;
+        std::optional<std::string> rebuilt;
+        std::optional<std::string> restarted;
+    } rows[] = {
+        {std::nullopt, "Done", nothing},
+        {ToolFails{osascript, 1, "execution error: User canceled. (-128)\n"}, "Cancelled", nothing},
+        {ScriptFails{-1743, "Not authorized."}, "Couldn't finish: -1743", byHand},
+        {ToolFails{osascript, 2, " out of order\n"}, "Couldn't finish: out of order", byHand},
+        {ToolFails{osascript, 2, ""}, "Couldn't finish: ", byHand},
+        {ToolMissing{osascript}, "Couldn't finish: osascript", byHand},
+    };
+    for (const auto& row : rows) {
+        if (row.failure) {
+            mac.machine.inject(*row.failure);
+        }
+        for (const auto& [fix, toast] : {std::pair{FixID::rebuildSpotlightIndex, row.rebuilt},
+                                         std::pair{FixID::restartMac, row.restarted}}) {
+            actions->setToast({});
+            perform(fix);
+            accept();
+            EXPECT_EQ(actions->toast(), toast);
+            EXPECT_EQ(question(), std::nullopt);
+        }
+        mac.machine.clearFailures();
+    }
+    mac.machine.inject(PromptCancelled{});
+    perform(FixID::rebuildSpotlightIndex);
+    accept();
+    EXPECT_EQ(actions->toast(), "Cancelled");
+    const auto records = mac.machine.lock()->records;
+    EXPECT_EQ(records.indexRebuilds, 1);
+    EXPECT_EQ(records.restartRequests, 1);
+    EXPECT_THAT(takeOutcomes(), IsEmpty()) << "only quits are logged";
+    EXPECT_EQ(samples(), 1) << "only a quit looks again";
+}
+
+TEST_F(FixActionsTest, APromptLeavesTheUserFree) {
+    scheduler.setBackgroundDuration(Seconds{60});
+    perform(FixID::rebuildSpotlightIndex);
+    accept();
+    advance(59);
+    EXPECT_EQ(actions->toast(), std::nullopt);
+    perform(FixID::restartMac);
+    EXPECT_EQ(question(), restartQuestion);
+    actions->dismissConfirmation();
+    advance(1);
+    EXPECT_EQ(actions->toast(), "Done");
+    EXPECT_EQ(question(), std::nullopt);
+}
+
+TEST_F(FixActionsTest, WhatIsUnderWayOutlivesIt) {
+    setHabit(Simulated::QuitHabit::hangs);
+    scheduler.setBackgroundDuration(Seconds{1});
+    for (const FixID fix : {FixID::quitApp, FixID::rebuildSpotlightIndex, FixID::restartMac}) {
+        perform(fix, groupOf(notes));
+        accept();
+    }
+    actions.reset();
+    advance(20);
+    EXPECT_THAT(takeOutcomes(), IsEmpty());
+    EXPECT_EQ(scheduler.pendingSleeps(), 0U);
+}
+
+} // namespace
+} // namespace pacelet::testing
