@@ -72,6 +72,22 @@ Shell::Output PSTool::run(const std::vector<std::string>& arguments) {
     return {0, isTable ? table() : commandLines(), ""};
 }
 
+std::vector<AppProcess> PSTool::appProcesses(std::uint32_t uid) {
+    const std::lock_guard lock{mutex_};
+    std::vector<AppProcess> found;
+    for (const ProcessRow& row : processes_.read(clock_.monotonicNow().time_since_epoch())) {
+        const KnownProcess& process = *row.process;
+        if (row.uid == uid && process.role != AppRole::none && !process.hasEnded) {
+            found.push_back({{row.pid, process.startTime},
+                             row.ppid,
+                             process.role,
+                             process.appID,
+                             process.path});
+        }
+    }
+    return found;
+}
+
 std::string PSTool::table() {
     std::string text;
     text.reserve(usualSize_);

@@ -3,6 +3,7 @@
 #include "Core/Platform/Clock.h"
 #include "Core/Sampling/Shell.h"
 #include "Hosts/Linux/Apps/DesktopCatalog.h"
+#include "Hosts/Linux/Proc/AppProcess.h"
 #include "Hosts/Linux/Proc/ProcessTable.h"
 #include "Hosts/Linux/Proc/UserNames.h"
 
@@ -22,6 +23,10 @@ public:
     /// Status 1 and a sentence on standard error for command lines that it does not know, and when
     /// there is no process table to read.
     Shell::Output run(const std::vector<std::string>& arguments);
+
+    /// The processes of the desktop's applications that belong to `uid`, from the very same table,
+    /// so that whoever acts on one sees what the listing shows.
+    std::vector<AppProcess> appProcesses(std::uint32_t uid);
 
 private:
     std::string table();

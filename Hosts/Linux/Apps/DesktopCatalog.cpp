@@ -101,6 +101,22 @@ std::vector<DesktopApp> readDesktopApps(const DesktopPlaces& places) {
     return apps;
 }
 
+std::optional<std::string> findEntryFile(const DesktopPlaces& places, const std::string& id) {
+    for (const std::string& folder : places.entryFolders) {
+        std::string file = folder + '/' + id + ".desktop";
+        std::error_code error;
+        if (fs::is_regular_file(file, error)) {
+            return file;
+        }
+        for (const fs::path& other : entryFiles(folder)) {
+            if (entryID(other, folder) == id) {
+                return other.string();
+            }
+        }
+    }
+    return std::nullopt;
+}
+
 std::shared_ptr<const DesktopIndex> DesktopCatalog::current() {
     if (!index_ || hasChanged()) {
         // Before the entries are read: what changes meanwhile is then seen the next time.

@@ -26,6 +26,9 @@ struct DesktopPlaces {
 /// is not there, are left out.
 std::vector<DesktopApp> readDesktopApps(const DesktopPlaces& places);
 
+/// The file of the entry with this id that counts; nothing when there is none.
+std::optional<std::string> findEntryFile(const DesktopPlaces& places, const std::string& id);
+
 /// Keeps the index of the desktop's applications, and reads it anew when one of the folders has
 /// changed. For one thread at a time.
 class DesktopCatalog {

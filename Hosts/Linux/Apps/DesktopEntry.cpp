@@ -48,7 +48,8 @@ void assign(DesktopEntry& entry, std::string_view key, std::string_view value) {
     };
     for (const TextKey& text :
          {TextKey{"Type", &DesktopEntry::type}, TextKey{"Name", &DesktopEntry::name},
-          TextKey{"Exec", &DesktopEntry::exec}, TextKey{"TryExec", &DesktopEntry::tryExec}}) {
+          TextKey{"Exec", &DesktopEntry::exec}, TextKey{"TryExec", &DesktopEntry::tryExec},
+          TextKey{"Icon", &DesktopEntry::icon}, TextKey{"Path", &DesktopEntry::path}}) {
         if (text.name == key) {
             entry.*text.field = unescaped(value);
         }

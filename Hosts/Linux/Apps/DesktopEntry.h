@@ -15,6 +15,8 @@ struct DesktopEntry {
     std::string name;
     std::string exec;    ///< the command line, still quoted
     std::string tryExec; ///< a program that must exist; empty when nothing is asked for
+    std::string icon;    ///< a name in the icon theme, or an absolute path
+    std::string path;    ///< folder in which it is started; empty: that of whoever starts it
     bool noDisplay = false;
     bool hidden = false;
     bool runsInTerminal = false;

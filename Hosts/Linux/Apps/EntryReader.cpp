@@ -5,6 +5,7 @@
 #include "Hosts/Linux/Apps/DesktopCatalog.h"
 #include "Hosts/Linux/Apps/DesktopEntry.h"
 #include "Hosts/Linux/Apps/ExecLine.h"
+#include "Hosts/Linux/Apps/ProgramSearch.h"
 
 #include <array>
 #include <climits>
@@ -50,27 +51,16 @@ bool isStarter(std::string_view program) {
 
 } // namespace
 
-std::optional<std::string> EntryReader::findProgram(const std::string& name) const {
-    if (name.starts_with('/')) {
-        return isExecutable(name) ? std::optional{name} : std::nullopt;
-    }
-    for (const std::string& folder : places_.searchPath) {
-        if (std::string path = folder + '/' + name; isExecutable(path)) {
-            return path;
-        }
-    }
-    return std::nullopt;
-}
-
 std::optional<DesktopApp> EntryReader::read(const std::string& file, std::string id) const {
     const auto text = readText(file);
     const auto entry = text ? parseDesktopEntry(*text) : std::nullopt;
     if (!entry || !isInMenu(*entry, places_.desktops) || entry->runsInTerminal ||
-        (!entry->tryExec.empty() && !findProgram(entry->tryExec))) {
+        (!entry->tryExec.empty() && !findProgram(entry->tryExec, places_.searchPath))) {
         return std::nullopt;
     }
     const std::vector<std::string> command = execCommand(entry->exec);
-    const auto program = command.empty() ? std::nullopt : findProgram(command.front());
+    const auto program =
+        command.empty() ? std::nullopt : findProgram(command.front(), places_.searchPath);
     DesktopApp app;
     app.name = bundleName(id, entry->name);
     if (!program || app.name.empty()) {

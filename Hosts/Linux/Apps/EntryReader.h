@@ -22,7 +22,6 @@ public:
     std::optional<DesktopApp> read(const std::string& file, std::string id) const;
 
 private:
-    std::optional<std::string> findProgram(const std::string& name) const;
     void placeProgram(DesktopApp& app, const std::string& program) const;
     void placeCompanion(DesktopApp& app, const std::string& script) const;
 
