@@ -1,7 +1,7 @@
 #include "PaceletApp/Components/Look.h"
 
 #include "Core/Support/EnumTable.h"
-#include "PaceletApp/Components/QtText.h"
+#include "PaceletApp/Support/QtText.h"
 
 #include <array>
 

@@ -1,6 +1,6 @@
 #include "PaceletApp/OverviewView/CauseItem.h"
 
-#include "PaceletApp/Components/QtText.h"
+#include "PaceletApp/Support/QtText.h"
 
 #include <fmt/format.h>
 

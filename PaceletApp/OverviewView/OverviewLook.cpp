@@ -2,7 +2,7 @@
 
 #include "Core/Sampling/Format.h"
 #include "Core/Support/EnumTable.h"
-#include "PaceletApp/Components/QtText.h"
+#include "PaceletApp/Support/QtText.h"
 
 #include <fmt/format.h>
 

@@ -1,7 +1,7 @@
 #include "PaceletApp/OverviewView/ProcessItem.h"
 
 #include "Core/Sampling/Format.h"
-#include "PaceletApp/Components/QtText.h"
+#include "PaceletApp/Support/QtText.h"
 
 #include <fmt/format.h>
 

@@ -4,50 +4,44 @@
 
 #include <QObject>
 #include <QString>
+#include <QUuid>
 #include <QtQml/qqmlregistration.h>
 
 namespace pacelet {
 
-/// The words of one dialog.
-struct DialogLook {
-    Q_GADGET
-    QML_VALUE_TYPE(dialogLook)
-    Q_PROPERTY(QString id MEMBER id CONSTANT)
-    Q_PROPERTY(QString title MEMBER title CONSTANT)
-    Q_PROPERTY(QString message MEMBER message CONSTANT)
-    Q_PROPERTY(QString confirm MEMBER confirm CONSTANT)
-    Q_PROPERTY(QString cancel MEMBER cancel CONSTANT)
-    Q_PROPERTY(bool destructive MEMBER destructive CONSTANT)
-
-public:
-    QString id; ///< another one for each dialog; empty for no dialog
-    QString title;
-    QString message; ///< may be empty
-    QString confirm;
-    QString cancel;
-    bool destructive = false;
-
-    bool operator==(const DialogLook&) const = default;
-};
-
 /// The dialog over the window: a question about a fix, or else the alert about an application that
-/// will not quit. One at a time.
+/// will not quit. One at a time. The words stay while the dialog fades.
 class DialogModel final : public QObject {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("The program makes it.")
-    Q_PROPERTY(bool open READ isOpen NOTIFY changed)
-    /// Keeps the words of the last dialog while no one is open, for the time in which it fades.
-    Q_PROPERTY(pacelet::DialogLook look READ look NOTIFY changed)
+    QML_UNCREATABLE("made by the shell")
+    Q_PROPERTY(bool confirming READ confirming NOTIFY changed)
+    Q_PROPERTY(QString title READ title NOTIFY changed)
+    Q_PROPERTY(QString message READ message NOTIFY changed)
+    Q_PROPERTY(QString confirmText READ confirmText NOTIFY changed)
+    Q_PROPERTY(bool destructive READ destructive NOTIFY changed)
+    Q_PROPERTY(bool stuck READ stuck NOTIFY changed)
+    Q_PROPERTY(QString stuckTitle READ stuckTitle NOTIFY changed)
 
 public:
+    /// `actions` outlives this.
     explicit DialogModel(FixActions& actions, QObject* parent = nullptr);
 
-    bool isOpen() const { return open_; }
-    const DialogLook& look() const { return look_; }
+    bool isOpen() const { return confirming() || stuck(); }
 
-    Q_INVOKABLE void confirm();
-    Q_INVOKABLE void cancel();
+    bool confirming() const { return !shown_.isNull(); }
+    QString title() const;
+    QString message() const;
+    QString confirmText() const;
+    bool destructive() const { return question_.destructive; }
+
+    bool stuck() const { return stuck_; }
+    const QString& stuckTitle() const { return stuckTitle_; }
+
+    Q_INVOKABLE void confirm() { actions_.acceptConfirmation(); }
+    Q_INVOKABLE void cancel() { actions_.dismissConfirmation(); }
+    Q_INVOKABLE void restart();
+    Q_INVOKABLE void dismissStuck() { actions_.dismissStuckAlert(); }
 
 Q_SIGNALS:
     void changed();
@@ -56,8 +50,10 @@ private:
     void refresh();
 
     FixActions& actions_;
-    bool open_ = false;
-    DialogLook look_;
+    QUuid shown_; ///< the question on screen; null for none
+    Question question_;
+    bool stuck_ = false;
+    QString stuckTitle_;
 };
 
 } // namespace pacelet

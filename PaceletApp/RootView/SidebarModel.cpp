@@ -2,17 +2,19 @@
 
 #include "PaceletApp/Support/QtText.h"
 
+#include <utility>
+#include <vector>
+
 namespace pacelet {
 
 namespace {
 
-std::vector<ListRole<SidebarRow>> roles() {
+std::vector<ListRole<SidebarEntry>> roles() {
+    using Entry = SidebarEntry;
     return {
-        {"screen", [](const SidebarRow& row) { return QVariant{qtText(row.screen)}; }},
-        {"title", [](const SidebarRow& row) { return QVariant{row.title}; }},
-        {"symbol", [](const SidebarRow& row) { return QVariant{row.symbol}; }},
-        {"count", [](const SidebarRow& row) { return QVariant{row.count}; }},
-        {"current", [](const SidebarRow& row) { return QVariant{row.current}; }},
+        {"title", [](const Entry& entry) { return entry.title; }},
+        {"symbol", [](const Entry& entry) { return entry.symbol; }},
+        {"count", [](const Entry& entry) { return entry.count; }},
     };
 }
 
@@ -37,32 +39,35 @@ std::optional<std::size_t> sidebarCount(Screen screen, const Monitor& monitor) {
 }
 
 SidebarModel::SidebarModel(Monitor& monitor, Router& router, QObject* parent)
-    : QObject{parent}, monitor_{monitor}, router_{router}, rows_{[](const SidebarRow& row) {
-                                                                     return row.screen;
+    : QObject{parent}, monitor_{monitor}, router_{router}, rows_{[](const SidebarEntry& entry) {
+                                                                     return entry.screen;
                                                                  },
                                                                  roles()} {
     connect(&monitor, &Monitor::groupsChanged, this, &SidebarModel::refresh);
     connect(&monitor, &Monitor::backgroundItemsChanged, this, &SidebarModel::refresh);
-    connect(&router, &Router::screenChanged, this, &SidebarModel::refresh);
+    connect(&router, &Router::screenChanged, this, &SidebarModel::currentChanged);
     refresh();
 }
 
-void SidebarModel::refresh() {
-    std::vector<SidebarRow> rows;
-    for (const ScreenRow& screen : screens) {
-        const auto count = sidebarCount(screen.value, monitor_);
-        rows.push_back({.screen = std::string{screen.rawValue},
-                        .title = qtText(screen.title),
-                        .symbol = qtText(screen.symbol),
-                        .count = count ? QString::number(*count) : QString{},
-                        .current = screen.value == router_.screen()});
-    }
-    rows_.update(std::move(rows));
+QString SidebarModel::title() const {
+    return qtText(rowOf(screens, router_.screen()).title);
 }
 
-void SidebarModel::choose(const QString& screen) {
-    if (const auto chosen = screenFromRawValue(screen.toStdString())) {
-        router_.setScreen(*chosen);
+void SidebarModel::refresh() {
+    std::vector<SidebarEntry> entries;
+    for (const ScreenRow& screen : screens) {
+        const auto count = sidebarCount(screen.value, monitor_);
+        entries.push_back({.screen = std::string{screen.rawValue},
+                           .title = qtText(screen.title),
+                           .symbol = qtText(screen.symbol),
+                           .count = count ? QString::number(*count) : QString{}});
+    }
+    rows_.update(std::move(entries));
+}
+
+void SidebarModel::choose(int row) {
+    if (row >= 0 && static_cast<std::size_t>(row) < screens.size()) {
+        router_.setScreen(screens[static_cast<std::size_t>(row)].value);
     }
 }
 

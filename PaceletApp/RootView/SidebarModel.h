@@ -12,19 +12,17 @@
 #include <cstddef>
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace pacelet {
 
 /// One destination in the sidebar.
-struct SidebarRow {
+struct SidebarEntry {
     std::string screen; ///< raw value
     QString title;
     QString symbol;
     QString count; ///< empty for none
-    bool current = false;
 
-    bool operator==(const SidebarRow&) const = default;
+    bool operator==(const SidebarEntry&) const = default;
 };
 
 /// How many things the screen lists; nothing where that says nothing.
@@ -34,24 +32,32 @@ std::optional<std::size_t> sidebarCount(Screen screen, const Monitor& monitor);
 class SidebarModel final : public QObject {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("The program makes it.")
-    /// Roles: screen, title, symbol, count, current.
+    QML_UNCREATABLE("made by the shell")
+    /// Roles: title, symbol, count.
     Q_PROPERTY(QAbstractItemModel* rows READ rows CONSTANT)
+    /// Row of the screen on show.
+    Q_PROPERTY(int current READ current NOTIFY currentChanged)
+    Q_PROPERTY(QString title READ title NOTIFY currentChanged)
 
 public:
+    /// Both outlive this.
     SidebarModel(Monitor& monitor, Router& router, QObject* parent = nullptr);
 
     QAbstractItemModel* rows() { return &rows_; }
+    int current() const { return static_cast<int>(router_.screen()); }
+    QString title() const;
 
-    /// Goes to the screen with this raw value.
-    Q_INVOKABLE void choose(const QString& screen);
+    Q_INVOKABLE void choose(int row);
+
+Q_SIGNALS:
+    void currentChanged();
 
 private:
     void refresh();
 
     Monitor& monitor_;
     Router& router_;
-    KeyedListModel<SidebarRow> rows_;
+    KeyedListModel<SidebarEntry> rows_;
 };
 
 } // namespace pacelet

@@ -2,10 +2,10 @@
 
 #include "Core/Diagnosis/Report.h"
 #include "Core/Knowledge/CatalogFile.h"
-#include "Core/Sampling/PSProcessSource.h"
 #include "Hosts/Linux/LinuxHost.h"
 #include "tools/pacelet-report/Answer.h"
 #include "tools/pacelet-report/JsonReport.h"
+#include "tools/pacelet-report/LiveLook.h"
 #include "tools/pacelet-report/Options.h"
 #include "tools/pacelet-report/ScenarioLook.h"
 
@@ -14,7 +14,6 @@
 #include <fstream>
 #include <iterator>
 #include <string_view>
-#include <thread>
 #include <vector>
 
 namespace {
@@ -49,17 +48,9 @@ report::Look lookAtFiles(const report::Options& options) {
         report::readCaptured(tables, host.kernel().activeProcessorCount(), host.kernel().getuid())};
 }
 
-/// Two looks at the live machine, so that CPU figures tell what happens now.
 report::Look lookAtThisMachine(const ProcessCatalog& catalog) {
     Linux::LinuxHost host;
-    const std::optional<Snapshot> first = PSProcessSource{host.tools(), host.clock()}.sample();
-    std::this_thread::sleep_for(report::betweenLooks);
-    report::Look look;
-    look.reading =
-        readMachine(host.tools(), host.kernel(), host.clock(), first, catalog, Explaining::no);
-    look.lowPowerMode = host.kernel().isLowPowerModeEnabled();
-    look.now = host.clock().now();
-    return look;
+    return report::lookAtMachine(host.tools(), host.kernel(), host.clock(), catalog);
 }
 
 report::Look lookAs(const report::Options& options, const ProcessCatalog& catalog) {

@@ -1,0 +1,60 @@
+#include "PaceletApp/OverviewView/OverviewFeed.h"
+
+#include <optional>
+#include <utility>
+
+namespace pacelet {
+
+namespace {
+
+constexpr Seconds second{1};
+
+} // namespace
+
+OverviewFeed::OverviewFeed(Monitor& monitor, Scheduler& scheduler, OverviewModel& overview,
+                           QObject* parent)
+    : QObject{parent}, monitor_{monitor}, scheduler_{scheduler}, overview_{overview},
+      seconds_{scheduler, [] { return second; }, [this] { overview_.showAge(scheduler_.now()); }} {
+    for (const auto signal :
+         {&Monitor::groupsChanged, &Monitor::signalsChanged, &Monitor::resultChanged,
+          &Monitor::lastCheckedChanged, &Monitor::explanationsChanged, &Monitor::isPausedChanged}) {
+        connect(&monitor, signal, this, &OverviewFeed::showSoon);
+    }
+    connect(&monitor, &Monitor::windowVisibleChanged, this, &OverviewFeed::followWindow);
+    followWindow();
+    show();
+}
+
+/// A tick tells several changes in a row; the screen follows once.
+void OverviewFeed::showSoon() {
+    if (!std::exchange(pending_, true)) {
+        QMetaObject::invokeMethod(this, &OverviewFeed::show, Qt::QueuedConnection);
+    }
+}
+
+void OverviewFeed::show() {
+    pending_ = false;
+    std::optional<Explanation> onTheSpot;
+    const auto explanation = [&](const ProcessGroup& group) -> const Explanation* {
+        const auto known = monitor_.explanations().find(group.id);
+        if (known != monitor_.explanations().end()) {
+            return &known->second;
+        }
+        onTheSpot = monitor_.explanation(group);
+        return onTheSpot ? &*onTheSpot : nullptr;
+    };
+    overview_.show({.result = monitor_.result(),
+                    .groups = monitor_.groups(),
+                    .explanation = explanation,
+                    .signals = monitor_.signals(),
+                    .lastChecked = monitor_.lastChecked(),
+                    .paused = monitor_.isPaused(),
+                    .now = scheduler_.now()});
+}
+
+void OverviewFeed::followWindow() {
+    seconds_.setActive(monitor_.windowVisible());
+    overview_.showAge(scheduler_.now());
+}
+
+} // namespace pacelet

@@ -1,0 +1,49 @@
+import QtQuick
+import Pacelet
+
+/// What the main window holds: its frame, bound to what the program knows.
+RootView {
+    id: main
+
+    required property RootModel model
+
+    ready: model.ready
+    screens: model.sidebar.rows
+    current: model.sidebar.current
+    onChosen: screen => model.sidebar.choose(screen)
+    content: current === 0 ? overview : heading
+
+    toast: model.toast
+
+    confirming: model.dialog.confirming
+    confirmTitle: model.dialog.title
+    confirmMessage: model.dialog.message
+    confirmButton: model.dialog.confirmText
+    confirmDestructive: model.dialog.destructive
+    onConfirmed: model.dialog.confirm()
+    onConfirmationCancelled: model.dialog.cancel()
+
+    stuck: model.dialog.stuck
+    stuckTitle: model.dialog.stuckTitle
+    onRestartAsked: model.dialog.restart()
+    onStuckDismissed: model.dialog.dismissStuck()
+
+    Component {
+        id: overview
+
+        OverviewView {
+            model: main.model.overview
+        }
+    }
+
+    Component {
+        id: heading
+
+        ScrollArea {
+            ScreenHeader {
+                width: parent.width
+                title: main.model.sidebar.title
+            }
+        }
+    }
+}
