@@ -2,6 +2,7 @@
 #include "PaceletApp/Application/Application.h"
 #include "tests/PaceletApp/Monitor/MonitorRig.h"
 
+#include <QQuickItem>
 #include <QTest>
 
 #include <gmock/gmock.h>
@@ -27,6 +28,11 @@ protected:
         settle();
     }
 
+    /// What the window shows of it.
+    std::string shown(const char* property) {
+        return window.view().rootObject()->property(property).toString().toStdString();
+    }
+
     Application objects{mac.platform(), scheduler, smallCatalog()};
     SharedObjects shared = objects.shared();
     MainWindow window{shared, mac.workspace};
@@ -47,11 +53,16 @@ TEST_F(MainWindowTest, measuresAtOnceAndFollowsTheKeyboardFromScreenToScreen) {
 TEST_F(MainWindowTest, asksBeforeItQuitsAnApplicationAndSaysHowItWent) {
     shared.actions.perform(FixID::quitApp, shared.monitor.group(notes));
     settle();
+    EXPECT_EQ(shown("confirmTitle"), "Quit Notes?");
+    EXPECT_EQ(shown("confirmMessage"), "Notes may ask you to save your work first.");
     press(Qt::Key_2, Qt::ControlModifier); // the question stands before it
     EXPECT_EQ(shared.router.screen(), Screen::overview);
     press(Qt::Key_Return);
-    advance(10);
-    EXPECT_FALSE(shared.actions.confirmation());
+    advance(3);
+    EXPECT_EQ(shown("confirming"), "false");
+    EXPECT_EQ(shown("toast"), "Done");
+    advance(4);
+    EXPECT_EQ(shown("toast"), "");
     EXPECT_EQ(shared.monitor.group(notes), nullptr);
 }
 
