@@ -1,10 +1,16 @@
 # The front door. Every goal installs what is missing and builds first.
 
-.PHONY: run test asan tsan bench fuzz clean
+.PHONY: run demo test asan tsan bench fuzz clean
 
-run: ## Build and say why this machine is slow
-	@scripts/build.sh release pacelet-report
-	@build/release/bin/pacelet-report
+SCENARIO = chrome-tabs
+
+run: ## Build and say why this machine is slow: in a window, or as text where there is no display
+	@scripts/build.sh release pacelet pacelet-report
+	@build/release/bin/pacelet
+
+demo: ## The same window on a simulated Mac: make demo SCENARIO=spotlight-stuck
+	@scripts/build.sh release pacelet-demo
+	@build/release/bin/pacelet-demo $(SCENARIO)
 
 test: ## The whole release suite, after a short run of every fuzzer
 	@scripts/build.sh fuzz
