@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import Pacelet
 
@@ -34,7 +32,8 @@ RootView {
         id: overview
 
         OverviewView {
-            model: main.model.overview
+            // Loaded by the frame, so the component cannot be bound to this context up front.
+            model: main.model.overview // qmllint disable unqualified
         }
     }
 
@@ -44,7 +43,7 @@ RootView {
         ScrollArea {
             ScreenHeader {
                 width: parent.width
-                title: main.model.sidebar.title
+                title: main.model.sidebar.title // qmllint disable unqualified
             }
         }
     }

@@ -1,6 +1,7 @@
 #include "PaceletApp/Application/MainWindow.h"
 #include "PaceletApp/Application/Application.h"
 #include "tests/PaceletApp/Monitor/MonitorRig.h"
+#include "tests/PaceletApp/Support/Stage.h"
 
 #include <QQuickItem>
 #include <QTest>
@@ -48,6 +49,19 @@ TEST_F(MainWindowTest, measuresAtOnceAndFollowsTheKeyboardFromScreenToScreen) {
     EXPECT_EQ(shared.router.focusSearch(), 1);
     press(Qt::Key_W, Qt::ControlModifier);
     EXPECT_FALSE(shared.monitor.windowVisible());
+}
+
+TEST_F(MainWindowTest, showsTheAnswerAndOffersWhatCanBeDone) {
+    QQuickItem& content = *window.view().contentItem();
+    EXPECT_THAT(textsBelow(content), ::testing::IsSupersetOf({"Your Mac is running smoothly.",
+                                                              "What's using your CPU", "Notes"}));
+    const QPoint quit = edgesBelow(content, QStringLiteral("Quit Notes")).center().toPoint();
+    QTest::mouseClick(&window.view(), Qt::LeftButton, {}, quit);
+    settle();
+    EXPECT_EQ(shown("confirmTitle"), "Quit Notes?");
+    press(Qt::Key_Escape);
+    EXPECT_EQ(shown("confirming"), "false");
+    EXPECT_NE(shared.monitor.group(notes), nullptr);
 }
 
 TEST_F(MainWindowTest, asksBeforeItQuitsAnApplicationAndSaysHowItWent) {

@@ -50,6 +50,25 @@ void forEachText(QQuickItem& item, const Visit& visit) {
 
 } // namespace
 
+std::vector<std::string> textsBelow(QQuickItem& root) {
+    std::vector<std::string> found;
+    forEachText(root, [&](const QQuickItem& item) {
+        found.push_back(item.property("text").toString().toStdString());
+    });
+    return found;
+}
+
+QRectF edgesBelow(QQuickItem& root, const QString& text) {
+    QRectF found;
+    forEachText(root, [&](const QQuickItem& item) {
+        if (item.property("text").toString() == text) {
+            found = item.mapRectToScene(item.boundingRect());
+        }
+    });
+    precondition(!found.isNull(), qPrintable(text));
+    return found;
+}
+
 Stage::Stage(const QByteArray& body, const QVariantMap& context, QSize size)
     : view_{&engine_, nullptr} {
     installScreens(engine_);
@@ -91,22 +110,11 @@ QQuickItem* Stage::item(const char* name) {
 }
 
 std::vector<std::string> Stage::texts() {
-    std::vector<std::string> found;
-    forEachText(*view_.contentItem(), [&](const QQuickItem& item) {
-        found.push_back(item.property("text").toString().toStdString());
-    });
-    return found;
+    return textsBelow(*view_.contentItem());
 }
 
 QRectF Stage::edges(const QString& text) {
-    QRectF found;
-    forEachText(*view_.contentItem(), [&](const QQuickItem& item) {
-        if (item.property("text").toString() == text) {
-            found = item.mapRectToScene(item.boundingRect());
-        }
-    });
-    precondition(!found.isNull(), qPrintable(text));
-    return found;
+    return edgesBelow(*view_.contentItem(), text);
 }
 
 void Stage::clickText(const QString& text) {

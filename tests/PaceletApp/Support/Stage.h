@@ -10,6 +10,11 @@
 
 namespace pacelet {
 
+/// Every text that can be seen below `root` now.
+std::vector<std::string> textsBelow(QQuickItem& root);
+/// Where a text stands in the window; the test fails unless it can be seen below `root`.
+QRectF edgesBelow(QQuickItem& root, const QString& text);
+
 /// Shows a piece of QML in an active window, and does to it what a user does.
 class Stage {
 public:
