@@ -10,7 +10,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     using namespace pacelet;
     const std::string_view text{reinterpret_cast<const char*>(data), size};
     for (const Linux::IconFolder& folder : Linux::parseIconTheme(text).folders) {
-        if (folder.smallest < 0 || folder.smallest > folder.largest || folder.distance(48) < 0) {
+        if (folder.smallest < 1 || folder.smallest > folder.largest || folder.distance(48) < 0) {
             std::abort();
         }
     }

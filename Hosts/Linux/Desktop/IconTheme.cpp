@@ -55,9 +55,10 @@ void addFolder(const FolderGroup& group, IconTheme& theme) {
         smallest = std::min(group.smallest.value_or(smallest), smallest);
         largest = std::max(group.largest.value_or(largest), largest);
     } else if (group.type != "Fixed") {
-        smallest = std::max(1, smallest - group.threshold);
+        smallest -= group.threshold;
         largest += group.threshold;
     }
+    smallest = std::max(1, smallest);
     theme.folders.push_back(
         {std::string{group.name}, smallest * group.scale, largest * group.scale});
 }

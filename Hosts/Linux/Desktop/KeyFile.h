@@ -16,7 +16,7 @@ void forEachKey(std::string_view text, Visitor&& visit) {
         const std::size_t equals = line.find('=');
         if (line.starts_with('[') && line.ends_with(']')) {
             group = line.substr(1, line.size() - 2);
-        } else if (!line.starts_with('#') && equals != std::string_view::npos) {
+        } else if (!group.empty() && !line.starts_with('#') && equals != line.npos) {
             visit(group, trimmed(line.substr(0, equals)), trimmed(line.substr(equals + 1)));
         }
     });

@@ -10,8 +10,10 @@
 #include <csignal>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <linux/sched.h>
 #include <stdexcept>
 #include <sys/prctl.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -189,6 +191,39 @@ TEST_F(QuitTest, AReusedNumberIsNeverHit) {
     // Had it been hit, it would be gone by now.
     std::this_thread::sleep_for(std::chrono::milliseconds{50});
     EXPECT_EQ(listed().size(), 1U);
+}
+
+/// A child under a number of our choice, which waits to be ended; -1 where that is not allowed.
+pid_t childWithNumber(pid_t number) {
+    clone_args arguments{};
+    arguments.exit_signal = SIGCHLD;
+    arguments.set_tid = reinterpret_cast<std::uint64_t>(&number);
+    arguments.set_tid_size = 1;
+    const auto child = static_cast<pid_t>(::syscall(SYS_clone3, &arguments, sizeof arguments));
+    while (child == 0) {
+        ::pause();
+    }
+    return child;
+}
+
+TEST_F(QuitTest, ANumberReusedUnderAHandleIsNotHit) {
+    std::shared_ptr<RunningApplication> handle;
+    pid_t number = 0;
+    {
+        const Program ended{program, Manners::obedient};
+        number = ended.pid();
+        groupOf(1);
+        handle = platform.workspace.runningApplications().at(0);
+    }
+    if (childWithNumber(number) != number) {
+        GTEST_SKIP() << "this user may not choose the number of a process";
+    }
+    EXPECT_TRUE(handle->isTerminated());
+    EXPECT_FALSE(handle->terminate());
+    EXPECT_FALSE(handle->forceTerminate());
+    EXPECT_EQ(::waitpid(number, nullptr, WNOHANG), 0) << "the newcomer still runs";
+    ::kill(number, SIGKILL);
+    ::waitpid(number, nullptr, 0);
 }
 
 TEST_F(QuitTest, WindowsAreAskedBeforeTheProcessIs) {

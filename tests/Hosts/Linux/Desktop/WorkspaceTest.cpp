@@ -95,16 +95,20 @@ TEST(BundleIdentifiers, EachChromiumBrowserIsKnownByItsOwn) {
 }
 
 TEST(IconTheme, ReadsSizes) {
-    const IconTheme theme = parseIconTheme("[Icon Theme]\nInherits=a,,b\n"
+    const IconTheme theme = parseIconTheme("Size=48\n" // in no group
+                                           "[Icon Theme]\nInherits=a,,b\n"
                                            "[16]\nSize=16\n"
                                            "[fixed@2]\nSize=32\nScale=2\nType=Fixed\n"
                                            "[none]\nType=Fixed\n"
                                            "[scalable]\nType=Scalable\nMinSize=8\nSize=64\n"
                                            "MaxSize=99999999\n"
+                                           "[from 0]\nType=Scalable\nMinSize=0\nSize=64\n"
                                            "[bad]\nSize=-5\n[zero]\nSize=x\n");
     EXPECT_EQ(theme.inherits, (std::vector<std::string>{"a", "b"}));
-    EXPECT_EQ(theme.folders, (std::vector<IconFolder>{
-                                 {"16", 14, 18}, {"fixed@2", 64, 64}, {"scalable", 8, 1 << 14}}));
+    EXPECT_EQ(
+        theme.folders,
+        (std::vector<IconFolder>{
+            {"16", 14, 18}, {"fixed@2", 64, 64}, {"scalable", 8, 1 << 14}, {"from 0", 1, 64}}));
     EXPECT_EQ(theme.folders[0].distance(14), 0);
     EXPECT_EQ(theme.folders[0].distance(10), 4);
     EXPECT_EQ(theme.folders[0].distance(20), 2);
