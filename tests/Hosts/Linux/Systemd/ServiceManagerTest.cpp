@@ -163,10 +163,14 @@ public:
         return posted_.size();
     }
     void run() {
-        for (const auto& work : posted_) {
+        std::vector<std::function<void()>> due;
+        {
+            const std::lock_guard lock{mutex_};
+            due.swap(posted_);
+        }
+        for (const auto& work : due) {
             work();
         }
-        posted_.clear();
     }
 
 private:
