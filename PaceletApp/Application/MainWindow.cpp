@@ -38,6 +38,9 @@ MainWindow::MainWindow(const SharedObjects& objects, Workspace& workspace)
 MainWindow::~MainWindow() {
     // The tree goes before the models that it is bound to.
     delete view_.rootObject();
+    // Textures whose pictures have gone are freed by the next frame, and by nothing else.
+    view_.releaseResources();
+    view_.grabWindow();
 }
 
 void MainWindow::load() {
