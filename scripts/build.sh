@@ -22,8 +22,5 @@ fi
 if [ ! -f "build/$preset/build.ninja" ]; then
     cmake --preset "$preset" >/dev/null
 fi
-if [ $# -gt 0 ]; then
-    ninja -C "build/$preset" --quiet "$@"
-else
-    ninja -C "build/$preset" --quiet
-fi
+# Without targets, ninja builds all of them.
+ninja -C "build/$preset" --quiet "$@" | sed '/^ninja: no work to do\.$/d'
