@@ -30,8 +30,9 @@ public:
         if (pid_ == 0) {
             ::prctl(PR_SET_PDEATHSIG, SIGKILL);
             const std::string number = std::to_string(writeEnd.get());
-            ::execlp("Xvfb", "Xvfb", "-displayfd", number.c_str(), "-screen", "0", "1280x800x24",
-                     "-nolisten", "tcp", nullptr);
+            // A server that starts over whenever its last client leaves would miss the next one.
+            ::execlp("Xvfb", "Xvfb", "-noreset", "-displayfd", number.c_str(), "-screen", "0",
+                     "1280x800x24", "-nolisten", "tcp", nullptr);
             ::_exit(127);
         }
         writeEnd.reset();
