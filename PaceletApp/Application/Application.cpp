@@ -1,5 +1,6 @@
 #include "PaceletApp/Application/Application.h"
 
+#include "PaceletApp/Application/IdleMemory.h"
 #include "PaceletApp/Application/PanelPlace.h"
 #include "PaceletApp/MenuBarView/MenuBarModel.h"
 #include "PaceletApp/Websites.h"
@@ -191,7 +192,7 @@ void Application::dropClosed() {
     closedScenes_.clear();
     if (!mainScene_ && !panelScene_) {
         engine_.reset();
-        releaseSceneMemory();
+        releaseIdleMemory();
     }
 }
 

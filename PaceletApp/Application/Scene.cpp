@@ -5,11 +5,9 @@
 #include "PaceletApp/Components/AppIconProvider.h"
 #include "PaceletApp/Components/ScreenModule.h"
 
-#include <QPixmapCache>
 #include <QQmlComponent>
+#include <QQuickItem>
 #include <QUrl>
-
-#include <malloc.h>
 
 namespace pacelet {
 
@@ -25,20 +23,20 @@ Scene::Scene(QQmlEngine& engine, const QString& file, std::unique_ptr<QObject> m
     precondition(window_ != nullptr, "a scene is no window");
 }
 
-Scene::~Scene() = default;
+Scene::~Scene() {
+    for (QQuickItem* const item : window_->contentItem()->childItems()) {
+        delete item;
+    }
+    // Textures whose pictures have gone are freed by the next frame, and by nothing else.
+    window_->releaseResources();
+    window_->grabWindow();
+}
 
 std::unique_ptr<QQmlEngine> makeEngine(Workspace& workspace) {
     auto engine = std::make_unique<QQmlEngine>();
     installScreens(*engine);
     engine->addImageProvider(QStringLiteral("appicon"), new AppIconProvider{workspace});
     return engine;
-}
-
-void releaseSceneMemory() {
-    QPixmapCache::clear();
-#ifdef __GLIBC__
-    malloc_trim(0);
-#endif
 }
 
 } // namespace pacelet

@@ -32,7 +32,4 @@ private:
 /// outlives it.
 std::unique_ptr<QQmlEngine> makeEngine(Workspace& workspace);
 
-/// Gives back to the system what closed scenes have left behind.
-void releaseSceneMemory();
-
 } // namespace pacelet
