@@ -1,5 +1,6 @@
 // Shows the window on a simulated Mac, whose time passes as ours does.
 
+#include "Hosts/Linux/Desktop/Display.h"
 #include "Hosts/Simulated/SimulatedMac.h"
 #include "PaceletApp/Application/Program.h"
 
@@ -30,14 +31,16 @@ int showScenario(int argc, char** argv) {
     if (!mac) {
         return explainUsage();
     }
-    if (!hasDisplay()) {
+    const auto display = Linux::chooseDisplay();
+    if (!display) {
         fmt::print(stderr, "pacelet-demo: there is no display here; start it in a desktop session "
                            "or under xvfb-run.\n");
         return statusUnavailable;
     }
     mac->machine.followRealTime();
+    qputenv("QT_QPA_PLATFORM", display->c_str());
     Program program{argc, argv};
-    return program.run(mac->platform());
+    return program.run(mac->platform(), nullptr);
 }
 
 } // namespace

@@ -2,8 +2,10 @@
 
 #include "Core/Diagnosis/Report.h"
 #include "Core/Knowledge/CatalogFile.h"
+#include "Hosts/Linux/Desktop/Display.h"
 #include "Hosts/Linux/LinuxHost.h"
 #include "PaceletApp/Application/Program.h"
+#include "PaceletApp/Application/SingleInstance.h"
 #include "tools/pacelet-report/LiveLook.h"
 
 #include <fmt/format.h>
@@ -17,12 +19,26 @@ using namespace pacelet;
 
 constexpr int statusUnavailable = 1;
 
-int showWindow(int argc, char** argv) {
+/// One program a user: a later start only brings the window of the first one forward.
+int comeForward(const SingleInstance& running) {
+    if (running.askToShow()) {
+        return 0;
+    }
+    fmt::print(stderr, "Pacelet runs already, but doesn't answer.\n");
+    return statusUnavailable;
+}
+
+int showWindow(const std::string& display, int argc, char** argv) {
+    const SingleInstance instance{SingleInstance::standardFolder()};
+    if (!instance.isFirst()) {
+        return comeForward(instance);
+    }
+    qputenv("QT_QPA_PLATFORM", display.c_str());
     Program program{argc, argv};
     Linux::LinuxSettings settings;
     settings.postToUI = postToUI;
     Linux::LinuxHost host{settings};
-    return program.run(host.platform());
+    return program.run(host.platform(), &instance);
 }
 
 int printAnswer() {
@@ -47,7 +63,8 @@ int printAnswer() {
 
 int main(int argc, char** argv) {
     try {
-        return hasDisplay() ? showWindow(argc, argv) : printAnswer();
+        const auto display = Linux::chooseDisplay();
+        return display ? showWindow(*display, argc, argv) : printAnswer();
     } catch (const std::exception& error) {
         fmt::print(stderr, "pacelet: {}\n", error.what());
         return statusUnavailable;

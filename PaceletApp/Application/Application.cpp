@@ -1,22 +1,199 @@
 #include "PaceletApp/Application/Application.h"
 
-#include <string>
-#include <utility>
+#include "PaceletApp/Application/IdleMemory.h"
+#include "PaceletApp/Application/PanelPlace.h"
+#include "PaceletApp/MenuBarView/MenuBarModel.h"
+#include "PaceletApp/Websites.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QScreen>
+#include <fmt/core.h>
+
+#include <cstdio>
 
 namespace pacelet {
 
 namespace {
 
-/// Stands for no page: which one sells the sibling application is for a delivery to say.
-const std::string noWebsite;
+/// The press that takes the focus from the panel may be the one on its own tray item, which is to
+/// leave it closed.
+constexpr Seconds samePress{0.3};
+
+QScreen* screenAt(QPoint place) {
+    QScreen* const screen = QGuiApplication::screenAt(place);
+    return screen != nullptr ? screen : QGuiApplication::primaryScreen();
+}
 
 } // namespace
 
 Application::Application(const Platform& platform, Scheduler& scheduler,
                          std::optional<ProcessCatalog> catalog)
-    : scheduler_{scheduler}, monitor_{platform, scheduler, std::move(catalog)},
-      actions_{platform, scheduler, monitor_, router_, noWebsite} {
+    : platform_{platform}, scheduler_{scheduler},
+      preferences_{platform.preferences}, monitor_{platform, scheduler, std::move(catalog)},
+      actions_{platform, scheduler, monitor_, router_, tidyvaultWebsite}, updater_{UpdateSettings{},
+                                                                                   nullptr} {
+    connect(&preferences_, &AppPreferences::showMenuBarChanged, this, &Application::showTray);
+}
+
+Application::~Application() {
+    for (QQuickWindow* const open : {window(), panel()}) {
+        if (open != nullptr) {
+            open->disconnect(this);
+        }
+    }
+}
+
+void Application::start() {
     monitor_.start();
+    showTray();
+}
+
+void Application::showTray() {
+    if (!tray_ && preferences_.showMenuBar()) {
+        if (!TrayItem::isAvailable()) {
+            fmt::print(stderr, "Pacelet: this desktop has no system tray, so there is no menu-bar "
+                               "item. Start Pacelet again to bring its window back.\n");
+        }
+        tray_ = std::make_unique<TrayItem>(monitor_);
+        connect(tray_.get(), &TrayItem::pressed, this, &Application::trayPressed);
+    }
+    if (tray_) {
+        tray_->setShown(preferences_.showMenuBar());
+    }
+}
+
+QQmlEngine& Application::engine() {
+    if (!engine_) {
+        engine_ = makeEngine(platform_.workspace);
+    }
+    return *engine_;
+}
+
+QQuickWindow* Application::window() {
+    return mainScene_ ? &mainScene_->window() : nullptr;
+}
+
+QQuickWindow* Application::panel() {
+    return panelScene_ ? &panelScene_->window() : nullptr;
+}
+
+void Application::showWindow() {
+    if (!mainScene_) {
+        openWindow();
+    }
+    QQuickWindow& shown = mainScene_->window();
+    shown.setWindowStates(shown.windowStates() & ~Qt::WindowMinimized);
+    shown.show();
+    shown.raise();
+    shown.requestActivate();
+}
+
+void Application::openWindow() {
+    auto model = std::make_unique<RootModel>(
+        SharedObjects{monitor_, router_, actions_, preferences_, scheduler_});
+    connect(model.get(), &RootModel::closeRequested, this, &Application::closeWindow);
+    connect(model.get(), &RootModel::quitRequested, this, &Application::quitRequested);
+    mainScene_ =
+        std::make_unique<Scene>(engine(), QStringLiteral("MainWindow.qml"), std::move(model));
+    connect(&mainScene_->window(), &QWindow::visibilityChanged, this, &Application::windowChanged);
+}
+
+void Application::windowChanged() {
+    if (!mainScene_) {
+        return;
+    }
+    const QWindow::Visibility visibility = mainScene_->window().visibility();
+    const bool onScreen = visibility != QWindow::Hidden && visibility != QWindow::Minimized;
+    monitor_.setWindowVisible(onScreen);
+    if (onScreen) {
+        monitor_.start();
+        updater_.windowAppeared();
+    }
+    if (visibility == QWindow::Hidden) {
+        dropLater(std::move(mainScene_));
+    }
+}
+
+void Application::closeWindow() {
+    if (mainScene_) {
+        mainScene_->window().close();
+    }
+}
+
+void Application::trayPressed() {
+    const bool closedByThisPress =
+        panelLostFocusAt_ && scheduler_.monotonicNow() - *panelLostFocusAt_ < samePress;
+    panelLostFocusAt_.reset();
+    if (panelScene_) {
+        closePanel();
+    } else if (!closedByThisPress) {
+        openPanel(tray_->place());
+    }
+}
+
+void Application::openPanel(const QRect& icon) {
+    if (panelScene_) {
+        return;
+    }
+    auto made =
+        std::make_unique<MenuBarModel>(monitor_, actions_, platform_.loginItems, scheduler_);
+    MenuBarModel* const model = made.get();
+    connect(model, &MenuBarModel::openRequested, this, [this] {
+        closePanel();
+        showWindow();
+    });
+    connect(model, &MenuBarModel::quitRequested, this, &Application::quitRequested);
+    panelScene_ =
+        std::make_unique<Scene>(engine(), QStringLiteral("MenuBarPanel.qml"), std::move(made));
+    QQuickWindow& panel = panelScene_->window();
+    const QPoint pointer = QCursor::pos();
+    const QScreen* const screen = screenAt(icon.isEmpty() ? pointer : icon.center());
+    if (screen != nullptr) {
+        panel.setPosition(panelPlace(icon, pointer, panel.size(), screen->availableGeometry()));
+    }
+    connect(&panel, &QWindow::activeChanged, this, &Application::panelLostFocus);
+    connect(&panel, &QWindow::visibleChanged, this, [this](bool visible) {
+        if (!visible) {
+            closePanel();
+        }
+    });
+    model->liveDot()->setShown(true);
+    monitor_.setMenuOpen(true);
+    panel.show();
+    panel.requestActivate();
+}
+
+void Application::panelLostFocus() {
+    if (panelScene_ && !panelScene_->window().isActive()) {
+        panelLostFocusAt_ = scheduler_.monotonicNow();
+        closePanel();
+    }
+}
+
+void Application::closePanel() {
+    if (!panelScene_) {
+        return;
+    }
+    // Taken first: hiding it tells so, and comes back here.
+    auto scene = std::move(panelScene_);
+    scene->window().hide();
+    monitor_.setMenuOpen(false);
+    dropLater(std::move(scene));
+}
+
+/// A scene is closed from within its own events, and must outlive them.
+void Application::dropLater(std::unique_ptr<Scene> scene) {
+    closedScenes_.push_back(std::move(scene));
+    QMetaObject::invokeMethod(this, &Application::dropClosed, Qt::QueuedConnection);
+}
+
+void Application::dropClosed() {
+    closedScenes_.clear();
+    if (!mainScene_ && !panelScene_) {
+        engine_.reset();
+        releaseIdleMemory();
+    }
 }
 
 } // namespace pacelet

@@ -1,30 +1,81 @@
 #pragma once
 
+#include "Core/Knowledge/ProcessCatalog.h"
+#include "PaceletApp/AppPreferences/AppPreferences.h"
+#include "PaceletApp/AppUpdater/AppUpdater.h"
+#include "PaceletApp/Application/Scene.h"
+#include "PaceletApp/Application/TrayItem.h"
 #include "PaceletApp/FixActions/FixActions.h"
-#include "PaceletApp/Monitor/Monitor.h"
 #include "PaceletApp/RootView/RootModel.h"
-#include "PaceletApp/Router/Router.h"
 
+#include <QObject>
+#include <QRect>
+
+#include <memory>
 #include <optional>
+#include <vector>
 
 namespace pacelet {
 
-/// The objects that live as long as the program. Measuring begins at once, before any window.
-class Application {
+/// Owns the long-lived objects, and opens and closes the main window and the panel over them. It
+/// lives on in the tray when the window is closed. Belongs to the UI thread.
+class Application final : public QObject {
+    Q_OBJECT
+
 public:
-    /// The host behind `platform` and the scheduler outlive this. Without a catalog nothing is
-    /// measured, and the window says so.
+    /// The host behind `platform` and the scheduler outlive this. Without a catalog there is
+    /// nothing to see but one message.
     Application(const Platform& platform, Scheduler& scheduler,
                 std::optional<ProcessCatalog> catalog);
+    ~Application() override;
 
-    /// What every screen is handed.
-    SharedObjects shared() { return {monitor_, router_, actions_, scheduler_}; }
+    Monitor& monitor() { return monitor_; }
+    Router& router() { return router_; }
+    FixActions& actions() { return actions_; }
+    AppPreferences& preferences() { return preferences_; }
+
+    /// Starts sampling, and shows the tray item. Opens no window.
+    void start();
+
+    /// Opens the main window or brings it forward.
+    void showWindow();
+    void closeWindow();
+
+    /// Opens the panel beside `icon`, or at the pointer when that is empty.
+    void openPanel(const QRect& icon);
+    void closePanel();
+
+    /// Null while they are closed.
+    QQuickWindow* window();
+    QQuickWindow* panel();
+
+Q_SIGNALS:
+    /// The user wants the program to end.
+    void quitRequested();
 
 private:
+    void trayPressed();
+    void showTray();
+    void openWindow();
+    void windowChanged();
+    void panelLostFocus();
+    void dropLater(std::unique_ptr<Scene> scene);
+    void dropClosed();
+    QQmlEngine& engine();
+
+    Platform platform_;
     Scheduler& scheduler_;
+    AppPreferences preferences_;
     Monitor monitor_;
     Router router_;
     FixActions actions_;
+    AppUpdater updater_;
+    std::unique_ptr<TrayItem> tray_;
+    std::unique_ptr<QQmlEngine> engine_;
+    std::unique_ptr<Scene> mainScene_;
+    std::unique_ptr<Scene> panelScene_;
+    std::vector<std::unique_ptr<Scene>> closedScenes_;
+    std::optional<MonotonicTime> panelLostFocusAt_;
 };
 
 } // namespace pacelet

@@ -1,13 +1,14 @@
 #include "PaceletApp/Application/Program.h"
 
 #include "PaceletApp/Application/Application.h"
-#include "PaceletApp/Application/MainWindow.h"
+#include "PaceletApp/Application/SingleInstance.h"
 #include "PaceletApp/Components/Typography.h"
 #include "PaceletApp/Scheduler/RealScheduler.h"
 
+#include <QIcon>
+
 #include <cstdio>
 #include <cstdlib>
-#include <string_view>
 #include <utility>
 
 namespace pacelet {
@@ -17,32 +18,29 @@ namespace {
 /// How long the end of the program waits for tools that are still running.
 constexpr Seconds patience{1};
 
-bool isSet(const char* variable) {
-    const char* const value = std::getenv(variable);
-    return value != nullptr && *value != '\0';
-}
-
 /// Nothing here needs a graphics card, and the light renderer keeps the program itself cheap.
 int& withLightGraphics(int& argc) {
-    if (!isSet("QT_QUICK_BACKEND")) {
+    if (qEnvironmentVariableIsEmpty("QT_QUICK_BACKEND")) {
         qputenv("QT_QUICK_BACKEND", "software");
     }
     return argc;
 }
 
-int showWindow(const Platform& platform, Scheduler& scheduler) {
-    Application objects{platform, scheduler,
-                        loadCatalog(ResourceLocations::beside(programFolder()))};
-    MainWindow window{objects.shared(), platform.workspace};
-    window.show();
+int runUntilQuit(const Platform& platform, Scheduler& scheduler, const SingleInstance* instance) {
+    Application application{platform, scheduler,
+                            loadCatalog(ResourceLocations::beside(programFolder()))};
+    QObject::connect(&application, &Application::quitRequested, qApp, &QCoreApplication::quit,
+                     Qt::QueuedConnection);
+    if (instance != nullptr) {
+        QObject::connect(instance, &SingleInstance::showRequested, &application,
+                         &Application::showWindow);
+    }
+    application.start();
+    application.showWindow();
     return QCoreApplication::exec();
 }
 
 } // namespace
-
-bool hasDisplay() {
-    return isSet("DISPLAY") || isSet("WAYLAND_DISPLAY") || isSet("QT_QPA_PLATFORM");
-}
 
 std::filesystem::path programFolder() {
     return std::filesystem::read_symlink("/proc/self/exe").parent_path();
@@ -57,12 +55,15 @@ Program::Program(int& argc, char** argv) : application_{withLightGraphics(argc),
     QGuiApplication::setApplicationName(QStringLiteral("pacelet"));
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Pacelet"));
     QGuiApplication::setDesktopFileName(QStringLiteral("pacelet"));
+    QGuiApplication::setWindowIcon(QIcon{QStringLiteral(":/icons/pacelet.svg")});
+    // The program lives on in the tray.
+    QGuiApplication::setQuitOnLastWindowClosed(false);
     installFonts();
 }
 
-int Program::run(const Platform& platform) {
+int Program::run(const Platform& platform, const SingleInstance* instance) {
     RealScheduler scheduler{platform.clock};
-    const int status = showWindow(platform, scheduler);
+    const int status = runUntilQuit(platform, scheduler, instance);
     if (!scheduler.waitForBackground(patience)) {
         // A tool that hangs cannot be waited for, nor can what it writes into be taken away.
         std::fflush(nullptr);

@@ -2,15 +2,14 @@
 
 #include "Core/Platform/Platform.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 
 #include <filesystem>
 #include <functional>
 
 namespace pacelet {
 
-/// Whether there is anything to show a window on.
-bool hasDisplay();
+class SingleInstance;
 
 /// The folder that the running program stands in.
 std::filesystem::path programFolder();
@@ -23,12 +22,13 @@ class Program {
 public:
     Program(int& argc, char** argv);
 
-    /// Shows the main window on the machine behind `platform` until the user ends the program.
-    /// Gives the program's exit status.
-    int run(const Platform& platform);
+    /// Shows the main window on the machine behind `platform`, and lives on without it until the
+    /// user ends the program. `instance`, which may be null, tells of further starts. Gives the
+    /// program's exit status.
+    int run(const Platform& platform, const SingleInstance* instance);
 
 private:
-    QGuiApplication application_;
+    QApplication application_;
 };
 
 } // namespace pacelet

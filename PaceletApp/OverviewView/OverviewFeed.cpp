@@ -1,5 +1,6 @@
 #include "PaceletApp/OverviewView/OverviewFeed.h"
 
+#include <cmath>
 #include <optional>
 #include <utility>
 
@@ -7,21 +8,26 @@ namespace pacelet {
 
 namespace {
 
-constexpr Seconds second{1};
+/// Until the next whole second since the last check; after the clock was set back the age stands at
+/// 0, however long that lasts.
+Seconds untilAgeChanges(const Monitor& monitor, TimePoint now) {
+    const double age = (now - *monitor.lastChecked()).count();
+    return Seconds{age < 0 ? 1 : 1 - std::fmod(age, 1.0)};
+}
 
 } // namespace
 
 OverviewFeed::OverviewFeed(Monitor& monitor, Scheduler& scheduler, OverviewModel& overview,
                            QObject* parent)
     : QObject{parent}, monitor_{monitor}, scheduler_{scheduler}, overview_{overview},
-      seconds_{scheduler, [] { return second; }, [this] { overview_.showAge(scheduler_.now()); }} {
+      seconds_{scheduler, [this] { return untilAgeChanges(monitor_, scheduler_.now()); },
+               [this] { overview_.showAge(scheduler_.now()); }} {
     for (const auto signal :
          {&Monitor::groupsChanged, &Monitor::signalsChanged, &Monitor::resultChanged,
           &Monitor::lastCheckedChanged, &Monitor::explanationsChanged, &Monitor::isPausedChanged}) {
         connect(&monitor, signal, this, &OverviewFeed::showSoon);
     }
-    connect(&monitor, &Monitor::windowVisibleChanged, this, &OverviewFeed::followWindow);
-    followWindow();
+    connect(&monitor, &Monitor::windowVisibleChanged, this, &OverviewFeed::showSoon);
     show();
 }
 
@@ -50,11 +56,7 @@ void OverviewFeed::show() {
                     .lastChecked = monitor_.lastChecked(),
                     .paused = monitor_.isPaused(),
                     .now = scheduler_.now()});
-}
-
-void OverviewFeed::followWindow() {
-    seconds_.setActive(monitor_.windowVisible());
-    overview_.showAge(scheduler_.now());
+    seconds_.setActive(monitor_.windowVisible() && !monitor_.isPaused() && monitor_.lastChecked());
 }
 
 } // namespace pacelet

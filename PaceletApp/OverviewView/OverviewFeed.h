@@ -21,7 +21,6 @@ public:
 private:
     void showSoon();
     void show();
-    void followWindow();
 
     Monitor& monitor_;
     Scheduler& scheduler_;

@@ -81,6 +81,10 @@ ReadingsLook readingsLook(const std::optional<SystemSignals>& signals) {
     return look;
 }
 
+double wholeSecondsSince(TimePoint then, TimePoint now) {
+    return std::max(0.0, std::trunc((now - then).count()));
+}
+
 QString liveText(bool paused, std::optional<TimePoint> lastChecked, TimePoint now) {
     if (paused) {
         return QStringLiteral("Paused");
@@ -88,8 +92,7 @@ QString liveText(bool paused, std::optional<TimePoint> lastChecked, TimePoint no
     if (!lastChecked) {
         return QStringLiteral("Checking…");
     }
-    const double seconds = std::max(0.0, std::trunc((now - *lastChecked).count()));
-    return qtText(fmt::format("Live · checked {:.0f}s ago", seconds));
+    return qtText(fmt::format("Live · checked {:.0f}s ago", wholeSecondsSince(*lastChecked, now)));
 }
 
 } // namespace pacelet

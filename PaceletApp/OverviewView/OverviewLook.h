@@ -71,6 +71,9 @@ ReadingsLook readingsLook(const std::optional<SystemSignals>& signals);
 QString toneOf(Pressure pressure);
 QString toneOf(Thermal thermal);
 
+/// Whole seconds that have passed since `then`; 0 after the clock was set back.
+double wholeSecondsSince(TimePoint then, TimePoint now);
+
 /// "Paused", "Checking…" or "Live · checked 3s ago".
 QString liveText(bool paused, std::optional<TimePoint> lastChecked, TimePoint now);
 

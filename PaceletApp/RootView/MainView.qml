@@ -14,6 +14,7 @@ RootView {
     content: current === 0 ? overview : heading
 
     toast: model.toast
+    problem: model.problem
 
     confirming: model.dialog.confirming
     confirmTitle: model.dialog.title

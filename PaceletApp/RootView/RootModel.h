@@ -1,5 +1,6 @@
 #pragma once
 
+#include "PaceletApp/AppPreferences/AppPreferences.h"
 #include "PaceletApp/FixActions/FixActions.h"
 #include "PaceletApp/FixActions/ToastClock.h"
 #include "PaceletApp/OverviewView/OverviewFeed.h"
@@ -9,7 +10,10 @@
 
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <QtQml/qqmlregistration.h>
+
+#include <vector>
 
 namespace pacelet {
 
@@ -18,6 +22,7 @@ struct SharedObjects {
     Monitor& monitor;
     Router& router;
     FixActions& actions;
+    AppPreferences& preferences;
     Scheduler& scheduler;
 };
 
@@ -33,6 +38,14 @@ class RootModel final : public QObject {
     Q_PROPERTY(pacelet::DialogModel* dialog READ dialog CONSTANT)
     /// The short message over the window; empty for none.
     Q_PROPERTY(QString toast READ toast NOTIFY toastChanged)
+    /// What went wrong with the last look at the machine; empty when it went well.
+    Q_PROPERTY(QString problem READ problem NOTIFY problemChanged)
+    /// The first-run sheet is due.
+    Q_PROPERTY(bool showsOnboarding READ showsOnboarding NOTIFY showsOnboardingChanged)
+    /// Bundle identifier of the browser whose tab panel is open; empty for none.
+    Q_PROPERTY(QString browser READ browser NOTIFY browserChanged)
+    /// Key sequences of the commands; `press` takes a place in this list.
+    Q_PROPERTY(QStringList shortcuts READ shortcuts CONSTANT)
 
 public:
     /// All of `objects` outlive this.
@@ -43,23 +56,35 @@ public:
     OverviewModel* overview() { return &overview_; }
     DialogModel* dialog() { return &dialog_; }
     QString toast() const;
+    QString problem() const;
+    bool showsOnboarding() const;
+    QString browser() const;
+    QStringList shortcuts() const;
 
-    /// While a dialog is open, no command reaches what stands behind it.
-    void run(const Command& command);
+    Q_INVOKABLE void finishOnboarding() { objects_.preferences.setOnboarded(true); }
+    Q_INVOKABLE void press(int shortcut);
+    Q_INVOKABLE void closeBrowser() { objects_.router.setBrowser({}); }
 
 Q_SIGNALS:
     void toastChanged();
+    void problemChanged();
+    void showsOnboardingChanged();
+    void browserChanged();
     /// The user asked to close the window, or to end the program.
     void closeRequested();
     void quitRequested();
 
 private:
+    /// While a dialog is open, no command reaches what stands behind it.
+    void run(const Command& command);
+
     SharedObjects objects_;
     SidebarModel sidebar_;
     OverviewModel overview_;
     OverviewFeed overviewFeed_;
     DialogModel dialog_;
     ToastClock toastClock_;
+    std::vector<Command> commands_ = commands();
 };
 
 } // namespace pacelet

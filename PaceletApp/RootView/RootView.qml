@@ -13,6 +13,8 @@ FocusScope {
     required property bool ready
 
     property string toast
+    /// See `Sidebar`.
+    property string problem
 
     property bool confirming: false
     property string confirmTitle
@@ -43,6 +45,7 @@ FocusScope {
         height: parent.height
         screens: root.screens
         current: root.current
+        problem: root.problem
         onChosen: screen => root.chosen(screen)
     }
 

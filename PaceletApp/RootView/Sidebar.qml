@@ -10,6 +10,9 @@ Rectangle {
     /// Row of the screen on show.
     required property int current
 
+    /// One sentence on why the figures are old; empty while they are fresh.
+    property string problem
+
     signal chosen(int screen)
 
     implicitWidth: 212
@@ -59,6 +62,35 @@ Rectangle {
     }
 
     Row {
+        x: 16
+        width: parent.width - 32
+        anchors.bottom: privacy.top
+        anchors.bottomMargin: 14
+        spacing: 8
+        visible: sidebar.problem !== ""
+
+        Symbol {
+            id: warning
+
+            y: 1
+            name: "exclamationmark.triangle"
+            color: Theme.amber
+            size: 14
+        }
+
+        Text {
+            width: parent.width - warning.width - parent.spacing
+            text: sidebar.problem
+            font: Theme.note
+            color: Theme.amber
+            wrapMode: Text.Wrap
+            textFormat: Text.PlainText
+        }
+    }
+
+    Row {
+        id: privacy
+
         x: 16
         width: parent.width - 32
         anchors.bottom: parent.bottom

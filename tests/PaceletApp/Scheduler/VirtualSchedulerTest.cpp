@@ -1,6 +1,7 @@
 #include "PaceletApp/Scheduler/VirtualScheduler.h"
 
 #include "PaceletApp/Scheduler/Detach.h"
+#include "PaceletApp/Scheduler/Heartbeat.h"
 #include "tests/Support/FakeKernel.h"
 
 #include <gtest/gtest.h>
@@ -149,6 +150,23 @@ TEST_F(VirtualSchedulerTest, AnExceptionThatNobodyCatchesStopsTheProgram) {
             scheduler->advance(Seconds{1});
         },
         "a task of the UI thread failed: lost");
+}
+
+TEST_F(VirtualSchedulerTest, AHeartbeatBeatsWhileItIsActiveOnly) {
+    int beats = 0;
+    Heartbeat heartbeat{*scheduler, [] { return Seconds{5}; }, [&] { ++beats; }};
+    scheduler->advance(Seconds{60});
+    EXPECT_EQ(beats, 0);
+    heartbeat.setActive(true);
+    heartbeat.setActive(true);
+    scheduler->advance(Seconds{14.9});
+    EXPECT_EQ(beats, 2);
+    heartbeat.setActive(false);
+    scheduler->settle();
+    EXPECT_EQ(scheduler->pendingSleeps(), 0U);
+    heartbeat.setActive(true);
+    scheduler->advance(Seconds{5.1});
+    EXPECT_EQ(beats, 3);
 }
 
 } // namespace

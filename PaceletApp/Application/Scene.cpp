@@ -1,0 +1,42 @@
+#include "PaceletApp/Application/Scene.h"
+
+#include "Core/Platform/Workspace.h"
+#include "Core/Support/Precondition.h"
+#include "PaceletApp/Components/AppIconProvider.h"
+#include "PaceletApp/Components/ScreenModule.h"
+
+#include <QQmlComponent>
+#include <QQuickItem>
+#include <QUrl>
+
+namespace pacelet {
+
+Scene::Scene(QQmlEngine& engine, const QString& file, std::unique_ptr<QObject> model)
+    : model_{std::move(model)} {
+    QQmlEngine::setObjectOwnership(model_.get(), QQmlEngine::CppOwnership);
+    QQmlComponent component{&engine, QUrl{QStringLiteral("qrc:/qt/qml/Pacelet/") + file}};
+    precondition(component.isReady(), qPrintable(component.errorString()));
+    std::unique_ptr<QObject> made{component.createWithInitialProperties(
+        {{QStringLiteral("model"), QVariant::fromValue(model_.get())}})};
+    precondition(made != nullptr, qPrintable(component.errorString()));
+    window_.reset(qobject_cast<QQuickWindow*>(made.release()));
+    precondition(window_ != nullptr, "a scene is no window");
+}
+
+Scene::~Scene() {
+    for (QQuickItem* const item : window_->contentItem()->childItems()) {
+        delete item;
+    }
+    // Textures whose pictures have gone are freed by the next frame, and by nothing else.
+    window_->releaseResources();
+    window_->grabWindow();
+}
+
+std::unique_ptr<QQmlEngine> makeEngine(Workspace& workspace) {
+    auto engine = std::make_unique<QQmlEngine>();
+    installScreens(*engine);
+    engine->addImageProvider(QStringLiteral("appicon"), new AppIconProvider{workspace});
+    return engine;
+}
+
+} // namespace pacelet

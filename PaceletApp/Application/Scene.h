@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QObject>
+#include <QQmlEngine>
+#include <QQuickWindow>
+#include <QString>
+
+#include <functional>
+#include <memory>
+
+namespace pacelet {
+
+class Workspace;
+
+/// A window of QML with the model that it binds to. Both live while it is open, and no longer.
+class Scene {
+public:
+    /// `file` is the path of a Window in the QML module; its property "model" is set to `model`.
+    Scene(QQmlEngine& engine, const QString& file, std::unique_ptr<QObject> model);
+    ~Scene();
+    Scene(const Scene&) = delete;
+    Scene& operator=(const Scene&) = delete;
+
+    QQuickWindow& window() { return *window_; }
+
+private:
+    std::unique_ptr<QObject> model_;
+    std::unique_ptr<QQuickWindow> window_;
+};
+
+/// An engine that knows the QML module, the glyphs and the icons of applications. `workspace`
+/// outlives it.
+std::unique_ptr<QQmlEngine> makeEngine(Workspace& workspace);
+
+} // namespace pacelet

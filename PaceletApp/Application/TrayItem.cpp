@@ -1,0 +1,25 @@
+#include "PaceletApp/Application/TrayItem.h"
+
+#include "PaceletApp/MenuBarView/StatusDot.h"
+
+namespace pacelet {
+
+TrayItem::TrayItem(Monitor& monitor, QObject* parent) : QObject{parent}, monitor_{monitor} {
+    connect(&monitor, &Monitor::resultChanged, this, &TrayItem::refresh);
+    connect(&monitor, &Monitor::lastCheckedChanged, this, &TrayItem::refresh);
+    // Whatever button it is: there is one panel, and no menu.
+    connect(&icon_, &QSystemTrayIcon::activated, this, &TrayItem::pressed);
+    refresh();
+}
+
+void TrayItem::refresh() {
+    const Status status = StatusDot::status(monitor_);
+    if (shownStatus_ == status) {
+        return;
+    }
+    shownStatus_ = status;
+    icon_.setIcon(StatusDot::icon(status));
+    icon_.setToolTip(StatusDot::accessibleName(status));
+}
+
+} // namespace pacelet

@@ -1,0 +1,48 @@
+#include "PaceletApp/MenuBarView/LiveDot.h"
+
+#include "PaceletApp/OverviewView/OverviewLook.h"
+#include "PaceletApp/Support/QtText.h"
+
+#include <fmt/format.h>
+
+#include <utility>
+
+namespace pacelet {
+
+namespace {
+
+constexpr Seconds refreshInterval{5};
+
+} // namespace
+
+QString liveDotText(const std::optional<TimePoint>& lastChecked, TimePoint now) {
+    if (!lastChecked) {
+        return QStringLiteral("checking…");
+    }
+    return qtText(fmt::format("checked {:.0f}s ago", wholeSecondsSince(*lastChecked, now)));
+}
+
+LiveDot::LiveDot(Monitor& monitor, Scheduler& scheduler, QObject* parent)
+    : QObject{parent}, monitor_{monitor}, scheduler_{scheduler},
+      heartbeat_{scheduler, [] { return refreshInterval; }, [this] { refresh(); }} {
+    connect(&monitor, &Monitor::lastCheckedChanged, this, &LiveDot::refresh);
+}
+
+void LiveDot::setShown(bool shown) {
+    if (shown == heartbeat_.isActive()) {
+        return;
+    }
+    heartbeat_.setActive(shown);
+    refresh();
+    Q_EMIT shownChanged();
+}
+
+void LiveDot::refresh() {
+    QString text = shown() ? liveDotText(monitor_.lastChecked(), scheduler_.now()) : QString{};
+    if (text != text_) {
+        text_ = std::move(text);
+        Q_EMIT textChanged();
+    }
+}
+
+} // namespace pacelet

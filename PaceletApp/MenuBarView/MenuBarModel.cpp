@@ -1,0 +1,112 @@
+#include "PaceletApp/MenuBarView/MenuBarModel.h"
+
+#include "Core/Sampling/Format.h"
+#include "PaceletApp/Scheduler/Detach.h"
+#include "PaceletApp/Support/QtText.h"
+
+#include <QPointer>
+
+#include <algorithm>
+#include <optional>
+#include <span>
+#include <utility>
+#include <vector>
+
+namespace pacelet {
+
+namespace {
+
+/// How many groups the panel names.
+constexpr std::size_t topGroups = 3;
+
+/// The fix that the panel offers: the screens alone explain.
+std::optional<FixID> offeredFix(const DiagnosisResult& result) {
+    const Finding* const hero = result.hero();
+    if (hero == nullptr || hero->primaryFix() == FixID::explain) {
+        return std::nullopt;
+    }
+    return hero->primaryFix();
+}
+
+QCoro::Task<> performSoon(QPointer<Monitor> monitor, QPointer<FixActions> actions,
+                          Scheduler& scheduler, FixID fix, std::optional<std::string> groupID) {
+    co_await scheduler.nextTurn();
+    if (monitor && actions) {
+        actions->perform(fix, monitor->group(groupID));
+    }
+}
+
+} // namespace
+
+MenuBarModel::MenuBarModel(Monitor& monitor, FixActions& actions, LoginItems& loginItems,
+                           Scheduler& scheduler, QObject* parent)
+    : QObject{parent}, monitor_{monitor}, actions_{actions}, loginItems_{loginItems},
+      scheduler_{scheduler}, liveDot_{monitor, scheduler},
+      consumers_{[](const ConsumerRow& row) { return row.id; },
+                 {{"name", [](const ConsumerRow& row) { return QVariant{row.name}; }},
+                  {"cpu", [](const ConsumerRow& row) { return QVariant{row.cpu}; }}}},
+      startAtLogin_{isRegistered()} {
+    connect(&monitor, &Monitor::resultChanged, this, &MenuBarModel::resultChanged);
+    connect(&monitor, &Monitor::groupsChanged, this, &MenuBarModel::refreshConsumers);
+    refreshConsumers();
+}
+
+QString MenuBarModel::status() const {
+    return rawValue(monitor_.result().status);
+}
+
+QString MenuBarModel::headline() const {
+    const Finding* const hero = monitor_.result().hero();
+    return hero != nullptr ? qtText(hero->headline())
+                           : QStringLiteral("Your Mac is running smoothly.");
+}
+
+FixLook MenuBarModel::fix() const {
+    const auto fix = offeredFix(monitor_.result());
+    return fix ? lookOf(*fix, monitor_.group(monitor_.result().hero()->groupID())) : FixLook{};
+}
+
+QString MenuBarModel::loginNote() const {
+    return QStringLiteral("macOS will show a \"Background Items Added\" notice. That's Pacelet, "
+                          "and you can turn it off here anytime.");
+}
+
+void MenuBarModel::refreshConsumers() {
+    const std::span<const ProcessGroup> groups{monitor_.groups()};
+    std::vector<ConsumerRow> rows;
+    for (const ProcessGroup& group : groups.first(std::min(groups.size(), topGroups))) {
+        rows.push_back({.id = group.id,
+                        .name = qtText(group.displayName),
+                        .cpu = qtText(Format::percent(group.cpuPercent))});
+    }
+    consumers_.update(std::move(rows));
+}
+
+void MenuBarModel::setStartAtLogin(bool on) {
+    if (on == startAtLogin_) {
+        return;
+    }
+    startAtLogin_ = on;
+    if (!(on ? loginItems_.registerProgram() : loginItems_.unregisterProgram())) {
+        startAtLogin_ = isRegistered();
+        actions_.setToast("Couldn't change Start at login.");
+    }
+    // A switch that was pressed and put back shows the wrong side until it is told.
+    Q_EMIT startAtLoginChanged();
+}
+
+void MenuBarModel::runFix() {
+    const auto fix = offeredFix(monitor_.result());
+    if (!fix) {
+        return;
+    }
+    // The window is asked for first: opening it may close this panel, and this model with it.
+    auto perform = [&monitor = monitor_, &actions = actions_, &scheduler = scheduler_, fix = *fix,
+                    groupID = monitor_.result().hero()->groupID()] {
+        detach(performSoon(&monitor, &actions, scheduler, fix, groupID));
+    };
+    Q_EMIT openRequested();
+    perform();
+}
+
+} // namespace pacelet

@@ -1,0 +1,30 @@
+import QtQuick
+import Pacelet
+
+/// The window of the menu-bar panel. Escape closes it, and so does a click elsewhere.
+Window {
+    id: window
+
+    required property MenuBarModel model
+
+    width: view.implicitWidth
+    height: view.implicitHeight
+    flags: Qt.Tool | Qt.FramelessWindowHint | Qt.WindowStaysOnTopHint
+    title: "Pacelet"
+    color: Theme.card
+
+    MenuBarView {
+        id: view
+
+        objectName: "panel"
+        anchors.fill: parent
+        focus: true
+        model: window.model
+        Keys.onEscapePressed: window.close()
+    }
+
+    Box {
+        anchors.fill: parent
+        outline: Theme.controlBorder
+    }
+}

@@ -1,0 +1,94 @@
+#include "PaceletApp/Application/SingleInstance.h"
+
+#include "tests/Support/TemporaryFolder.h"
+
+#include <QFile>
+#include <QLocalSocket>
+#include <QSignalSpy>
+#include <QThread>
+
+#include <gtest/gtest.h>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace pacelet {
+namespace {
+
+class SingleInstanceTest : public ::testing::Test {
+protected:
+    testing::TemporaryFolder temporary;
+    const QString folder = QString::fromStdString((temporary.path() / "run").string());
+};
+
+/// Asks from a thread of its own, as another process would.
+bool ask(const QString& folder) {
+    bool answered = false;
+    const std::unique_ptr<QThread> other{
+        QThread::create([&] { answered = SingleInstance{folder}.askToShow(); })};
+    other->start();
+    while (!other->wait(5)) {
+        QCoreApplication::processEvents();
+    }
+    return answered;
+}
+
+TEST_F(SingleInstanceTest, ALaterStartBringsTheFirstForward) {
+    SingleInstance first{folder};
+    ASSERT_TRUE(first.isFirst());
+    QSignalSpy shown{&first, &SingleInstance::showRequested};
+    for (int start = 1; start <= 3; ++start) {
+        EXPECT_FALSE(SingleInstance{folder}.isFirst());
+        EXPECT_TRUE(ask(folder));
+        EXPECT_EQ(shown.count(), start);
+    }
+}
+
+TEST_F(SingleInstanceTest, TheNextStartAfterTheEndIsFirstAgain) {
+    std::make_unique<SingleInstance>(folder).reset();
+    SingleInstance next{folder};
+    EXPECT_TRUE(next.isFirst());
+    EXPECT_TRUE(ask(folder));
+}
+
+TEST_F(SingleInstanceTest, WhatACrashLeavesBehindStopsNobody) {
+    const pid_t child = fork();
+    if (child == 0) {
+        auto* left = new SingleInstance{folder};
+        _exit(left->isFirst() ? 0 : 1);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    ASSERT_EQ(status, 0);
+    ASSERT_TRUE(QFile::exists(folder + "/window.socket"));
+    SingleInstance next{folder};
+    EXPECT_TRUE(next.isFirst());
+    EXPECT_TRUE(ask(folder));
+}
+
+TEST_F(SingleInstanceTest, StrangeMessagesDoNothing) {
+    SingleInstance first{folder};
+    QSignalSpy shown{&first, &SingleInstance::showRequested};
+    for (const QByteArray& message :
+         {QByteArray{}, QByteArray{"sho"}, QByteArray{"SHOW\n"}, QByteArray(100000, 'x')}) {
+        QLocalSocket socket;
+        socket.connectToServer(folder + "/window.socket");
+        ASSERT_TRUE(socket.waitForConnected(1000));
+        socket.write(message);
+        socket.flush();
+        for (int turn = 0; turn < 20; ++turn) {
+            QCoreApplication::processEvents();
+        }
+    }
+    EXPECT_EQ(shown.count(), 0);
+    EXPECT_TRUE(ask(folder));
+}
+
+TEST_F(SingleInstanceTest, AFolderThatCannotBeMadeStopsNobody) {
+    temporary.write("file", "");
+    const QString blocked = QString::fromStdString((temporary.path() / "file/run").string());
+    EXPECT_TRUE(SingleInstance{blocked}.isFirst());
+}
+
+} // namespace
+} // namespace pacelet
