@@ -8,9 +8,6 @@
 #include <QCursor>
 #include <QGuiApplication>
 #include <QScreen>
-#include <fmt/core.h>
-
-#include <cstdio>
 
 namespace pacelet {
 
@@ -51,10 +48,6 @@ void Application::start() {
 
 void Application::showTray() {
     if (!tray_ && preferences_.showMenuBar()) {
-        if (!TrayItem::isAvailable()) {
-            fmt::print(stderr, "Pacelet: this desktop has no system tray, so there is no menu-bar "
-                               "item. Start Pacelet again to bring its window back.\n");
-        }
         tray_ = std::make_unique<TrayItem>(monitor_);
         connect(tray_.get(), &TrayItem::pressed, this, &Application::trayPressed);
     }
@@ -66,8 +59,16 @@ void Application::showTray() {
 QQmlEngine& Application::engine() {
     if (!engine_) {
         engine_ = makeEngine(platform_.workspace);
+        pacelet::setReducedMotion(*engine_, reducedMotion_);
     }
     return *engine_;
+}
+
+void Application::setReducedMotion(bool reduced) {
+    reducedMotion_ = reduced;
+    if (engine_) {
+        pacelet::setReducedMotion(*engine_, reduced);
+    }
 }
 
 QQuickWindow* Application::window() {
@@ -91,7 +92,7 @@ void Application::showWindow() {
 
 void Application::openWindow() {
     auto model = std::make_unique<RootModel>(
-        SharedObjects{monitor_, router_, actions_, preferences_, scheduler_});
+        SharedObjects{monitor_, router_, actions_, preferences_, updater_, scheduler_, platform_});
     connect(model.get(), &RootModel::closeRequested, this, &Application::closeWindow);
     connect(model.get(), &RootModel::quitRequested, this, &Application::quitRequested);
     mainScene_ =

@@ -37,6 +37,9 @@ public:
     /// Starts sampling, and shows the tray item. Opens no window.
     void start();
 
+    /// Whether the desktop asks for as little motion as can be; false until told.
+    void setReducedMotion(bool reduced);
+
     /// Opens the main window or brings it forward.
     void showWindow();
     void closeWindow();
@@ -71,6 +74,7 @@ private:
     FixActions actions_;
     AppUpdater updater_;
     std::unique_ptr<TrayItem> tray_;
+    bool reducedMotion_ = false;
     std::unique_ptr<QQmlEngine> engine_;
     std::unique_ptr<Scene> mainScene_;
     std::unique_ptr<Scene> panelScene_;

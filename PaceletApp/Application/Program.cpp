@@ -7,6 +7,8 @@
 
 #include <QIcon>
 
+#include <fmt/core.h>
+
 #include <cstdio>
 #include <cstdlib>
 #include <utility>
@@ -36,6 +38,11 @@ int runUntilQuit(const Platform& platform, Scheduler& scheduler, const SingleIns
                          &Application::showWindow);
     }
     application.start();
+    if (application.preferences().showMenuBar() && !TrayItem::isAvailable()) {
+        fmt::print(stderr,
+                   "Pacelet: this desktop has no system tray, so there is no menu-bar item. "
+                   "Start Pacelet again to bring its window back.\n");
+    }
     application.showWindow();
     return QCoreApplication::exec();
 }

@@ -11,10 +11,16 @@
 
 namespace pacelet {
 
+namespace {
+
+const QString moduleFolder = QStringLiteral("qrc:/qt/qml/Pacelet/");
+
+} // namespace
+
 Scene::Scene(QQmlEngine& engine, const QString& file, std::unique_ptr<QObject> model)
     : model_{std::move(model)} {
     QQmlEngine::setObjectOwnership(model_.get(), QQmlEngine::CppOwnership);
-    QQmlComponent component{&engine, QUrl{QStringLiteral("qrc:/qt/qml/Pacelet/") + file}};
+    QQmlComponent component{&engine, QUrl{moduleFolder + file}};
     precondition(component.isReady(), qPrintable(component.errorString()));
     std::unique_ptr<QObject> made{component.createWithInitialProperties(
         {{QStringLiteral("model"), QVariant::fromValue(model_.get())}})};
@@ -37,6 +43,13 @@ std::unique_ptr<QQmlEngine> makeEngine(Workspace& workspace) {
     installScreens(*engine);
     engine->addImageProvider(QStringLiteral("appicon"), new AppIconProvider{workspace});
     return engine;
+}
+
+void setReducedMotion(QQmlEngine& engine, bool reduced) {
+    QQmlComponent told{&engine, QUrl{moduleFolder + QStringLiteral("Motion.qml")}};
+    const std::unique_ptr<QObject> done{
+        told.createWithInitialProperties({{QStringLiteral("reduced"), reduced}})};
+    precondition(done != nullptr, qPrintable(told.errorString()));
 }
 
 } // namespace pacelet

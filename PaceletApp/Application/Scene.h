@@ -32,4 +32,7 @@ private:
 /// outlives it.
 std::unique_ptr<QQmlEngine> makeEngine(Workspace& workspace);
 
+/// Has all that moves arrive at once, or take its time.
+void setReducedMotion(QQmlEngine& engine, bool reduced);
+
 } // namespace pacelet

@@ -7,8 +7,9 @@ Window {
 
     required property MenuBarModel model
 
-    width: view.implicitWidth
-    height: view.implicitHeight
+    // The content goes before the window that it measures.
+    width: view?.implicitWidth ?? 0
+    height: view?.implicitHeight ?? 0
     flags: Qt.Tool | Qt.FramelessWindowHint | Qt.WindowStaysOnTopHint
     title: "Pacelet"
     color: Theme.card

@@ -11,7 +11,7 @@ RootView {
     screens: model.sidebar.rows
     current: model.sidebar.current
     onChosen: screen => model.sidebar.choose(screen)
-    content: current === 0 ? overview : heading
+    content: screen
 
     toast: model.toast
     problem: model.problem
@@ -30,22 +30,15 @@ RootView {
     onStuckDismissed: model.dialog.dismissStuck()
 
     Component {
-        id: overview
+        id: screen
 
-        OverviewView {
+        ScreenPlace {
             // Loaded by the frame, so the component cannot be bound to this context up front.
-            model: main.model.overview // qmllint disable unqualified
+            model: main.model // qmllint disable unqualified
         }
     }
 
-    Component {
-        id: heading
-
-        ScrollArea {
-            ScreenHeader {
-                width: parent.width
-                title: main.model.sidebar.title // qmllint disable unqualified
-            }
-        }
+    SheetPlace {
+        model: main.model.sheet
     }
 }

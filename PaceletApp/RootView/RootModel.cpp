@@ -1,27 +1,42 @@
 #include "PaceletApp/RootView/RootModel.h"
 
+#include "PaceletApp/RootView/ScreenModels.h"
 #include "PaceletApp/Support/QtText.h"
+
+#include <QQmlEngine>
+
+#include <utility>
 
 namespace pacelet {
 
 RootModel::RootModel(const SharedObjects& objects, QObject* parent)
     : QObject{parent}, objects_{objects}, sidebar_{objects.monitor, objects.router},
-      overviewFeed_{objects.monitor, objects.scheduler, overview_}, dialog_{objects.actions},
-      toastClock_{objects.actions, objects.scheduler} {
+      sheet_{objects}, dialog_{objects.actions}, toastClock_{objects.actions, objects.scheduler} {
     connect(&objects.actions, &FixActions::toastChanged, this, &RootModel::toastChanged);
     connect(&objects.monitor, &Monitor::errorChanged, this, &RootModel::problemChanged);
-    connect(&objects.monitor, &Monitor::windowVisibleChanged, this,
-            &RootModel::showsOnboardingChanged);
-    connect(&objects.preferences, &AppPreferences::onboardedChanged, this,
-            &RootModel::showsOnboardingChanged);
-    connect(&objects.router, &Router::browserChanged, this, &RootModel::browserChanged);
-    connect(&overview_, &OverviewModel::fixWanted, this,
-            [this](FixID fix, const std::optional<std::string>& groupID) {
-                objects_.actions.perform(fix, objects_.monitor.group(groupID));
-            });
-    connect(&overview_, &OverviewModel::pauseToggled, &objects.monitor, &Monitor::togglePause);
-    connect(&overview_, &OverviewModel::allProcessesWanted, this,
-            [this] { objects_.router.setScreen(Screen::processes); });
+    connect(&objects.router, &Router::screenChanged, this, &RootModel::changeScreen);
+    changeScreen();
+}
+
+bool RootModel::ready() const {
+    return objects_.monitor.catalog() != nullptr;
+}
+
+QString RootModel::screenFile() const {
+    return pacelet::screenFile(objects_.router.screen());
+}
+
+void RootModel::changeScreen() {
+    if (!ready()) {
+        return;
+    }
+    auto left = std::exchange(screenModel_, makeScreenModel(objects_.router.screen(), objects_));
+    QQmlEngine::setObjectOwnership(screenModel_.get(), QQmlEngine::CppOwnership);
+    Q_EMIT screenChanged();
+    // The items that are bound to it go in the event loop's next turn, and go first.
+    if (left) {
+        left.release()->deleteLater();
+    }
 }
 
 QString RootModel::toast() const {
@@ -30,15 +45,6 @@ QString RootModel::toast() const {
 
 QString RootModel::problem() const {
     return qtText(objects_.monitor.error().value_or(std::string{}));
-}
-
-bool RootModel::showsOnboarding() const {
-    return !objects_.preferences.onboarded() && objects_.monitor.windowVisible();
-}
-
-QString RootModel::browser() const {
-    const auto browser = objects_.router.browser();
-    return browser ? qtText(rawValue(*browser)) : QString{};
 }
 
 QStringList RootModel::shortcuts() const {
@@ -56,7 +62,7 @@ void RootModel::press(int shortcut) {
 }
 
 void RootModel::run(const Command& command) {
-    if (dialog_.isOpen() && command.action != Command::Action::quit) {
+    if ((dialog_.isOpen() || sheet_.isOpen()) && command.action != Command::Action::quit) {
         return;
     }
     switch (command.action) {

@@ -49,10 +49,6 @@ SidebarModel::SidebarModel(Monitor& monitor, Router& router, QObject* parent)
     refresh();
 }
 
-QString SidebarModel::title() const {
-    return qtText(rowOf(screens, router_.screen()).title);
-}
-
 void SidebarModel::refresh() {
     std::vector<SidebarEntry> entries;
     for (const ScreenRow& screen : screens) {

@@ -37,7 +37,6 @@ class SidebarModel final : public QObject {
     Q_PROPERTY(QAbstractItemModel* rows READ rows CONSTANT)
     /// Row of the screen on show.
     Q_PROPERTY(int current READ current NOTIFY currentChanged)
-    Q_PROPERTY(QString title READ title NOTIFY currentChanged)
 
 public:
     /// Both outlive this.
@@ -45,7 +44,6 @@ public:
 
     QAbstractItemModel* rows() { return &rows_; }
     int current() const { return static_cast<int>(router_.screen()); }
-    QString title() const;
 
     Q_INVOKABLE void choose(int row);
 

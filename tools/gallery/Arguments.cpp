@@ -10,7 +10,8 @@ namespace {
 
 constexpr double leastScale = 0.5;
 constexpr double mostScale = 4;
-constexpr std::string_view usage = "usage: pacelet-gallery DIR [--scale N] [--only PREFIX]";
+constexpr std::string_view usage =
+    "usage: pacelet-gallery DIR [--scale N] [--only PREFIX] [--scenario NAME]";
 
 } // namespace
 
@@ -18,13 +19,13 @@ std::variant<Arguments, Complaint> parse(std::span<const std::string_view> words
     Arguments arguments;
     for (std::size_t index = 0; index < words.size(); ++index) {
         const std::string_view word = words[index];
-        if (word == "--scale" || word == "--only") {
+        if (word == "--scale" || word == "--only" || word == "--scenario") {
             if (index + 1 == words.size()) {
                 return Complaint{fmt::format("{} needs a value; {}", word, usage)};
             }
             const std::string_view value = words[++index];
-            if (word == "--only") {
-                arguments.only = value;
+            if (word != "--scale") {
+                (word == "--only" ? arguments.only : arguments.scenario) = value;
                 continue;
             }
             const auto scale = parseFloat(value);

@@ -8,9 +8,10 @@
 namespace pacelet::gallery {
 
 struct Arguments {
-    std::string folder; ///< where the pictures go
-    double scale = 1;   ///< device pixels a point
-    std::string only;   ///< pages whose name begins with this; all when empty
+    std::string folder;   ///< where the pictures go
+    double scale = 1;     ///< device pixels a point
+    std::string only;     ///< pictures whose name begins with this; all when empty
+    std::string scenario; ///< every screen on this simulated Mac; empty for the standing set
 };
 
 /// A line for the user.

@@ -1,10 +1,10 @@
 #include "tools/gallery/Photographer.h"
 
+#include "PaceletApp/Application/Scene.h"
 #include "PaceletApp/Components/ScreenModule.h"
 
 #include <QDir>
 #include <QEventLoop>
-#include <QQmlComponent>
 #include <QQmlContext>
 #include <QQuickView>
 #include <QTimer>
@@ -22,11 +22,12 @@ using namespace std::chrono_literals;
 constexpr auto settling = 60ms;
 constexpr auto patience = 10s;
 
-bool waitForFrame(QQuickView& view) {
+bool waitForFrame(QQuickWindow& window) {
     QEventLoop loop;
-    QObject::connect(&view, &QQuickWindow::frameSwapped, &loop, [&loop] { loop.exit(0); });
+    QObject::connect(&window, &QQuickWindow::frameSwapped, &loop, [&loop] { loop.exit(0); });
     QTimer::singleShot(patience, &loop, [&loop] { loop.exit(1); });
-    view.show();
+    window.show();
+    window.update();
     return loop.exec() == 0;
 }
 
@@ -43,16 +44,8 @@ Photographer::Photographer() {
     QStringList names = QDir{QStringLiteral(":/symbols")}.entryList(QDir::Files, QDir::Name);
     names.replaceInStrings(QStringLiteral(".svg"), QString{});
     engine_.rootContext()->setContextProperty(QStringLiteral("symbolNames"), names);
-    engine_.rootContext()->setContextProperty(QStringLiteral("samples"), &samples_);
     // A picture shows where a motion ends.
-    QQmlComponent theme{&engine_};
-    theme.setData("import QtQml\nimport Pacelet\nQtObject { Component.onCompleted: "
-                  "Theme.reducedMotion = true }",
-                  QUrl{});
-    delete theme.create();
-    for (const QQmlError& error : theme.errors()) {
-        qWarning("%s", qPrintable(error.toString()));
-    }
+    setReducedMotion(engine_, true);
 }
 
 std::optional<QImage> Photographer::picture(const QString& resource) {
@@ -66,6 +59,24 @@ std::optional<QImage> Photographer::picture(const QString& resource) {
     }
     settle();
     return view.grabWindow();
+}
+
+std::optional<QImage> picture(const Shot& shot) {
+    Session session{shot.scenario};
+    shot.drive(session);
+    Application& application = session.application();
+    QQuickWindow* const window = shot.window ? shot.window(application) : application.window();
+    if (window == nullptr) {
+        return std::nullopt;
+    }
+    if (!shot.size.isEmpty()) {
+        window->resize(shot.size);
+    }
+    if (!waitForFrame(*window)) {
+        return std::nullopt;
+    }
+    settle();
+    return window->grabWindow();
 }
 
 } // namespace pacelet::gallery

@@ -1,11 +1,12 @@
 #pragma once
 
-#include "tools/gallery/Samples.h"
+#include "tools/gallery/Shot.h"
 
 #include <QImage>
 #include <QQmlEngine>
 #include <QString>
 
+#include <memory>
 #include <optional>
 
 namespace pacelet::gallery {
@@ -20,8 +21,10 @@ public:
     std::optional<QImage> picture(const QString& resource);
 
 private:
-    Samples samples_;
     QQmlEngine engine_;
 };
+
+/// The program as the shot leaves it; nothing when its window does not come up.
+std::optional<QImage> picture(const Shot& shot);
 
 } // namespace pacelet::gallery

@@ -1,15 +1,20 @@
-// Takes a picture of every page of the interface, without a display.
+// Takes pictures of the pieces of the interface and of the program in every state, without a
+// display.
 
 #include "PaceletApp/Components/Typography.h"
 #include "tools/gallery/Arguments.h"
 #include "tools/gallery/Photographer.h"
 
+#include <QApplication>
 #include <QDir>
-#include <QGuiApplication>
+#include <QFileInfo>
 
 #include <fmt/core.h>
 
 #include <cstdio>
+#include <exception>
+#include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -19,26 +24,58 @@ using pacelet::gallery::Arguments;
 
 constexpr int badUsage = 2;
 
-/// False when a page could not be shown or saved.
-bool takeAll(const Arguments& arguments) {
-    pacelet::gallery::Photographer photographer;
-    bool all = true;
-    const QDir pages{QStringLiteral(":/gallery/pages")};
-    for (const QFileInfo& page : pages.entryInfoList(QDir::Files, QDir::Name)) {
-        const QString name = page.completeBaseName();
-        // A name that begins with a capital is a piece of pages.
-        if (name.front().isUpper() || !name.startsWith(QString::fromStdString(arguments.only))) {
-            continue;
-        }
-        const QString file =
-            QString::fromStdString(arguments.folder) + u'/' + name + QStringLiteral(".png");
-        const auto picture = photographer.picture(page.filePath());
-        if (!picture || !picture->save(file)) {
-            fmt::print(stderr, "pacelet-gallery: no picture of {}\n", name.toStdString());
-            all = false;
+using pacelet::gallery::Shot;
+
+/// Saves the pictures that are wanted.
+class Album {
+public:
+    explicit Album(const Arguments& arguments) : arguments_{arguments} {}
+
+    bool wants(const std::string& name) const { return name.starts_with(arguments_.only); }
+
+    void add(const std::string& name, const std::optional<QImage>& picture) {
+        const std::string file = arguments_.folder + "/" + name + ".png";
+        if (!picture || !picture->save(QString::fromStdString(file))) {
+            fmt::print(stderr, "pacelet-gallery: no picture of {}\n", name);
+            complete_ = false;
         }
     }
-    return all;
+
+    bool isComplete() const { return complete_; }
+
+private:
+    const Arguments& arguments_;
+    bool complete_ = true;
+};
+
+void takePages(Album& album) {
+    pacelet::gallery::Photographer photographer;
+    const QDir pages{QStringLiteral(":/gallery/pages")};
+    for (const QFileInfo& page : pages.entryInfoList(QDir::Files, QDir::Name)) {
+        const std::string name = page.completeBaseName().toStdString();
+        if (album.wants(name)) {
+            album.add(name, photographer.picture(page.filePath()));
+        }
+    }
+}
+
+void takeShots(Album& album, const std::vector<Shot>& shots) {
+    for (const Shot& shot : shots) {
+        if (album.wants(shot.name)) {
+            album.add(shot.name, pacelet::gallery::picture(shot));
+        }
+    }
+}
+
+bool takeAll(const Arguments& arguments) {
+    Album album{arguments};
+    if (arguments.scenario.empty()) {
+        takePages(album);
+        takeShots(album, pacelet::gallery::allShots());
+    } else {
+        takeShots(album, pacelet::gallery::tour(arguments.scenario));
+    }
+    return album.isComplete();
 }
 
 } // namespace
@@ -58,7 +95,13 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_QUICK_BACKEND", "software");
     qputenv("QT_SCALE_FACTOR", QByteArray::number(arguments.scale));
-    const QGuiApplication application{argc, argv};
+    const QApplication application{argc, argv};
+    QApplication::setQuitOnLastWindowClosed(false);
     pacelet::installFonts();
-    return takeAll(arguments) ? 0 : 1;
+    try {
+        return takeAll(arguments) ? 0 : 1;
+    } catch (const std::exception& error) {
+        fmt::print(stderr, "pacelet-gallery: {}\n", error.what());
+        return 1;
+    }
 }

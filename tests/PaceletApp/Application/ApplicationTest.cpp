@@ -1,10 +1,9 @@
 #include "PaceletApp/Application/Application.h"
 
 #include "tests/PaceletApp/Monitor/MonitorRig.h"
-#include "tests/PaceletApp/Support/WindowProbe.h"
+#include "tests/PaceletApp/Support/ApplicationRig.h"
 
 #include <QSignalSpy>
-#include <QTest>
 
 #include <gmock/gmock.h>
 
@@ -15,65 +14,35 @@ using ::testing::Contains;
 using ::testing::IsSupersetOf;
 using ::testing::Not;
 
-/// The whole program on the small simulated Mac, with its real QML.
-class ApplicationTest : public MonitorRig {
+/// The program on a small machine whose loads a test sets.
+class ApplicationTest : public ApplicationRig {
 protected:
     void launch(std::optional<ProcessCatalog> catalog = smallCatalog()) {
-        app = std::make_unique<Application>(mac.platform(), scheduler, std::move(catalog));
-        app->preferences().setOnboarded(true);
-        app->start();
+        ApplicationRig::launch(smallMac(), std::move(catalog));
     }
 
-    void open() {
-        app->showWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(app->window()));
-        probe.emplace(*app->window());
-        settle();
+    void setLoad(std::string_view name, double percent) {
+        const auto world = mac().machine.lock();
+        world->processes.find(name)->setLoad({.percent = percent}, world->time.awake);
     }
 
-    /// Lets virtual time pass, and what it brought reach the screen.
-    void pass(double seconds) {
-        advance(seconds);
-        settle();
-    }
+    std::int64_t samples() { return calls("/bin/ps"); }
 
-    void settle() {
-        scheduler.settle();
-        QTest::qWait(20);
-    }
-
-    /// Waits for what comes in with a motion.
-    ::testing::AssertionResult comesUp(const std::string& text) {
-        const bool came = QTest::qWaitFor([&] { return probe->shows(text); }, 3000);
-        QTest::qWait(motion);
-        return came ? ::testing::AssertionSuccess()
-                    : ::testing::AssertionFailure() << "not on screen: " << text;
-    }
-
-    void closeTo(QQuickWindow* (Application::*which)()) {
-        ASSERT_TRUE(QTest::qWaitFor([&] { return (app.get()->*which)() == nullptr; }, 3000));
-        QTest::qWait(20);
-    }
-
-    /// Longer than any motion of the interface, in milliseconds.
-    static constexpr int motion = 300;
-
-    std::unique_ptr<Application> app;
-    std::optional<WindowProbe> probe;
+    const std::string notes = "/Applications/Notes.app";
 };
 
 TEST_F(ApplicationTest, SamplesBeforeThereIsAWindow) {
     launch();
-    advance(0);
+    pass(0);
     EXPECT_EQ(samples(), 1);
-    EXPECT_EQ(app->window(), nullptr);
-    advance(30);
+    EXPECT_EQ(app().window(), nullptr);
+    pass(30);
     EXPECT_EQ(samples(), 2);
-    EXPECT_TRUE(app->monitor().explanations().empty());
+    EXPECT_TRUE(app().monitor().explanations().empty());
     open();
     EXPECT_EQ(samples(), 3);
-    EXPECT_TRUE(app->monitor().windowVisible());
-    EXPECT_FALSE(app->monitor().explanations().empty());
+    EXPECT_TRUE(app().monitor().windowVisible());
+    EXPECT_FALSE(app().monitor().explanations().empty());
 }
 
 TEST_F(ApplicationTest, ShowsTheMachineAndKeepsItsAgeCurrent) {
@@ -84,7 +53,7 @@ TEST_F(ApplicationTest, ShowsTheMachineAndKeepsItsAgeCurrent) {
                               "Your Mac is running smoothly.", "What's using your CPU", "Notes"}));
     pass(2.1);
     EXPECT_TRUE(probe->shows("Live · checked 2s ago"));
-    mac.machine.jumpWallClock(Seconds{-3600});
+    mac().machine.jumpWallClock(Seconds{-3600});
     pass(0.95);
     EXPECT_TRUE(probe->shows("Live · checked 0s ago"));
     probe->clickText("Pause");
@@ -99,8 +68,8 @@ TEST_F(ApplicationTest, ShowsTheMachineAndKeepsItsAgeCurrent) {
 }
 
 TEST_F(ApplicationTest, TheMainFixAsksActsAndReports) {
-    setLoad("Notes", 390);
     launch();
+    setLoad("Notes", 390);
     open();
     pass(60);
     ASSERT_THAT(probe->texts(), Contains("Quit Notes"));
@@ -109,12 +78,12 @@ TEST_F(ApplicationTest, TheMainFixAsksActsAndReports) {
     EXPECT_TRUE(comesUp("Quit Notes?"));
     EXPECT_TRUE(probe->shows("Notes may ask you to save your work first."));
     probe->press(Qt::Key_2, Qt::ControlModifier); // the question stands before it
-    EXPECT_EQ(app->router().screen(), Screen::overview);
+    EXPECT_EQ(app().router().screen(), Screen::overview);
     probe->press(Qt::Key_Escape);
     pass(30);
-    EXPECT_EQ(app->monitor().groups().empty(), false);
-    ASSERT_NE(app->monitor().group(notes), nullptr);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !probe->shows("Quit Notes?"); }, 3000));
+    EXPECT_EQ(app().monitor().groups().empty(), false);
+    ASSERT_NE(app().monitor().group(notes), nullptr);
+    ASSERT_TRUE(goesAway("Quit Notes?"));
 
     EXPECT_EQ(probe->edges("Quit Notes"), hero);
     probe->clickText("Quit Notes");
@@ -122,30 +91,27 @@ TEST_F(ApplicationTest, TheMainFixAsksActsAndReports) {
     probe->press(Qt::Key_Return);
     pass(0.3);
     EXPECT_TRUE(comesUp("Done"));
-    EXPECT_EQ(app->monitor().group(notes), nullptr);
+    EXPECT_EQ(app().monitor().group(notes), nullptr);
     EXPECT_TRUE(probe->shows("Your Mac is running smoothly."));
     pass(4);
-    EXPECT_EQ(app->actions().toast(), std::nullopt);
+    EXPECT_EQ(app().actions().toast(), std::nullopt);
 }
 
 TEST_F(ApplicationTest, AnApplicationThatWillNotDieLeadsToARestart) {
-    {
-        const auto world = mac.machine.lock();
-        world->running.front().habit = Simulated::QuitHabit::hangs;
-    }
     launch();
+    mac().machine.lock()->running.front().habit = Simulated::QuitHabit::hangs;
     open();
-    app->actions().confirmQuit(*app->monitor().group(notes));
+    app().actions().confirmQuit(*app().monitor().group(notes));
     EXPECT_TRUE(comesUp("Quit Notes?"));
     probe->press(Qt::Key_Return);
     pass(10.1);
     EXPECT_TRUE(comesUp("Notes isn't responding."));
     // Where work could be lost, the key that agrees by habit does no harm.
     probe->press(Qt::Key_Return);
-    EXPECT_FALSE(app->actions().confirmation());
+    EXPECT_FALSE(app().actions().confirmation());
 
-    app->actions().confirmQuit(*app->monitor().group(notes));
-    app->actions().acceptConfirmation();
+    app().actions().confirmQuit(*app().monitor().group(notes));
+    app().actions().acceptConfirmation();
     pass(10.1);
     EXPECT_TRUE(comesUp("Force Quit"));
     probe->clickText("Force Quit");
@@ -153,7 +119,7 @@ TEST_F(ApplicationTest, AnApplicationThatWillNotDieLeadsToARestart) {
     EXPECT_TRUE(comesUp("Notes won't quit. Restart your Mac to clear it."));
     probe->press(Qt::Key_Return);
     EXPECT_TRUE(comesUp("Restart your Mac?"));
-    EXPECT_EQ(app->actions().stuckAlert(), std::nullopt);
+    EXPECT_EQ(app().actions().stuckAlert(), std::nullopt);
 }
 
 TEST_F(ApplicationTest, TheKeyboardLeadsEverywhere) {
@@ -166,70 +132,70 @@ TEST_F(ApplicationTest, TheKeyboardLeadsEverywhere) {
                                               {Qt::Key_1, Screen::overview}};
     for (const auto& [key, screen] : screens) {
         probe->press(key, Qt::ControlModifier);
-        EXPECT_EQ(app->router().screen(), screen);
+        EXPECT_EQ(app().router().screen(), screen);
     }
     probe->press(Qt::Key_F, Qt::ControlModifier);
     probe->press(Qt::Key_F, Qt::ControlModifier);
-    EXPECT_EQ(app->router().screen(), Screen::processes);
-    EXPECT_EQ(app->router().focusSearch(), 2);
+    EXPECT_EQ(app().router().screen(), Screen::processes);
+    EXPECT_EQ(app().router().focusSearch(), 2);
     const auto before = samples();
     probe->press(Qt::Key_R, Qt::ControlModifier);
     settle();
     EXPECT_EQ(samples(), before + 1);
-    QSignalSpy quit{app.get(), &Application::quitRequested};
+    QSignalSpy quit{&app(), &Application::quitRequested};
     probe->press(Qt::Key_Q, Qt::ControlModifier);
     EXPECT_EQ(quit.count(), 1);
     probe->press(Qt::Key_W, Qt::ControlModifier);
-    closeTo(&Application::window);
+    closes(&Application::window);
 }
 
 TEST_F(ApplicationTest, LivesOnWithoutItsWindow) {
     launch();
     open();
-    app->router().setScreen(Screen::usage);
-    app->window()->close();
-    closeTo(&Application::window);
-    EXPECT_FALSE(app->monitor().windowVisible());
-    EXPECT_TRUE(app->monitor().explanations().empty());
-    scheduler.settle();
+    app().router().setScreen(Screen::usage);
+    app().window()->close();
+    closes(&Application::window);
+    EXPECT_FALSE(app().monitor().windowVisible());
+    EXPECT_TRUE(app().monitor().explanations().empty());
+    scheduler().settle();
     const auto before = samples();
-    advance(29);
+    pass(29);
     EXPECT_EQ(samples(), before);
     // Nothing of the window wakes up behind it: there is the loop, and no more.
-    EXPECT_EQ(scheduler.pendingSleeps(), 1U);
-    open();
+    EXPECT_EQ(scheduler().pendingSleeps(), 1U);
+    open(app().router().screen());
     EXPECT_EQ(samples(), before + 1);
-    EXPECT_EQ(app->router().screen(), Screen::usage);
-    app->window()->showMinimized();
-    EXPECT_FALSE(app->monitor().windowVisible());
-    app->showWindow();
-    EXPECT_TRUE(app->monitor().windowVisible());
+    EXPECT_EQ(app().router().screen(), Screen::usage);
+    app().window()->showMinimized();
+    EXPECT_FALSE(app().monitor().windowVisible());
+    app().showWindow();
+    EXPECT_TRUE(app().monitor().windowVisible());
 }
 
 TEST_F(ApplicationTest, ThePanelTellsTheStateAndLeadsToTheWindow) {
-    setLoad("Notes", 390);
     launch();
-    advance(60);
+    setLoad("Notes", 390);
+    pass(60);
     const auto before = samples();
-    app->openPanel({});
-    ASSERT_TRUE(QTest::qWaitForWindowActive(app->panel()));
-    EXPECT_EQ(app->panel()->width(), 300);
-    probe.emplace(*app->panel());
+    app().openPanel({});
+    ASSERT_TRUE(QTest::qWaitForWindowActive(app().panel()));
+    EXPECT_EQ(app().panel()->width(), 300);
+    probe.emplace(*app().panel());
     settle();
     EXPECT_EQ(samples(), before + 1);
     EXPECT_THAT(probe->texts(), IsSupersetOf({"checked 0s ago", "Notes", "400%", "Quit Notes",
                                               "Open Pacelet", "Start at login", "Quit Pacelet"}));
     probe->click("startAtLogin");
-    EXPECT_EQ(mac.loginItems.status(), LoginItemStatus::enabled);
-    mac.machine.inject(Simulated::LoginItemsRefuse{});
+    EXPECT_EQ(mac().loginItems.status(), LoginItemStatus::enabled);
+    mac().machine.inject(Simulated::LoginItemsRefuse{});
     probe->click("startAtLogin");
     EXPECT_TRUE(probe->property("startAtLogin", "checked").toBool());
 
     probe->clickText("Quit Notes");
-    closeTo(&Application::panel);
-    EXPECT_FALSE(app->monitor().menuOpen());
-    ASSERT_TRUE(QTest::qWaitForWindowActive(app->window()));
-    probe.emplace(*app->window());
+    closes(&Application::panel);
+    EXPECT_FALSE(app().monitor().menuOpen());
+    ASSERT_TRUE(QTest::qWaitForWindowActive(app().window()));
+    probe.emplace(*app().window());
     settle();
     EXPECT_TRUE(comesUp("Quit Notes?"));
     EXPECT_TRUE(comesUp("Couldn't change Start at login."));
@@ -239,18 +205,18 @@ TEST_F(ApplicationTest, ThePanelClosesWhenItLosesTheFocus) {
     launch();
     open();
     for (const bool byKey : {true, false}) {
-        app->openPanel({100, 4, 22, 22});
-        ASSERT_TRUE(QTest::qWaitForWindowActive(app->panel()));
-        EXPECT_TRUE(app->monitor().menuOpen());
+        app().openPanel({100, 4, 22, 22});
+        ASSERT_TRUE(QTest::qWaitForWindowActive(app().panel()));
+        EXPECT_TRUE(app().monitor().menuOpen());
         if (byKey) {
-            QTest::keyClick(app->panel(), Qt::Key_Escape);
+            QTest::keyClick(app().panel(), Qt::Key_Escape);
         } else {
-            app->window()->requestActivate();
+            app().window()->requestActivate();
         }
-        closeTo(&Application::panel);
-        EXPECT_FALSE(app->monitor().menuOpen());
+        closes(&Application::panel);
+        EXPECT_FALSE(app().monitor().menuOpen());
     }
-    EXPECT_NE(app->window(), nullptr);
+    EXPECT_NE(app().window(), nullptr);
 }
 
 TEST_F(ApplicationTest, WithoutItsCatalogSaysSoAndDoesNothing) {
@@ -269,10 +235,10 @@ TEST_F(ApplicationTest, WithoutItsCatalogSaysSoAndDoesNothing) {
 TEST_F(ApplicationTest, AFailedLookLeavesThePictureAndSaysSo) {
     launch();
     open();
-    mac.machine.inject(Simulated::ToolMissing{"/bin/ps"});
+    mac().machine.inject(Simulated::ToolMissing{"/bin/ps"});
     pass(3.1);
     EXPECT_THAT(probe->texts(), IsSupersetOf({"Couldn't read processes. Retrying.", "Notes"}));
-    mac.machine.clearFailures();
+    mac().machine.clearFailures();
     pass(3.1);
     EXPECT_FALSE(probe->shows("Couldn't read processes. Retrying."));
 }

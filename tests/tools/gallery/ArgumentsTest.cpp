@@ -7,12 +7,14 @@
 namespace pacelet::gallery {
 namespace {
 
-TEST(GalleryArguments, takeAFolderAScaleAndAPrefixInAnyOrder) {
-    const std::vector<std::string_view> words{"--scale", "1.5", "out", "--only", "overview"};
+TEST(GalleryArguments, takeAFolderAndOptionsInAnyOrder) {
+    const std::vector<std::string_view> words{"--scale", "1.5", "out", "--only", "overview",
+                                              "--scenario", "hot"};
     const auto arguments = std::get<Arguments>(parse(words));
     EXPECT_EQ(arguments.folder, "out");
     EXPECT_EQ(arguments.scale, 1.5);
     EXPECT_EQ(arguments.only, "overview");
+    EXPECT_EQ(arguments.scenario, "hot");
 }
 
 TEST(GalleryArguments, anythingElseIsOneLineOfComplaint) {

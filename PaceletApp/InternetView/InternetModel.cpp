@@ -1,0 +1,8 @@
+#include "PaceletApp/InternetView/InternetModel.h"
+
+namespace pacelet {
+
+InternetModel::InternetModel(const SharedObjects& objects, QObject* parent)
+    : QObject{parent}, objects_{objects} {}
+
+} // namespace pacelet

@@ -1,0 +1,24 @@
+#pragma once
+
+namespace pacelet {
+
+class AppPreferences;
+class AppUpdater;
+class FixActions;
+class Monitor;
+class Router;
+class Scheduler;
+struct Platform;
+
+/// The long-lived objects that every screen reads and calls. They outlive all screens.
+struct SharedObjects {
+    Monitor& monitor;
+    Router& router;
+    FixActions& actions;
+    AppPreferences& preferences;
+    AppUpdater& updater;
+    Scheduler& scheduler;
+    const Platform& platform;
+};
+
+} // namespace pacelet

@@ -1,0 +1,36 @@
+#include "tools/gallery/Shot.h"
+
+#include <fmt/format.h>
+
+#include <iterator>
+
+namespace pacelet::gallery {
+
+std::function<void(Session&)> watching(Screen screen, double seconds) {
+    return [screen, seconds](Session& session) {
+        session.open(screen);
+        session.pass(seconds);
+    };
+}
+
+std::vector<Shot> allShots() {
+    std::vector<Shot> shots;
+    for (const auto& some : {overviewShots, panelShots}) {
+        std::vector<Shot> more = some();
+        shots.insert(shots.end(), std::make_move_iterator(more.begin()),
+                     std::make_move_iterator(more.end()));
+    }
+    return shots;
+}
+
+std::vector<Shot> tour(const std::string& scenario) {
+    std::vector<Shot> shots;
+    for (const ScreenRow& screen : screens) {
+        shots.push_back({.name = fmt::format("{}-{}", screen.rawValue, scenario),
+                         .scenario = scenario,
+                         .drive = watching(screen.value)});
+    }
+    return shots;
+}
+
+} // namespace pacelet::gallery

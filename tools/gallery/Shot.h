@@ -1,0 +1,37 @@
+#pragma once
+
+#include "tools/session/Session.h"
+
+#include <QSize>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace pacelet::gallery {
+
+/// A picture of the running program.
+struct Shot {
+    std::string name;     ///< of the file, without its end: "overview-quiet"
+    std::string scenario; ///< the simulated Mac
+    /// Brings the program to what the picture is of, with the main window open.
+    std::function<void(Session&)> drive;
+    QSize size{1200, 860};
+    /// The window that the picture is of; null stands for the main window.
+    std::function<QQuickWindow*(Application&)> window = {};
+};
+
+/// Opens a screen and lets enough time pass for the figures to settle.
+std::function<void(Session&)> watching(Screen screen, double seconds = 30);
+
+// One function a screen.
+std::vector<Shot> overviewShots();
+std::vector<Shot> panelShots();
+
+/// All of the above.
+std::vector<Shot> allShots();
+
+/// Every screen on one simulated Mac.
+std::vector<Shot> tour(const std::string& scenario);
+
+} // namespace pacelet::gallery

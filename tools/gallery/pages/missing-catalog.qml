@@ -1,6 +1,0 @@
-import QtQuick
-import Pacelet
-
-SampleShell {
-    ready: false
-}

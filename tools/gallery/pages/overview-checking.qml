@@ -1,8 +1,0 @@
-import QtQuick
-import Pacelet
-
-SampleShell {
-    content: OverviewView {
-        model: samples.overview("checking")
-    }
-}

@@ -1,0 +1,53 @@
+#include "tools/gallery/Shot.h"
+
+namespace pacelet::gallery {
+
+namespace {
+
+constexpr QSize leastSize{1000, 700};
+
+void pressQuit(Session& session) {
+    watching(Screen::overview, 60)(session);
+    session.application().actions().confirmQuit(session.application().monitor().groups().front());
+    session.pass(0);
+}
+
+/// A command that someone named without mercy.
+void runLongName(Session& session) {
+    {
+        const auto world = session.mac().machine.lock();
+        Simulated::Process process = *world->processes.find("WindowServer");
+        process.pid = 0;
+        process.path = "/usr/local/bin/a-tool-with-" + std::string(200, 'm') + "-in-its-name";
+        process.load.percent = 640;
+        process.footprint = std::int64_t{700} << 30;
+        world->processes.spawn(process);
+    }
+    watching(Screen::overview, 60)(session);
+}
+
+} // namespace
+
+std::vector<Shot> overviewShots() {
+    return {
+        {"overview-checking", "quiet",
+         [](Session& session) { session.application().showWindow(); }},
+        {"overview-quiet", "quiet", watching(Screen::overview)},
+        {"overview-spotlight", "spotlight-after-update", watching(Screen::overview, 60)},
+        {"overview-memory", "out-of-memory", watching(Screen::overview, 60)},
+        {"overview-hot", "hot", watching(Screen::overview, 60)},
+        {"overview-tabs", "chrome-tabs", watching(Screen::overview, 60)},
+        {"overview-disk", "full-disk", watching(Screen::overview)},
+        {"overview-paused", "quiet",
+         [](Session& session) {
+             watching(Screen::overview)(session);
+             session.application().monitor().togglePause();
+             session.pass(0);
+         }},
+        {"overview-question", "virtual-machine", pressQuit},
+        {"overview-long-narrow", "virtual-machine", runLongName, leastSize},
+        {"overview-wide", "virtual-machine", watching(Screen::overview, 60), {2560, 1440}},
+    };
+}
+
+} // namespace pacelet::gallery

@@ -1,0 +1,66 @@
+#include "tools/session/Session.h"
+
+#include "PaceletApp/Application/Program.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QEvent>
+#include <QEventLoop>
+
+#include <fmt/format.h>
+
+#include <stdexcept>
+#include <utility>
+
+namespace pacelet {
+
+namespace {
+
+/// Long enough for a frame and for what follows it.
+constexpr int turnMilliseconds = 20;
+
+std::unique_ptr<Simulated::SimulatedMac> scenarioNamed(std::string_view name, std::uint64_t seed) {
+    auto mac = Simulated::makeScenario(name, seed);
+    if (!mac) {
+        throw std::invalid_argument{fmt::format("there is no scenario \"{}\"", name)};
+    }
+    return mac;
+}
+
+} // namespace
+
+Session::Session(std::string_view scenario, std::uint64_t seed)
+    : Session{scenarioNamed(scenario, seed), bundledCatalog()} {}
+
+Session::Session(std::unique_ptr<Simulated::SimulatedMac> mac,
+                 std::optional<ProcessCatalog> catalog)
+    : mac_{std::move(mac)}, scheduler_{mac_->machine,
+                                       [this](Seconds span) { mac_->machine.advance(span); }} {
+    application_ = std::make_unique<Application>(mac_->platform(), scheduler_, std::move(catalog));
+    application_->preferences().setOnboarded(true);
+    application_->setReducedMotion(true);
+    application_->start();
+}
+
+std::optional<ProcessCatalog> Session::bundledCatalog() {
+    return loadCatalog(ResourceLocations::beside(programFolder()));
+}
+
+void Session::open(Screen screen) {
+    application_->router().setScreen(screen);
+    application_->showWindow();
+    pass(0);
+}
+
+void Session::pass(double seconds) {
+    scheduler_.advance(Seconds{seconds});
+    QElapsedTimer timer;
+    timer.start();
+    while (timer.elapsed() < turnMilliseconds) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents, turnMilliseconds);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        scheduler_.settle();
+    }
+}
+
+} // namespace pacelet
