@@ -53,6 +53,8 @@ Card {
                 font: Theme.heading
                 color: Theme.text
                 wrapMode: Text.Wrap
+                maximumLineCount: 4
+                elide: Text.ElideRight
                 textFormat: Text.PlainText
                 Accessible.role: Accessible.Heading
             }

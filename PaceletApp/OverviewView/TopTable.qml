@@ -44,6 +44,17 @@ Column {
         Column {
             width: parent.width
 
+            // A row that changes its place is seen to go there.
+            move: Transition {
+                enabled: !Theme.reducedMotion
+
+                NumberAnimation {
+                    property: "y"
+                    duration: Theme.quick
+                    easing.type: Easing.OutCubic
+                }
+            }
+
             ProcessTableHeader {
                 width: parent.width
             }

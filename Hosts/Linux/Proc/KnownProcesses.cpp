@@ -3,7 +3,9 @@
 #include "Hosts/Linux/Proc/ProcPath.h"
 #include "Hosts/Linux/Proc/ShownText.h"
 
+#include <algorithm>
 #include <limits>
+#include <string>
 #include <utility>
 
 namespace pacelet::Linux {
@@ -22,14 +24,17 @@ Seconds nextLookAt(Seconds uptime, Seconds age) {
 constexpr std::string_view deletedMark = " (deleted)";
 
 /// Workers of the kernel carry what they last worked on in their names, "kworker/0:1-events": that
-/// changes from moment to moment, and the same thread must go on under the same name.
-std::string_view kernelThreadName(std::string_view comm) {
+/// changes from moment to moment, and the same thread must go on under the same name. A slash in
+/// the name of a thread separates no folders, and is written as a colon.
+std::string kernelThreadName(std::string_view comm) {
     constexpr std::string_view worker = "kworker/";
     constexpr std::string_view rescuer = "kworker/R-";
-    if (!comm.starts_with(worker) || comm.starts_with(rescuer)) {
-        return comm;
+    if (comm.starts_with(worker) && !comm.starts_with(rescuer)) {
+        comm = comm.substr(0, comm.find_first_of("-+", worker.size()));
     }
-    return comm.substr(0, comm.find_first_of("-+", worker.size()));
+    std::string name{comm};
+    std::ranges::replace(name, '/', ':');
+    return name;
 }
 
 /// The program that the first argument names when it is a path, else nothing (empty).

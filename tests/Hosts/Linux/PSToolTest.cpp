@@ -118,7 +118,7 @@ TEST_F(PSToolTest, NamesWhatItMayNotFollow) {
     put(7, {.comm = "ended", .executable = "/never/read", .state = 'Z'});
     put(8, {.comm = "old", .executable = "/usr/bin/old (deleted)"});
     const std::vector<std::string> expected{"/usr/sbin/nginx", "/opt/x/prog",      "sshd",
-                                            "kworker/0:1",     "kworker/R-rcu_gp", "ksoftirqd/0",
+                                            "kworker:0:1",     "kworker:R-rcu_gp", "ksoftirqd:0",
                                             "ended",           "/usr/bin/old"};
     const auto samples = table();
     ASSERT_EQ(samples.size(), expected.size());
@@ -126,7 +126,7 @@ TEST_F(PSToolTest, NamesWhatItMayNotFollow) {
         EXPECT_EQ(samples[row].path, expected[row]);
     }
     put(4, {.comm = "kworker/0:1+other", .isKernelThread = true});
-    EXPECT_EQ(pathOf(4), "kworker/0:1") << "a worker keeps its name whatever it works on";
+    EXPECT_EQ(pathOf(4), "kworker:0:1") << "a worker keeps its name whatever it works on";
 }
 
 TEST_F(PSToolTest, NoticesAReusedPidAndAnotherProgram) {
