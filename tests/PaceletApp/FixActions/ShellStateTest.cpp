@@ -120,6 +120,7 @@ struct UpdaterRecord {
     int starts = 0;
     int checks = 0;
     bool can = false;
+    bool automatic = false;
     std::function<void()> changed;
 };
 
@@ -130,6 +131,8 @@ public:
     void startUpdater() override { ++record_.starts; }
     void checkForUpdates() override { ++record_.checks; }
     bool canCheckForUpdates() override { return record_.can; }
+    bool automaticallyChecksForUpdates() override { return record_.automatic; }
+    void setAutomaticallyChecksForUpdates(bool on) override { record_.automatic = on; }
     void observe(std::function<void()> changed) override { record_.changed = std::move(changed); }
 
 private:
@@ -155,6 +158,9 @@ TEST(AppUpdater, StartsOnceWithTheWindowIfItIsConfigured) {
         updater.windowAppeared();
         updater.windowAppeared();
         updater.checkForUpdates();
+        updater.setAutomaticallyChecksForUpdates(true);
+        EXPECT_EQ(updater.automaticallyChecksForUpdates(), row.configured);
+        EXPECT_EQ(record.automatic, row.configured);
         EXPECT_EQ(record.starts, row.configured ? 1 : 0);
         EXPECT_EQ(record.checks, row.configured ? 1 : 0);
     }
