@@ -37,18 +37,21 @@ TEST(Screens, StandInTheOrderOfTheirShortcuts) {
 TEST(Commands, StandInTheOrderOfTheMenu) {
     using Action = Command::Action;
     const Screen none = Screen::overview;
-    EXPECT_THAT(
-        commands(),
-        ::testing::ElementsAre(
-            Command{Action::checkNow, none, "Check now", "Ctrl+R"},
-            Command{Action::find, none, "Find", "Ctrl+F"},
-            Command{Action::showScreen, Screen::overview, "Overview", "Ctrl+1", true},
-            Command{Action::showScreen, Screen::processes, "Processes", "Ctrl+2"},
-            Command{Action::showScreen, Screen::backgroundItems, "Background Items", "Ctrl+3"},
-            Command{Action::showScreen, Screen::internet, "Internet", "Ctrl+4"},
-            Command{Action::showScreen, Screen::usage, "Usage", "Ctrl+5"},
-            Command{Action::closeWindow, none, "Close window", "Ctrl+W", true},
-            Command{Action::quit, none, "Quit Pacelet", "Ctrl+Q"}));
+    std::vector<Command> expected{
+        {Action::checkNow, none, "Check now", "Ctrl+R"},
+        {Action::find, none, "Find", "Ctrl+F"},
+        {Action::showScreen, Screen::overview, "Overview", "Ctrl+1", true},
+        {Action::showScreen, Screen::processes, "Processes", "Ctrl+2"},
+        {Action::showScreen, Screen::backgroundItems, "Background Items", "Ctrl+3"},
+        {Action::showScreen, Screen::internet, "Internet", "Ctrl+4"},
+        {Action::showScreen, Screen::usage, "Usage", "Ctrl+5"},
+        {Action::settings, none, "Settings…", "Ctrl+,", true},
+        {Action::checkForUpdates, none, "Check for Updates…", ""},
+        {Action::closeWindow, none, "Close window", "Ctrl+W", true},
+        {Action::quit, none, "Quit Pacelet", "Ctrl+Q"}};
+    EXPECT_EQ(commands(true), expected);
+    expected.erase(expected.begin() + 8);
+    EXPECT_EQ(commands(false), expected);
 }
 
 TEST(Router, FindsFromEveryScreen) {
