@@ -20,6 +20,10 @@ T.Menu {
     enter: PopupEnter {}
     exit: PopupExit {}
 
+    FocusReturn {
+        popup: menu
+    }
+
     contentItem: ListView {
         implicitHeight: contentHeight
         model: menu.contentModel

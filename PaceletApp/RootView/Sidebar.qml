@@ -19,8 +19,6 @@ Rectangle {
     signal chosen(int screen)
     signal commandChosen(int command)
 
-    onCurrentChanged: menu.close()
-
     implicitWidth: 212
     color: Theme.sidebar
 

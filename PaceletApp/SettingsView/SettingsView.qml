@@ -85,10 +85,9 @@ FocusScope {
 
     implicitWidth: 460
     implicitHeight: form.height + 2 * inset
-    Keys.onEscapePressed: closed()
 
     Shortcut {
-        sequence: "Ctrl+W"
+        sequences: ["Escape", "Ctrl+W"]
         onActivated: view.closed()
     }
 

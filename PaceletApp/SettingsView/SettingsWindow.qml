@@ -9,7 +9,7 @@ Window {
     required property SettingsModel model
 
     // The content goes before its window does.
-    readonly property real formHeight: view?.implicitHeight ?? 0
+    readonly property real formHeight: view?.implicitHeight ?? height
 
     width: 460
     height: formHeight

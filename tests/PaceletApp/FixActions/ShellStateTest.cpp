@@ -2,6 +2,7 @@
 #include "PaceletApp/AppUpdater/AppUpdater.h"
 #include "PaceletApp/Router/Commands.h"
 #include "tests/PaceletApp/FixActions/FixRig.h"
+#include "tests/PaceletApp/Support/FakeUpdater.h"
 
 namespace pacelet::testing {
 namespace {
@@ -117,30 +118,6 @@ TEST(AppPreferences, StartFromTheirDefaultsAndKeepWhatIsSet) {
     }
     expect(false, true);
 }
-
-/// What an updater was asked to do.
-struct UpdaterRecord {
-    int starts = 0;
-    int checks = 0;
-    bool can = false;
-    bool automatic = false;
-    std::function<void()> changed;
-};
-
-class FakeUpdater final : public UpdaterController {
-public:
-    explicit FakeUpdater(UpdaterRecord& record) : record_{record} {}
-
-    void startUpdater() override { ++record_.starts; }
-    void checkForUpdates() override { ++record_.checks; }
-    bool canCheckForUpdates() override { return record_.can; }
-    bool automaticallyChecksForUpdates() override { return record_.automatic; }
-    void setAutomaticallyChecksForUpdates(bool on) override { record_.automatic = on; }
-    void observe(std::function<void()> changed) override { record_.changed = std::move(changed); }
-
-private:
-    UpdaterRecord& record_;
-};
 
 TEST(AppUpdater, StartsOnceWithTheWindowIfItIsConfigured) {
     const struct {
