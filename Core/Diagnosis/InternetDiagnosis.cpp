@@ -1,8 +1,7 @@
 #include "Core/Diagnosis/InternetDiagnosis.h"
 
 #include "Core/Internet/Responsiveness.h"
-#include "Core/Sampling/Format.h"
-#include "Core/Support/Checked.h"
+#include "Core/Support/Precondition.h"
 
 #include <algorithm>
 #include <cmath>
@@ -81,22 +80,18 @@ void lineQuality(const SpeedResult& speed, LinkType link, const std::optional<Wi
     }
 }
 
-std::string rate(double bytesPerSecond) {
-    return Format::bytes(checkedTruncate(bytesPerSecond, "a network rate is out of range")) + "/s";
-}
-
 void bandwidthHog(const NetUsage& usage, const AppName& appName, Findings& findings) {
     precondition(std::isfinite(usage.total()), "a network rate is not finite");
     if (usage.total() < hogFromBytesPerSecond) {
         return;
     }
-    findings.push_back(Finding{
-        {.kind = FindingKind::bandwidthHog,
-         .severity = Severity::medium,
-         .headline = appName(usage.pid).value_or(usage.name) + " is using " + rate(usage.total()) +
-                     " of your connection.",
-         .detail = "Down " + rate(usage.bytesInPerSec) + ", up " + rate(usage.bytesOutPerSec) + ".",
-         .groupID = "pid:" + std::to_string(usage.pid)}});
+    findings.push_back(Finding{{.kind = FindingKind::bandwidthHog,
+                                .severity = Severity::medium,
+                                .headline = appName(usage.pid).value_or(usage.name) + " is using " +
+                                            byteRate(usage.total()) + " of your connection.",
+                                .detail = "Down " + byteRate(usage.bytesInPerSec) + ", up " +
+                                          byteRate(usage.bytesOutPerSec) + ".",
+                                .groupID = "pid:" + std::to_string(usage.pid)}});
 }
 
 } // namespace

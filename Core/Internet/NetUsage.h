@@ -19,6 +19,9 @@ struct NetUsage {
     bool operator==(const NetUsage&) const = default;
 };
 
+/// A rate in bytes per second as a text: "1.2 MB/s". It must be finite and fit 64 bits.
+std::string byteRate(double bytesPerSecond);
+
 /// The name of the application that holds a process, or nothing.
 using AppName = std::function<std::optional<std::string>(std::int32_t pid)>;
 

@@ -23,6 +23,16 @@ void AppUpdater::readController() {
     }
 }
 
+bool AppUpdater::automaticallyChecksForUpdates() const {
+    return configured_ && controller_->automaticallyChecksForUpdates();
+}
+
+void AppUpdater::setAutomaticallyChecksForUpdates(bool on) {
+    if (configured_) {
+        controller_->setAutomaticallyChecksForUpdates(on);
+    }
+}
+
 void AppUpdater::windowAppeared() {
     if (configured_ && !std::exchange(started_, true)) {
         controller_->startUpdater();

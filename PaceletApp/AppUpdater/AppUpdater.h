@@ -16,6 +16,8 @@ public:
     virtual void startUpdater() = 0;
     virtual void checkForUpdates() = 0;
     virtual bool canCheckForUpdates() = 0;
+    virtual bool automaticallyChecksForUpdates() = 0;
+    virtual void setAutomaticallyChecksForUpdates(bool on) = 0;
 
     /// Calls `changed` whenever `canCheckForUpdates` changed.
     virtual void observe(std::function<void()> changed) = 0;
@@ -40,6 +42,10 @@ public:
 
     bool isConfigured() const { return configured_; }
     bool canCheckForUpdates() const { return canCheckForUpdates_; }
+
+    /// Whether the updater looks for updates by itself. Without one it does not.
+    bool automaticallyChecksForUpdates() const;
+    void setAutomaticallyChecksForUpdates(bool on);
 
     /// The main window is on screen: the first time, a configured updater starts.
     void windowAppeared();

@@ -3,6 +3,7 @@
 #include "PaceletApp/Application/IdleMemory.h"
 #include "PaceletApp/Application/PanelPlace.h"
 #include "PaceletApp/MenuBarView/MenuBarModel.h"
+#include "PaceletApp/SettingsView/SettingsModel.h"
 #include "PaceletApp/Websites.h"
 
 #include <QCursor>
@@ -22,6 +23,13 @@ QScreen* screenAt(QPoint place) {
     return screen != nullptr ? screen : QGuiApplication::primaryScreen();
 }
 
+void bringForward(QQuickWindow& window) {
+    window.setWindowStates(window.windowStates() & ~Qt::WindowMinimized);
+    window.show();
+    window.raise();
+    window.requestActivate();
+}
+
 } // namespace
 
 Application::Application(const Platform& platform, Scheduler& scheduler,
@@ -34,7 +42,7 @@ Application::Application(const Platform& platform, Scheduler& scheduler,
 }
 
 Application::~Application() {
-    for (QQuickWindow* const open : {window(), panel()}) {
+    for (QQuickWindow* const open : {window(), settings(), panel()}) {
         if (open != nullptr) {
             open->disconnect(this);
         }
@@ -75,6 +83,10 @@ QQuickWindow* Application::window() {
     return mainScene_ ? &mainScene_->window() : nullptr;
 }
 
+QQuickWindow* Application::settings() {
+    return settingsScene_ ? &settingsScene_->window() : nullptr;
+}
+
 QQuickWindow* Application::panel() {
     return panelScene_ ? &panelScene_->window() : nullptr;
 }
@@ -83,16 +95,16 @@ void Application::showWindow() {
     if (!mainScene_) {
         openWindow();
     }
-    QQuickWindow& shown = mainScene_->window();
-    shown.setWindowStates(shown.windowStates() & ~Qt::WindowMinimized);
-    shown.show();
-    shown.raise();
-    shown.requestActivate();
+    bringForward(mainScene_->window());
+}
+
+SharedObjects Application::sharedObjects() {
+    return {monitor_, router_, actions_, preferences_, updater_, scheduler_, platform_};
 }
 
 void Application::openWindow() {
-    auto model = std::make_unique<RootModel>(
-        SharedObjects{monitor_, router_, actions_, preferences_, updater_, scheduler_, platform_});
+    auto model = std::make_unique<RootModel>(sharedObjects());
+    connect(model.get(), &RootModel::settingsRequested, this, &Application::showSettings);
     connect(model.get(), &RootModel::closeRequested, this, &Application::closeWindow);
     connect(model.get(), &RootModel::quitRequested, this, &Application::quitRequested);
     mainScene_ =
@@ -120,6 +132,23 @@ void Application::closeWindow() {
     if (mainScene_) {
         mainScene_->window().close();
     }
+}
+
+void Application::showSettings() {
+    if (!settingsScene_) {
+        openSettings();
+    }
+    bringForward(settingsScene_->window());
+}
+
+void Application::openSettings() {
+    settingsScene_ = std::make_unique<Scene>(engine(), QStringLiteral("SettingsWindow.qml"),
+                                             std::make_unique<SettingsModel>(sharedObjects()));
+    connect(&settingsScene_->window(), &QWindow::visibleChanged, this, [this](bool visible) {
+        if (!visible && settingsScene_) {
+            dropLater(std::move(settingsScene_));
+        }
+    });
 }
 
 void Application::trayPressed() {
@@ -191,7 +220,7 @@ void Application::dropLater(std::unique_ptr<Scene> scene) {
 
 void Application::dropClosed() {
     closedScenes_.clear();
-    if (!mainScene_ && !panelScene_) {
+    if (!mainScene_ && !settingsScene_ && !panelScene_) {
         engine_.reset();
         releaseIdleMemory();
     }

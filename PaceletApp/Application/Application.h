@@ -44,12 +44,16 @@ public:
     void showWindow();
     void closeWindow();
 
+    /// Opens the settings or brings them forward.
+    void showSettings();
+
     /// Opens the panel beside `icon`, or at the pointer when that is empty.
     void openPanel(const QRect& icon);
     void closePanel();
 
     /// Null while they are closed.
     QQuickWindow* window();
+    QQuickWindow* settings();
     QQuickWindow* panel();
 
 Q_SIGNALS:
@@ -59,7 +63,9 @@ Q_SIGNALS:
 private:
     void trayPressed();
     void showTray();
+    SharedObjects sharedObjects();
     void openWindow();
+    void openSettings();
     void windowChanged();
     void panelLostFocus();
     void dropLater(std::unique_ptr<Scene> scene);
@@ -77,6 +83,7 @@ private:
     bool reducedMotion_ = false;
     std::unique_ptr<QQmlEngine> engine_;
     std::unique_ptr<Scene> mainScene_;
+    std::unique_ptr<Scene> settingsScene_;
     std::unique_ptr<Scene> panelScene_;
     std::vector<std::unique_ptr<Scene>> closedScenes_;
     std::optional<MonotonicTime> panelLostFocusAt_;

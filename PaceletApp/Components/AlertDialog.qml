@@ -40,6 +40,10 @@ T.Popup {
     enter: PopupEnter {}
     exit: PopupExit {}
 
+    FocusReturn {
+        popup: dialog
+    }
+
     contentItem: Item {
         Keys.onEscapePressed: dialog.cancelled()
 

@@ -30,6 +30,10 @@ T.Popup {
     enter: PopupEnter {}
     exit: PopupExit {}
 
+    FocusReturn {
+        popup: sheet
+    }
+
     contentItem: FocusScope {
         implicitWidth: childrenRect.width
         implicitHeight: childrenRect.height

@@ -53,8 +53,10 @@ QtObject {
     // Fonts
     readonly property font title: Typography.text(30, Font.Bold)
     readonly property font subtitle: Typography.text(14.5)
+    readonly property font greeting: Typography.text(24, Font.Bold)
     readonly property font heading: Typography.text(20, Font.Bold)
     readonly property font sectionTitle: Typography.text(17, Font.Bold)
+    readonly property font lead: Typography.text(15)
     readonly property font body: Typography.text(14.5)
     readonly property font control: Typography.text(13.5)
     readonly property font controlMedium: Typography.text(13.5, Font.Medium)

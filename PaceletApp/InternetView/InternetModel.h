@@ -1,23 +1,83 @@
 #pragma once
 
+#include "Core/Platform/Preferences.h"
+#include "Core/Platform/ToolRunner.h"
+#include "PaceletApp/InternetView/FindingItem.h"
+#include "PaceletApp/InternetView/InternetLook.h"
+#include "PaceletApp/InternetView/ReadingItem.h"
+#include "PaceletApp/InternetView/TrafficItem.h"
+#include "PaceletApp/Scheduler/Scheduler.h"
 #include "PaceletApp/Support/SharedObjects.h"
 
+#include <QAbstractItemModel>
 #include <QObject>
+#include <QPointer>
 #include <QtQml/qqmlregistration.h>
+
+#include <optional>
+#include <vector>
 
 namespace pacelet {
 
-/// Whether slowness comes from this machine, the wireless link or the line.
+/// What the internet screen shows. It measures the link and the traffic for as long as it lives and
+/// the window can be seen. A speed test goes on behind it: its result is kept in the preferences.
 class InternetModel final : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the shell")
+    Q_PROPERTY(pacelet::InternetLook look READ look NOTIFY lookChanged)
+    /// The question before a test is on show.
+    Q_PROPERTY(bool askTest READ askTest WRITE setAskTest NOTIFY askTestChanged)
+    /// Roles: symbol, tone, title, detail and fix.
+    Q_PROPERTY(QAbstractItemModel* findings READ findings CONSTANT)
+    /// Roles: label, value and tone.
+    Q_PROPERTY(QAbstractItemModel* linkRows READ linkRows CONSTANT)
+    Q_PROPERTY(QAbstractItemModel* speedRows READ speedRows CONSTANT)
+    /// Roles: name, incoming and outgoing.
+    Q_PROPERTY(QAbstractItemModel* apps READ apps CONSTANT)
 
 public:
     explicit InternetModel(const SharedObjects& objects, QObject* parent = nullptr);
 
+    const InternetLook& look() const { return look_; }
+    bool askTest() const { return askTest_; }
+    void setAskTest(bool ask);
+    QAbstractItemModel* findings() { return &findingRows_; }
+    QAbstractItemModel* linkRows() { return &linkRows_; }
+    QAbstractItemModel* speedRows() { return &speedRows_; }
+    QAbstractItemModel* apps() { return &appRows_; }
+
+    /// Starts a speed test, unless one is under way.
+    Q_INVOKABLE void runTest();
+    /// Carries out the fix of the finding in this row.
+    Q_INVOKABLE void fix(int row);
+
+Q_SIGNALS:
+    void lookChanged();
+    void askTestChanged();
+
 private:
+    static QCoro::Task<> poll(QPointer<InternetModel> model, SharedObjects objects,
+                              CancellationToken token);
+    /// Outlives the model, and whatever else does not belong to the host.
+    static QCoro::Task<> test(QPointer<InternetModel> model, Scheduler& scheduler,
+                              ToolRunner& tools, Clock& clock, Preferences& preferences);
+
+    /// Measures while the window is visible.
+    void followWindow();
+    void testEnded(const std::optional<SpeedResult>& speed);
+    void refresh();
+
     SharedObjects objects_;
+    InternetState state_;
+    std::vector<Finding> found_;
+    InternetLook look_;
+    bool askTest_ = false;
+    FindingListModel findingRows_;
+    ReadingListModel linkRows_;
+    ReadingListModel speedRows_;
+    TrafficListModel appRows_;
+    std::optional<CancellationSource> polling_; ///< nothing while at rest
 };
 
 } // namespace pacelet

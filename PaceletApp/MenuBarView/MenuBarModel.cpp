@@ -3,6 +3,7 @@
 #include "Core/Sampling/Format.h"
 #include "PaceletApp/Scheduler/Detach.h"
 #include "PaceletApp/Support/QtText.h"
+#include "PaceletApp/Support/StartAtLogin.h"
 
 #include <QPointer>
 
@@ -45,7 +46,7 @@ MenuBarModel::MenuBarModel(Monitor& monitor, FixActions& actions, LoginItems& lo
       consumers_{[](const ConsumerRow& row) { return row.id; },
                  {{"name", [](const ConsumerRow& row) { return QVariant{row.name}; }},
                   {"cpu", [](const ConsumerRow& row) { return QVariant{row.cpu}; }}}},
-      startAtLogin_{isRegistered()} {
+      startAtLogin_{startsAtLogin(loginItems)} {
     connect(&monitor, &Monitor::resultChanged, this, &MenuBarModel::resultChanged);
     connect(&monitor, &Monitor::groupsChanged, this, &MenuBarModel::refreshConsumers);
     refreshConsumers();
@@ -67,8 +68,7 @@ FixLook MenuBarModel::fix() const {
 }
 
 QString MenuBarModel::loginNote() const {
-    return QStringLiteral("macOS will show a \"Background Items Added\" notice. That's Pacelet, "
-                          "and you can turn it off here anytime.");
+    return qtText(startAtLoginNote);
 }
 
 void MenuBarModel::refreshConsumers() {
@@ -87,8 +87,8 @@ void MenuBarModel::setStartAtLogin(bool on) {
         return;
     }
     startAtLogin_ = on;
-    if (!(on ? loginItems_.registerProgram() : loginItems_.unregisterProgram())) {
-        startAtLogin_ = isRegistered();
+    if (!setStartsAtLogin(loginItems_, on)) {
+        startAtLogin_ = startsAtLogin(loginItems_);
         actions_.setToast("Couldn't change Start at login.");
     }
     // A switch that was pressed and put back shows the wrong side until it is told.

@@ -69,7 +69,6 @@ Q_SIGNALS:
 
 private:
     void refreshConsumers();
-    bool isRegistered() { return loginItems_.status() == LoginItemStatus::enabled; }
 
     Monitor& monitor_;
     FixActions& actions_;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Core/Platform/LoginItems.h"
 #include "PaceletApp/Support/SharedObjects.h"
 
 #include <QObject>
@@ -7,17 +8,30 @@
 
 namespace pacelet {
 
-/// The sheet of the first start.
+/// The panel of the first run.
 class OnboardingModel final : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the shell")
+    /// What the user has ticked; nothing happens before `finish`.
+    Q_PROPERTY(bool startAtLogin READ startAtLogin WRITE setStartAtLogin NOTIFY startAtLoginChanged)
 
 public:
     explicit OnboardingModel(const SharedObjects& objects, QObject* parent = nullptr);
 
+    bool startAtLogin() const { return startAtLogin_; }
+    void setStartAtLogin(bool on);
+
+    /// Carries out the choice. A login service that refuses is no reason to stay: the settings show
+    /// how it stands.
+    Q_INVOKABLE void finish();
+
+Q_SIGNALS:
+    void startAtLoginChanged();
+
 private:
-    SharedObjects objects_;
+    LoginItems& loginItems_;
+    bool startAtLogin_ = false;
 };
 
 } // namespace pacelet

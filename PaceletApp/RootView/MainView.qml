@@ -11,6 +11,8 @@ RootView {
     screens: model.sidebar.rows
     current: model.sidebar.current
     onChosen: screen => model.sidebar.choose(screen)
+    commands: model.menu
+    onCommandChosen: command => model.press(command)
     content: screen
 
     toast: model.toast

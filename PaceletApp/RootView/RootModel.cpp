@@ -1,5 +1,6 @@
 #include "PaceletApp/RootView/RootModel.h"
 
+#include "PaceletApp/AppUpdater/AppUpdater.h"
 #include "PaceletApp/RootView/ScreenModels.h"
 #include "PaceletApp/Support/QtText.h"
 
@@ -11,11 +12,20 @@ namespace pacelet {
 
 RootModel::RootModel(const SharedObjects& objects, QObject* parent)
     : QObject{parent}, objects_{objects}, sidebar_{objects.monitor, objects.router},
-      sheet_{objects}, dialog_{objects.actions}, toastClock_{objects.actions, objects.scheduler} {
+      sheet_{objects}, dialog_{objects.actions}, toastClock_{objects.actions, objects.scheduler},
+      commands_{commands(objects.updater.isConfigured())},
+      menu_{[](const MenuEntry& entry) { return entry.title.toStdString(); }, menuRoles()} {
     connect(&objects.actions, &FixActions::toastChanged, this, &RootModel::toastChanged);
     connect(&objects.monitor, &Monitor::errorChanged, this, &RootModel::problemChanged);
     connect(&objects.router, &Router::screenChanged, this, &RootModel::changeScreen);
+    connect(&objects.updater, &AppUpdater::canCheckForUpdatesChanged, this,
+            &RootModel::refreshMenu);
+    refreshMenu();
     changeScreen();
+}
+
+void RootModel::refreshMenu() {
+    menu_.update(menuEntries(commands_, objects_.updater.canCheckForUpdates()));
 }
 
 bool RootModel::ready() const {
@@ -55,9 +65,9 @@ QStringList RootModel::shortcuts() const {
     return sequences;
 }
 
-void RootModel::press(int shortcut) {
-    if (shortcut >= 0 && static_cast<std::size_t>(shortcut) < commands_.size()) {
-        run(commands_[static_cast<std::size_t>(shortcut)]);
+void RootModel::press(int command) {
+    if (command >= 0 && static_cast<std::size_t>(command) < commands_.size()) {
+        run(commands_[static_cast<std::size_t>(command)]);
     }
 }
 
@@ -72,6 +82,11 @@ void RootModel::run(const Command& command) {
         return objects_.router.find();
     case Command::Action::showScreen:
         return objects_.router.setScreen(command.screen);
+    case Command::Action::settings:
+        Q_EMIT settingsRequested();
+        return;
+    case Command::Action::checkForUpdates:
+        return objects_.updater.checkForUpdates();
     case Command::Action::closeWindow:
         Q_EMIT closeRequested();
         return;

@@ -2,6 +2,7 @@
 
 #include "PaceletApp/FixActions/ToastClock.h"
 #include "PaceletApp/RootView/DialogModel.h"
+#include "PaceletApp/RootView/MenuEntry.h"
 #include "PaceletApp/RootView/SheetModel.h"
 #include "PaceletApp/RootView/SidebarModel.h"
 #include "PaceletApp/Router/Commands.h"
@@ -34,7 +35,9 @@ class RootModel final : public QObject {
     Q_PROPERTY(QString toast READ toast NOTIFY toastChanged)
     /// What went wrong with the last look at the machine; empty when it went well.
     Q_PROPERTY(QString problem READ problem NOTIFY problemChanged)
-    /// Key sequences of the commands; `press` takes a place in this list.
+    /// The commands, with the roles of `menuRoles`; `press` takes a place in this list.
+    Q_PROPERTY(QAbstractItemModel* menu READ menu CONSTANT)
+    /// Their key sequences, in the same order.
     Q_PROPERTY(QStringList shortcuts READ shortcuts CONSTANT)
 
 public:
@@ -49,20 +52,23 @@ public:
     DialogModel* dialog() { return &dialog_; }
     QString toast() const;
     QString problem() const;
+    QAbstractItemModel* menu() { return &menu_; }
     QStringList shortcuts() const;
 
-    Q_INVOKABLE void press(int shortcut);
+    Q_INVOKABLE void press(int command);
 
 Q_SIGNALS:
     void toastChanged();
     void problemChanged();
     void screenChanged();
-    /// The user asked to close the window, or to end the program.
+    /// The user asked for the settings, to close the window, or to end the program.
+    void settingsRequested();
     void closeRequested();
     void quitRequested();
 
 private:
     void changeScreen();
+    void refreshMenu();
     /// While a dialog or a sheet is open, no command reaches what stands behind it.
     void run(const Command& command);
 
@@ -72,7 +78,8 @@ private:
     SheetModel sheet_;
     DialogModel dialog_;
     ToastClock toastClock_;
-    std::vector<Command> commands_ = commands();
+    std::vector<Command> commands_;
+    MenuListModel menu_;
 };
 
 } // namespace pacelet

@@ -12,6 +12,9 @@ FocusScope {
     /// False stands for a catalog that could not be loaded: nothing else is then reachable.
     required property bool ready
 
+    /// See `Sidebar`.
+    property var commands: null
+
     property string toast
     /// See `Sidebar`.
     property string problem
@@ -26,6 +29,7 @@ FocusScope {
     property string stuckTitle
 
     signal chosen(int screen)
+    signal commandChosen(int command)
     signal confirmed
     signal confirmationCancelled
     signal restartAsked
@@ -46,7 +50,9 @@ FocusScope {
         screens: root.screens
         current: root.current
         problem: root.problem
+        commands: root.commands
         onChosen: screen => root.chosen(screen)
+        onCommandChosen: command => root.commandChosen(command)
     }
 
     Divider {

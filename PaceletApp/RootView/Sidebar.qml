@@ -13,7 +13,11 @@ Rectangle {
     /// One sentence on why the figures are old; empty while they are fresh.
     property string problem
 
+    /// See `CommandMenu`; null for no menu.
+    property var commands: null
+
     signal chosen(int screen)
+    signal commandChosen(int command)
 
     implicitWidth: 212
     color: Theme.sidebar
@@ -58,6 +62,43 @@ Rectangle {
                 selected: index === sidebar.current
                 onClicked: sidebar.chosen(index)
             }
+        }
+    }
+
+    StyledButton {
+        id: menuButton
+
+        objectName: "menu button"
+        anchors.right: parent.right
+        anchors.rightMargin: 12
+        anchors.verticalCenter: brand.verticalCenter
+        width: 30
+        height: 30
+        padding: 0
+        visible: sidebar.commands !== null
+        symbol: "ellipsis"
+        symbolSize: 16
+        labelColor: hovered || menu.visible ? Theme.text : Theme.text2
+        fill: menu.visible ? Theme.controlPressed : "transparent"
+        outline: "transparent"
+        focusPolicy: Qt.TabFocus
+        Accessible.role: Accessible.ButtonMenu
+        Accessible.name: "Menu"
+        onClicked: {
+            if (menu.visible) {
+                menu.close();
+                return;
+            }
+            menu.currentIndex = visualFocus ? 0 : -1;
+            menu.open();
+        }
+
+        CommandMenu {
+            id: menu
+
+            y: menuButton.height + 6
+            commands: sidebar.commands
+            onChosen: index => sidebar.commandChosen(index)
         }
     }
 

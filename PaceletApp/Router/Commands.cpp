@@ -2,7 +2,7 @@
 
 namespace pacelet {
 
-std::vector<Command> commands() {
+std::vector<Command> commands(bool offersUpdates) {
     std::vector<Command> all{
         {.action = Command::Action::checkNow, .title = "Check now", .shortcut = "Ctrl+R"},
         {.action = Command::Action::find, .title = "Find", .shortcut = "Ctrl+F"},
@@ -13,6 +13,13 @@ std::vector<Command> commands() {
                        .title = std::string{row.title},
                        .shortcut = "Ctrl+" + std::to_string(position(row.value)),
                        .startsGroup = row.value == Screen::overview});
+    }
+    all.push_back({.action = Command::Action::settings,
+                   .title = "Settings…",
+                   .shortcut = "Ctrl+,",
+                   .startsGroup = true});
+    if (offersUpdates) {
+        all.push_back({.action = Command::Action::checkForUpdates, .title = "Check for Updates…"});
     }
     all.push_back({.action = Command::Action::closeWindow,
                    .title = "Close window",

@@ -25,8 +25,10 @@ struct Shot {
 std::function<void(Session&)> watching(Screen screen, double seconds = 30);
 
 // One function a screen.
+std::vector<Shot> internetShots();
 std::vector<Shot> overviewShots();
 std::vector<Shot> panelShots();
+std::vector<Shot> settingsShots();
 
 /// All of the above.
 std::vector<Shot> allShots();

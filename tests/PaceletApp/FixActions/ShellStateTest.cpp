@@ -2,6 +2,7 @@
 #include "PaceletApp/AppUpdater/AppUpdater.h"
 #include "PaceletApp/Router/Commands.h"
 #include "tests/PaceletApp/FixActions/FixRig.h"
+#include "tests/PaceletApp/Support/FakeUpdater.h"
 
 namespace pacelet::testing {
 namespace {
@@ -37,18 +38,21 @@ TEST(Screens, StandInTheOrderOfTheirShortcuts) {
 TEST(Commands, StandInTheOrderOfTheMenu) {
     using Action = Command::Action;
     const Screen none = Screen::overview;
-    EXPECT_THAT(
-        commands(),
-        ::testing::ElementsAre(
-            Command{Action::checkNow, none, "Check now", "Ctrl+R"},
-            Command{Action::find, none, "Find", "Ctrl+F"},
-            Command{Action::showScreen, Screen::overview, "Overview", "Ctrl+1", true},
-            Command{Action::showScreen, Screen::processes, "Processes", "Ctrl+2"},
-            Command{Action::showScreen, Screen::backgroundItems, "Background Items", "Ctrl+3"},
-            Command{Action::showScreen, Screen::internet, "Internet", "Ctrl+4"},
-            Command{Action::showScreen, Screen::usage, "Usage", "Ctrl+5"},
-            Command{Action::closeWindow, none, "Close window", "Ctrl+W", true},
-            Command{Action::quit, none, "Quit Pacelet", "Ctrl+Q"}));
+    std::vector<Command> expected{
+        {Action::checkNow, none, "Check now", "Ctrl+R"},
+        {Action::find, none, "Find", "Ctrl+F"},
+        {Action::showScreen, Screen::overview, "Overview", "Ctrl+1", true},
+        {Action::showScreen, Screen::processes, "Processes", "Ctrl+2"},
+        {Action::showScreen, Screen::backgroundItems, "Background Items", "Ctrl+3"},
+        {Action::showScreen, Screen::internet, "Internet", "Ctrl+4"},
+        {Action::showScreen, Screen::usage, "Usage", "Ctrl+5"},
+        {Action::settings, none, "Settings…", "Ctrl+,", true},
+        {Action::checkForUpdates, none, "Check for Updates…", ""},
+        {Action::closeWindow, none, "Close window", "Ctrl+W", true},
+        {Action::quit, none, "Quit Pacelet", "Ctrl+Q"}};
+    EXPECT_EQ(commands(true), expected);
+    expected.erase(expected.begin() + 8);
+    EXPECT_EQ(commands(false), expected);
 }
 
 TEST(Router, FindsFromEveryScreen) {
@@ -115,27 +119,6 @@ TEST(AppPreferences, StartFromTheirDefaultsAndKeepWhatIsSet) {
     expect(false, true);
 }
 
-/// What an updater was asked to do.
-struct UpdaterRecord {
-    int starts = 0;
-    int checks = 0;
-    bool can = false;
-    std::function<void()> changed;
-};
-
-class FakeUpdater final : public UpdaterController {
-public:
-    explicit FakeUpdater(UpdaterRecord& record) : record_{record} {}
-
-    void startUpdater() override { ++record_.starts; }
-    void checkForUpdates() override { ++record_.checks; }
-    bool canCheckForUpdates() override { return record_.can; }
-    void observe(std::function<void()> changed) override { record_.changed = std::move(changed); }
-
-private:
-    UpdaterRecord& record_;
-};
-
 TEST(AppUpdater, StartsOnceWithTheWindowIfItIsConfigured) {
     const struct {
         UpdateSettings settings;
@@ -155,6 +138,9 @@ TEST(AppUpdater, StartsOnceWithTheWindowIfItIsConfigured) {
         updater.windowAppeared();
         updater.windowAppeared();
         updater.checkForUpdates();
+        updater.setAutomaticallyChecksForUpdates(true);
+        EXPECT_EQ(updater.automaticallyChecksForUpdates(), row.configured);
+        EXPECT_EQ(record.automatic, row.configured);
         EXPECT_EQ(record.starts, row.configured ? 1 : 0);
         EXPECT_EQ(record.checks, row.configured ? 1 : 0);
     }

@@ -1,0 +1,114 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Pacelet
+
+/// Who uses the connection, busiest first.
+Card {
+    id: card
+
+    required property internetLook look
+    /// Roles name, incoming and outgoing.
+    required property var apps
+
+    component Rate: Item {
+        id: rate
+
+        required property string symbol
+        required property string text
+
+        width: 100
+        height: figure.height
+
+        Symbol {
+            anchors.verticalCenter: parent.verticalCenter
+            name: rate.symbol
+            color: Theme.text3
+            size: 12
+        }
+
+        Text {
+            id: figure
+
+            anchors.right: parent.right
+            text: rate.text
+            font: Theme.figures
+            color: Theme.text
+            textFormat: Text.PlainText
+        }
+    }
+
+    Column {
+        width: parent.width
+        spacing: 14
+
+        Text {
+            text: "Apps using your connection"
+            font: Theme.sectionTitle
+            color: Theme.text
+            Accessible.role: Accessible.Heading
+        }
+
+        Spinner {
+            visible: !card.look.trafficLoaded
+            size: 16
+        }
+
+        Text {
+            visible: card.look.trafficIdle
+            text: "Nothing is using much bandwidth right now."
+            font: Theme.body
+            color: Theme.text2
+        }
+
+        Column {
+            width: parent.width
+            spacing: 12
+
+            Repeater {
+                model: card.apps
+
+                Item {
+                    id: app
+
+                    required property string name
+                    required property string incoming
+                    required property string outgoing
+
+                    width: parent?.width ?? 0
+                    height: label.height
+                    Accessible.role: Accessible.Row
+                    Accessible.name: name + ", down " + incoming + ", up " + outgoing
+
+                    ElidedText {
+                        id: label
+
+                        anchors.left: parent.left
+                        anchors.right: incoming.left
+                        anchors.rightMargin: 24
+                        text: app.name
+                        font: Theme.controlMedium
+                        color: Theme.text
+                        Accessible.ignored: true
+                    }
+
+                    Rate {
+                        id: incoming
+
+                        anchors.right: outgoing.left
+                        anchors.rightMargin: 24
+                        symbol: "arrow.down"
+                        text: app.incoming
+                    }
+
+                    Rate {
+                        id: outgoing
+
+                        anchors.right: parent.right
+                        symbol: "arrow.up"
+                        text: app.outgoing
+                    }
+                }
+            }
+        }
+    }
+}

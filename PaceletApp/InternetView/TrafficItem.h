@@ -1,0 +1,28 @@
+#pragma once
+
+#include "Core/Internet/NetUsage.h"
+#include "PaceletApp/Models/KeyedListModel.h"
+
+#include <QString>
+
+#include <vector>
+
+namespace pacelet {
+
+/// A row of who uses the connection.
+struct TrafficItem {
+    QString name;
+    QString incoming; ///< "1.2 MB/s"
+    QString outgoing;
+
+    bool operator==(const TrafficItem&) const = default;
+};
+
+TrafficItem trafficItem(const NetUsage& usage);
+
+using TrafficListModel = KeyedListModel<TrafficItem>;
+
+/// name, incoming and outgoing.
+std::vector<ListRole<TrafficItem>> trafficRoles();
+
+} // namespace pacelet

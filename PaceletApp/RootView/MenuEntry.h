@@ -1,0 +1,31 @@
+#pragma once
+
+#include "PaceletApp/Models/KeyedListModel.h"
+#include "PaceletApp/Router/Commands.h"
+
+#include <QString>
+
+#include <span>
+#include <vector>
+
+namespace pacelet {
+
+/// A line of the window's menu.
+struct MenuEntry {
+    QString title;
+    QString keys; ///< as the desktop writes them; empty for none
+    bool startsGroup = false;
+    bool available = true;
+
+    bool operator==(const MenuEntry&) const = default;
+};
+
+/// One line a command, in their order.
+std::vector<MenuEntry> menuEntries(std::span<const Command> commands, bool canCheckForUpdates);
+
+using MenuListModel = KeyedListModel<MenuEntry>;
+
+/// title, keys, startsGroup and available.
+std::vector<ListRole<MenuEntry>> menuRoles();
+
+} // namespace pacelet

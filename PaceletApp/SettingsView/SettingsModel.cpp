@@ -1,0 +1,80 @@
+#include "PaceletApp/SettingsView/SettingsModel.h"
+
+#include "Core/Platform/Platform.h"
+#include "PaceletApp/Scheduler/Detach.h"
+#include "PaceletApp/Support/QtText.h"
+#include "PaceletApp/Support/StartAtLogin.h"
+
+#include <utility>
+
+namespace pacelet {
+
+namespace {
+
+void clearIgnoringFailure(const UsageStore& store) {
+    try {
+        store.clear();
+    } catch (const UsageStoreError&) {
+        // What is left ages out with the next prunes.
+        return;
+    }
+}
+
+} // namespace
+
+SettingsModel::SettingsModel(const SharedObjects& objects, QObject* parent)
+    : QObject{parent}, objects_{objects}, startAtLogin_{
+                                              startsAtLogin(objects.platform.loginItems)} {
+    connect(&objects.preferences, &AppPreferences::showMenuBarChanged, this,
+            &SettingsModel::showMenuBarChanged);
+    connect(&objects.monitor, &Monitor::keepHistoryChanged, this,
+            &SettingsModel::keepHistoryChanged);
+}
+
+QString SettingsModel::loginNote() const {
+    return qtText(startAtLoginNote);
+}
+
+QString SettingsModel::clearTitle() const {
+    return cleared_ ? QStringLiteral("History cleared") : QStringLiteral("Clear usage history…");
+}
+
+void SettingsModel::setStartAtLogin(bool on) {
+    if (on == startAtLogin_) {
+        return;
+    }
+    startAtLogin_ = on;
+    if (!setStartsAtLogin(objects_.platform.loginItems, on)) {
+        startAtLogin_ = startsAtLogin(objects_.platform.loginItems);
+    }
+    Q_EMIT startAtLoginChanged();
+}
+
+void SettingsModel::setChecksForUpdates(bool on) {
+    if (on != checksForUpdates()) {
+        objects_.updater.setAutomaticallyChecksForUpdates(on);
+        Q_EMIT checksForUpdatesChanged();
+    }
+}
+
+void SettingsModel::setAskClear(bool ask) {
+    if (std::exchange(askClear_, ask) != ask) {
+        Q_EMIT askClearChanged();
+    }
+}
+
+void SettingsModel::clearHistory() {
+    detach(clear(this, objects_.scheduler, objects_.monitor.usageStore()));
+}
+
+QCoro::Task<> SettingsModel::clear(QPointer<SettingsModel> model, Scheduler& scheduler,
+                                   UsageStore store) {
+    auto clearing =
+        scheduler.runInBackground([store = std::move(store)] { clearIgnoringFailure(store); });
+    co_await clearing;
+    if (model && !std::exchange(model->cleared_, true)) {
+        Q_EMIT model->clearedChanged();
+    }
+}
+
+} // namespace pacelet

@@ -1,0 +1,77 @@
+#pragma once
+
+#include "PaceletApp/AppPreferences/AppPreferences.h"
+#include "PaceletApp/AppUpdater/AppUpdater.h"
+#include "PaceletApp/Monitor/Monitor.h"
+#include "PaceletApp/Support/SharedObjects.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <QtQml/qqmlregistration.h>
+
+namespace pacelet {
+
+/// What the settings window shows and changes. Made when it opens: what the login service says is
+/// read then.
+class SettingsModel final : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the shell")
+    Q_PROPERTY(bool startAtLogin READ startAtLogin WRITE setStartAtLogin NOTIFY startAtLoginChanged)
+    Q_PROPERTY(QString loginNote READ loginNote CONSTANT)
+    Q_PROPERTY(bool showMenuBar READ showMenuBar WRITE setShowMenuBar NOTIFY showMenuBarChanged)
+    /// This delivery of the program has an updater.
+    Q_PROPERTY(bool offersUpdates READ offersUpdates CONSTANT)
+    Q_PROPERTY(bool checksForUpdates READ checksForUpdates WRITE setChecksForUpdates NOTIFY
+                   checksForUpdatesChanged)
+    Q_PROPERTY(bool keepHistory READ keepHistory WRITE setKeepHistory NOTIFY keepHistoryChanged)
+    /// The question before the history is cleared is on show.
+    Q_PROPERTY(bool askClear READ askClear WRITE setAskClear NOTIFY askClearChanged)
+    /// The history was cleared in this window.
+    Q_PROPERTY(bool cleared READ cleared NOTIFY clearedChanged)
+    Q_PROPERTY(QString clearTitle READ clearTitle NOTIFY clearedChanged)
+
+public:
+    explicit SettingsModel(const SharedObjects& objects, QObject* parent = nullptr);
+
+    bool startAtLogin() const { return startAtLogin_; }
+    QString loginNote() const;
+    bool showMenuBar() const { return objects_.preferences.showMenuBar(); }
+    bool offersUpdates() const { return objects_.updater.isConfigured(); }
+    bool checksForUpdates() const { return objects_.updater.automaticallyChecksForUpdates(); }
+    bool keepHistory() const { return objects_.monitor.keepHistory(); }
+    bool askClear() const { return askClear_; }
+    bool cleared() const { return cleared_; }
+    QString clearTitle() const;
+
+    /// Asks the login service. When it refuses, the switch goes back to what the service says.
+    void setStartAtLogin(bool on);
+    void setShowMenuBar(bool show) { objects_.preferences.setShowMenuBar(show); }
+    void setChecksForUpdates(bool on);
+    void setKeepHistory(bool keep) { objects_.monitor.setKeepHistory(keep); }
+    void setAskClear(bool ask);
+
+    /// Removes the history, whether or not the window stays open meanwhile. Files that cannot be
+    /// removed stay until they age out.
+    Q_INVOKABLE void clearHistory();
+
+Q_SIGNALS:
+    void startAtLoginChanged();
+    void showMenuBarChanged();
+    void checksForUpdatesChanged();
+    void keepHistoryChanged();
+    void askClearChanged();
+    void clearedChanged();
+
+private:
+    static QCoro::Task<> clear(QPointer<SettingsModel> model, Scheduler& scheduler,
+                               UsageStore store);
+
+    SharedObjects objects_;
+    bool startAtLogin_;
+    bool askClear_ = false;
+    bool cleared_ = false;
+};
+
+} // namespace pacelet

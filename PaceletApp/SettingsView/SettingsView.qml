@@ -1,0 +1,194 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Pacelet
+
+/// The form of the settings. Escape and Ctrl+W close it.
+FocusScope {
+    id: view
+
+    required property SettingsModel model
+
+    signal closed
+
+    readonly property real inset: 24
+
+    /// A group of settings under its heading.
+    component Section: Column {
+        id: section
+
+        required property string title
+        default property alias content: fields.data
+
+        width: form.width
+        spacing: 8
+
+        SectionLabel {
+            x: 4
+            text: section.title
+        }
+
+        Card {
+            width: parent.width
+            padding: 0
+
+            Column {
+                id: fields
+
+                x: 16
+                width: parent.width - 32
+            }
+        }
+    }
+
+    /// One line of a group.
+    component Field: Item {
+        id: field
+
+        property bool first: false
+        property string note
+        default property alias content: control.data
+
+        width: parent?.width ?? 0
+        implicitHeight: lines.y + lines.height + 14
+
+        Divider {
+            width: parent.width
+            visible: !field.first
+        }
+
+        Column {
+            id: lines
+
+            y: 14
+            width: parent.width
+            spacing: 6
+
+            Item {
+                id: control
+
+                width: parent.width
+                height: childrenRect.height
+            }
+
+            Text {
+                width: parent.width - 48
+                visible: text !== ""
+                text: field.note
+                font: Theme.note
+                color: Theme.text2
+                wrapMode: Text.Wrap
+                lineHeight: 1.1
+                textFormat: Text.PlainText
+            }
+        }
+    }
+
+    implicitWidth: 460
+    implicitHeight: form.height + 2 * inset
+
+    Shortcut {
+        sequences: ["Escape", "Ctrl+W"]
+        onActivated: view.closed()
+    }
+
+    Column {
+        id: form
+
+        x: view.inset
+        y: view.inset
+        width: view.width - 2 * view.inset
+        spacing: 22
+
+        Section {
+            title: "General"
+
+            Field {
+                first: true
+                note: view.model.loginNote
+
+                Switch {
+                    objectName: "startAtLogin"
+                    width: parent.width
+                    text: "Start at login"
+                    focus: true
+                    checked: view.model.startAtLogin
+                    onToggled: {
+                        view.model.startAtLogin = checked;
+                        // The service may have refused.
+                        checked = Qt.binding(() => view.model.startAtLogin);
+                    }
+                }
+            }
+
+            Field {
+                Switch {
+                    objectName: "showMenuBar"
+                    width: parent.width
+                    text: "Show status in the menu bar"
+                    checked: view.model.showMenuBar
+                    onToggled: {
+                        view.model.showMenuBar = checked;
+                        checked = Qt.binding(() => view.model.showMenuBar);
+                    }
+                }
+            }
+
+            Field {
+                visible: view.model.offersUpdates
+
+                Switch {
+                    objectName: "checksForUpdates"
+                    width: parent.width
+                    text: "Check for updates automatically"
+                    checked: view.model.checksForUpdates
+                    onToggled: {
+                        view.model.checksForUpdates = checked;
+                        checked = Qt.binding(() => view.model.checksForUpdates);
+                    }
+                }
+            }
+        }
+
+        Section {
+            title: "Usage history"
+
+            Field {
+                first: true
+                note: "One line a minute, kept for 30 days on this Mac. Used for upgrade advice."
+
+                Switch {
+                    objectName: "keepHistory"
+                    width: parent.width
+                    text: "Keep usage history"
+                    checked: view.model.keepHistory
+                    onToggled: {
+                        view.model.keepHistory = checked;
+                        checked = Qt.binding(() => view.model.keepHistory);
+                    }
+                }
+            }
+
+            Field {
+                SecondaryButton {
+                    objectName: "clear"
+                    text: view.model.clearTitle
+                    enabled: !view.model.cleared
+                    onClicked: view.model.askClear = true
+                }
+            }
+        }
+    }
+
+    AlertDialog {
+        visible: view.model.askClear
+        title: "Clear usage history?"
+        message: "This deletes the CPU and memory history Pacelet has recorded. Your upgrade advice starts over."
+        confirmText: "Clear History"
+        destructive: true
+        onConfirmed: {
+            view.model.askClear = false;
+            view.model.clearHistory();
+        }
+        onCancelled: view.model.askClear = false
+    }
+}

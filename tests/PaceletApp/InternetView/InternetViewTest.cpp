@@ -1,0 +1,300 @@
+#include "PaceletApp/InternetView/InternetModel.h"
+#include "PaceletApp/InternetView/SavedSpeed.h"
+#include "tests/PaceletApp/Support/ApplicationRig.h"
+
+#include <gmock/gmock.h>
+
+namespace pacelet::testing {
+namespace {
+
+using ::testing::AllOf;
+using ::testing::Contains;
+using ::testing::IsSupersetOf;
+using ::testing::Not;
+using ::testing::StartsWith;
+
+constexpr const char* nettop = "/usr/bin/nettop";
+constexpr const char* networkQuality = "/usr/bin/networkQuality";
+constexpr const char* testFailed =
+    "The speed test didn't finish. Check your connection and try again.";
+
+/// The internet screen in the main window.
+class InternetViewTest : public ApplicationRig {
+protected:
+    void setNetwork(std::optional<Simulated::WiFi> wifi, NetworkPath path) {
+        const auto world = mac().machine.lock();
+        world->network.wifi = wifi;
+        world->network.path = path;
+    }
+
+    /// The traffic of one process of this name is all there is.
+    std::int32_t setTraffic(std::string_view name, std::int64_t in, std::int64_t out) {
+        const auto world = mac().machine.lock();
+        const std::int32_t pid = world->processes.find(name)->pid;
+        world->network.traffic = {{pid, in, out}};
+        return pid;
+    }
+
+    void setLine(Simulated::Line line) { mac().machine.lock()->network.line = line; }
+
+    void show(double seconds = 6) {
+        open(Screen::internet);
+        pass(seconds);
+    }
+
+    /// Presses the button, and answers the question with "Run test".
+    void startTest() {
+        probe->click("run speed test");
+        ASSERT_TRUE(comesUp("Test your internet speed?"));
+        probe->press(Qt::Key_Return);
+        settle();
+    }
+
+    std::optional<SpeedResult> saved() { return savedSpeed(mac().preferences); }
+
+    static constexpr NetworkPath overWiFi{true, true, false};
+};
+
+TEST_F(InternetViewTest, ChecksFirstAndThenTellsHowThingsStand) {
+    launch("quiet");
+    mac().network.setDelivery(Simulated::PathDelivery::onDemand);
+    show();
+    EXPECT_THAT(
+        probe->texts(),
+        AllOf(IsSupersetOf(
+                  {"Internet", "Find out if it's your Mac, your Wi-Fi, or your internet line.",
+                   "Checking your connection…", "Connection", "Speed test",
+                   "See your real download and upload speed.", "Apps using your connection"}),
+              Not(Contains("Wi-Fi"))));
+    EXPECT_EQ(calls(nettop), 0);
+    mac().network.setDelivery(Simulated::PathDelivery::atOnce);
+    mac().network.deliver(2);
+    settle();
+    pass(3);
+    EXPECT_THAT(probe->texts(),
+                AllOf(IsSupersetOf({"Your internet looks healthy.",
+                                    "Run a speed test to check your internet line too.", "Wi-Fi",
+                                    "Signal", "Excellent (-52 dBm)", "Band", "5 GHz", "Wi-Fi link",
+                                    "866 Mbps between your Mac and router", "Spotify"}),
+                      Not(Contains("Checking your connection…"))));
+}
+
+TEST_F(InternetViewTest, HasItsWordsForEveryLink) {
+    using Simulated::WiFi;
+    const WiFi radio{-60, -90, 600, 2};
+    const WiFi unassociated{0, 0, 0, std::nullopt};
+    const struct {
+        std::optional<WiFi> wifi;
+        NetworkPath path;
+        const char* link;
+        const char* finding;
+        bool hasRows;
+    } rows[] = {
+        {radio, overWiFi, "Wi-Fi", "Your internet looks healthy.", true},
+        {unassociated, overWiFi, "Wi-Fi", "Your internet looks healthy.", false},
+        {radio, {true, false, true}, "Wired connection", "Your internet looks healthy.", false},
+        {std::nullopt, {true, false, false}, "Connected", "Your internet looks healthy.", false},
+        {radio, {}, "Offline", "You're offline.", false},
+        {WiFi{-71, -90, 58, 2}, overWiFi, "Wi-Fi", "Your Wi-Fi signal is only fair.", true},
+        {WiFi{-81, -90, 58, 1}, overWiFi, "Wi-Fi", "Your Wi-Fi signal is weak.", true},
+        {WiFi{-70, -90, 58, 1}, overWiFi, "Wi-Fi", "You're on 2.4 GHz Wi-Fi.", true},
+    };
+    launch("quiet");
+    show();
+    for (const auto& row : rows) {
+        setNetwork(row.wifi, row.path);
+        const auto before = calls(nettop);
+        pass(3); // the loop goes on in every state, offline too
+        EXPECT_GT(calls(nettop), before);
+        EXPECT_TRUE(probe->shows(row.link)) << row.link;
+        EXPECT_TRUE(probe->shows(row.finding)) << row.finding;
+        EXPECT_EQ(probe->shows("Signal"), row.hasRows) << row.finding;
+    }
+}
+
+TEST_F(InternetViewTest, AFixOpensItsSettings) {
+    launch("offline");
+    show();
+    EXPECT_THAT(probe->texts(), AllOf(IsSupersetOf({"Check Wi-Fi or your network cable."}),
+                                      Not(Contains("Your internet looks healthy."))));
+    EXPECT_TRUE(probe->shows("Nothing is using much bandwidth right now."));
+    probe->clickText("Wi-Fi settings");
+    settle();
+    EXPECT_EQ(mac().machine.lock()->records.openedURLs.size(), 1U);
+}
+
+TEST_F(InternetViewTest, FoldsHelpersIntoTheirApplication) {
+    launch("chrome-tabs");
+    show();
+    ASSERT_TRUE(probe->shows("Google Chrome"));
+    EXPECT_FALSE(probe->shows("Google Chrome Helper"));
+    setTraffic("apsd", 2'500'000, 1'000'000);
+    pass(3);
+    EXPECT_THAT(probe->texts(), Contains(StartsWith("apsd is using 3.")));
+    EXPECT_FALSE(probe->shows("Google Chrome"));
+    mac().machine.inject(Simulated::ToolMissing{nettop});
+    pass(3);
+    EXPECT_TRUE(probe->shows("Nothing is using much bandwidth right now."));
+    EXPECT_TRUE(probe->shows("Your internet looks healthy."));
+}
+
+TEST_F(InternetViewTest, ATestIsRunOnlyWhenTheUserSaysSo) {
+    launch("quiet");
+    show();
+    for (const bool byKey : {true, false}) {
+        probe->click("run speed test");
+        ASSERT_TRUE(comesUp("Test your internet speed?"));
+        EXPECT_TRUE(probe->shows("Pacelet uses Apple's built-in test against Apple's servers. It "
+                                 "takes about 25 seconds and can use several hundred MB of data on "
+                                 "fast connections."));
+        if (byKey) {
+            probe->press(Qt::Key_Escape);
+        } else {
+            probe->clickText("Cancel");
+        }
+        ASSERT_TRUE(goesAway("Test your internet speed?"));
+    }
+    pass(60);
+    EXPECT_EQ(calls(networkQuality), 0);
+    EXPECT_TRUE(probe->shows("See your real download and upload speed."));
+
+    scheduler().setBackgroundDuration(Seconds{25});
+    startTest();
+    EXPECT_TRUE(probe->shows("Testing your connection…"));
+    EXPECT_FALSE(probe->item("run speed test")->isEnabled());
+    const auto samples = calls(nettop);
+    pass(24);
+    scheduler().setBackgroundDuration(Seconds{0});
+    EXPECT_FALSE(saved());
+    pass(1);
+    EXPECT_GE(calls(nettop), samples);
+    EXPECT_THAT(probe->texts(),
+                AllOf(IsSupersetOf({"Download", "412 Mbps", "Upload", "38 Mbps", "Responsiveness",
+                                    "Medium (812 RPM)", "Latency", "15 ms", "Last tested now",
+                                    "Wi-Fi signal and recent speed look fine."}),
+                      Not(Contains("Testing your connection…"))));
+    EXPECT_EQ(saved()->downloadMbps, 412);
+    EXPECT_EQ(calls(networkQuality), 1);
+    pass(185);
+    EXPECT_TRUE(probe->shows("Last tested 3 minutes ago"));
+}
+
+TEST_F(InternetViewTest, ASlowLineIsAFindingForAnHourAndThenARecord) {
+    launch("quiet");
+    setLine({0.4e6, 9.6e6, std::nullopt, std::nullopt});
+    show();
+    startTest();
+    pass(2);
+    EXPECT_THAT(probe->texts(),
+                IsSupersetOf({"Your internet is slow: 0 Mbps down.", "0 Mbps", "10 Mbps"}));
+    EXPECT_FALSE(probe->shows("Responsiveness") || probe->shows("Latency"));
+    mac().machine.jumpWallClock(Seconds{3590} - (mac().machine.now() - saved()->measuredAt));
+    pass(3);
+    EXPECT_TRUE(probe->shows("Your internet is slow: 0 Mbps down."));
+    pass(10);
+    EXPECT_THAT(probe->texts(),
+                IsSupersetOf({"Your internet looks healthy.", "0 Mbps", "Last tested 1 hour ago"}));
+}
+
+TEST_F(InternetViewTest, AFailedTestSaysOneSentenceAndKeepsTheOldResult) {
+    const Simulated::Failure failures[] = {Simulated::ToolMissing{networkQuality},
+                                           Simulated::ToolNotPermitted{networkQuality},
+                                           Simulated::ToolFails{networkQuality, 2, "no route"},
+                                           Simulated::ToolPrints{networkQuality, "[]"}};
+    launch("quiet");
+    const SpeedResult old{50, 10, {}, {}, mac().machine.now()};
+    saveSpeed(mac().preferences, old);
+    show();
+    for (const Simulated::Failure& failure : failures) {
+        mac().machine.inject(failure);
+        startTest();
+        pass(2);
+        EXPECT_THAT(probe->texts(), IsSupersetOf({testFailed, "50 Mbps"}));
+        EXPECT_TRUE(probe->item("run speed test")->isEnabled());
+        EXPECT_EQ(saved(), old);
+        mac().machine.clearFailures();
+    }
+    startTest();
+    pass(2);
+    EXPECT_FALSE(probe->shows(testFailed));
+    EXPECT_TRUE(probe->shows("412 Mbps"));
+}
+
+TEST_F(InternetViewTest, ATestOutlivesTheScreenThatAskedForIt) {
+    launch("quiet");
+    show();
+    scheduler().setBackgroundDuration(Seconds{25});
+    startTest();
+    scheduler().setBackgroundDuration(Seconds{0});
+    app().router().setScreen(Screen::overview);
+    pass(20);
+    EXPECT_FALSE(saved());
+    pass(10);
+    ASSERT_TRUE(saved());
+    open(Screen::internet);
+    EXPECT_TRUE(probe->shows("412 Mbps"));
+    // A window that is closed is a screen that is left.
+    setLine({99e6, 9e6, {}, {}});
+    scheduler().setBackgroundDuration(Seconds{25});
+    startTest();
+    scheduler().setBackgroundDuration(Seconds{0});
+    app().closeWindow();
+    closes(&Application::window);
+    pass(30);
+    EXPECT_EQ(saved()->downloadMbps, 99);
+}
+
+TEST_F(InternetViewTest, MeasuresOnlyWhileItCanBeSeen) {
+    launch("quiet");
+    open(Screen::overview);
+    pass(10);
+    EXPECT_EQ(calls(nettop), 0);
+    const std::size_t sleeps = scheduler().pendingSleeps();
+    const auto rests = [&] {
+        settle();
+        const auto before = calls(nettop);
+        pass(10);
+        return calls(nettop) == before && scheduler().pendingJobs() == 0;
+    };
+    app().router().setScreen(Screen::internet);
+    pass(0);
+    EXPECT_EQ(calls(nettop), 1);
+    pass(10);
+    EXPECT_EQ(calls(nettop), 11);
+    app().router().setScreen(Screen::overview);
+    EXPECT_TRUE(rests());
+    EXPECT_EQ(scheduler().pendingSleeps(), sleeps);
+
+    app().router().setScreen(Screen::internet);
+    pass(1);
+    app().window()->showMinimized();
+    EXPECT_TRUE(rests());
+    app().showWindow();
+    EXPECT_FALSE(rests());
+
+    // Left while a sample is under way: what comes back late is dropped.
+    scheduler().setBackgroundDuration(Seconds{2});
+    pass(1.5);
+    app().router().setScreen(Screen::overview);
+    scheduler().setBackgroundDuration(Seconds{0});
+    pass(5);
+    EXPECT_TRUE(rests());
+}
+
+TEST_F(InternetViewTest, StartsOverWithEveryVisit) {
+    launch("quiet");
+    mac().preferences.setData("lastSpeedTest", "{broken");
+    show();
+    EXPECT_TRUE(probe->shows("See your real download and upload speed."));
+    app().router().setScreen(Screen::overview);
+    settle();
+    mac().network.setDelivery(Simulated::PathDelivery::onDemand);
+    app().router().setScreen(Screen::internet);
+    pass(5);
+    EXPECT_TRUE(probe->shows("Checking your connection…"));
+    mac().network.deliver();
+    settle();
+}
+
+} // namespace
+} // namespace pacelet::testing

@@ -1,0 +1,78 @@
+#include "tests/PaceletApp/Support/ApplicationRig.h"
+
+#include <gmock/gmock.h>
+
+namespace pacelet::testing {
+namespace {
+
+using ::testing::IsSupersetOf;
+
+constexpr const char* title = "Find out why your Mac is slow";
+
+/// The first run of the program.
+class OnboardingTest : public ApplicationRig {
+protected:
+    void SetUp() override {
+        launch("fresh-install");
+        app().preferences().setOnboarded(false);
+        open();
+        ASSERT_TRUE(comesUp(title));
+    }
+
+    LoginItemStatus status() { return mac().loginItems.status(); }
+};
+
+TEST_F(OnboardingTest, GreetsOnceAndStaysUntilItIsAnswered) {
+    EXPECT_THAT(probe->texts(),
+                IsSupersetOf({"See the cause in plain English.",
+                              "Everything stays on your Mac. Nothing is uploaded.",
+                              "Start Pacelet at login",
+                              "This lets Pacelet learn how your Mac is used, for upgrade advice. "
+                              "macOS will show a \"Background Items Added\" notice.",
+                              "Get started"}));
+    EXPECT_EQ(probe->focused(), "get started");
+    probe->press(Qt::Key_Escape);
+    probe->press(Qt::Key_2, Qt::ControlModifier);
+    pass(1);
+    EXPECT_TRUE(probe->shows(title));
+    EXPECT_FALSE(app().preferences().onboarded());
+    EXPECT_EQ(app().router().screen(), Screen::overview);
+
+    probe->clickText("Get started");
+    EXPECT_TRUE(goesAway(title));
+    EXPECT_TRUE(app().preferences().onboarded());
+    EXPECT_EQ(mac().preferences.boolean("onboarded"), true);
+    EXPECT_EQ(status(), LoginItemStatus::notRegistered);
+    app().closeWindow();
+    closes(&Application::window);
+    open();
+    EXPECT_FALSE(probe->shows(title));
+}
+
+TEST_F(OnboardingTest, StartsAtLoginWhenThatIsTicked) {
+    probe->click("start at login");
+    EXPECT_EQ(status(), LoginItemStatus::notRegistered) << "before the user is done";
+    probe->press(Qt::Key_Return); // wherever the focus stands
+    EXPECT_TRUE(goesAway(title));
+    EXPECT_EQ(status(), LoginItemStatus::enabled);
+}
+
+TEST_F(OnboardingTest, GoesOnWhenTheLoginServiceRefuses) {
+    mac().machine.inject(Simulated::LoginItemsRefuse{});
+    probe->clickText("Start Pacelet at login");
+    probe->clickText("Get started");
+    EXPECT_TRUE(goesAway(title));
+    EXPECT_TRUE(app().preferences().onboarded());
+    EXPECT_EQ(status(), LoginItemStatus::notRegistered);
+    EXPECT_EQ(app().actions().toast(), std::nullopt);
+}
+
+TEST_F(OnboardingTest, ComesBackWhenTheWindowIsClosedInstead) {
+    app().closeWindow();
+    closes(&Application::window);
+    open();
+    EXPECT_TRUE(comesUp(title));
+}
+
+} // namespace
+} // namespace pacelet::testing

@@ -1,0 +1,211 @@
+#include "PaceletApp/SettingsView/SettingsModel.h"
+#include "tests/PaceletApp/Support/ApplicationRig.h"
+#include "tests/PaceletApp/Support/FakeUpdater.h"
+#include "tests/PaceletApp/Support/Stage.h"
+
+#include <gmock/gmock.h>
+
+namespace pacelet::testing {
+namespace {
+
+using ::testing::IsSupersetOf;
+
+constexpr const char* question = "Clear usage history?";
+
+/// The settings in a window of their own.
+class SettingsTest : public ApplicationRig {
+protected:
+    void SetUp() override { launch("quiet"); }
+
+    void openSettings() {
+        app().showSettings();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(app().settings()));
+        probe.emplace(*app().settings());
+        settle();
+    }
+
+    void close() {
+        probe->press(Qt::Key_Escape);
+        closes(&Application::settings);
+    }
+
+    bool isOn(const char* name) { return probe->property(name, "checked").toBool(); }
+
+    const UsageStore& store() { return app().monitor().usageStore(); }
+
+    void keepRecords() {
+        const auto minute = static_cast<std::int64_t>(unixTime(mac().machine.now()) / 60);
+        store().append({.t = minute - 1500, .cpu = 7, .n = 1});
+        store().append({.t = minute, .cpu = 9, .n = 1});
+        ASSERT_EQ(store().load(distantPast).size(), 2U);
+    }
+};
+
+TEST_F(SettingsTest, ShowsAndChangesWhatIsStored) {
+    openSettings();
+    EXPECT_EQ(app().settings()->width(), 460);
+    EXPECT_THAT(probe->texts(),
+                IsSupersetOf({"General", "Start at login",
+                              "macOS will show a \"Background Items Added\" notice. That's "
+                              "Pacelet, and you can turn it off here anytime.",
+                              "Show status in the menu bar", "Usage history", "Keep usage history",
+                              "One line a minute, kept for 30 days on this Mac. Used for upgrade "
+                              "advice.",
+                              "Clear usage history…"}));
+    EXPECT_FALSE(probe->shows("Check for updates automatically"));
+    const struct {
+        const char* name;
+        bool start;
+        std::function<bool()> stored;
+    } rows[] = {
+        {"startAtLogin", false,
+         [this] { return mac().loginItems.status() == LoginItemStatus::enabled; }},
+        {"showMenuBar", true, [this] { return *mac().preferences.boolean("showMenuBar"); }},
+        {"keepHistory", true, [this] { return *mac().preferences.boolean("keepUsageHistory"); }},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(isOn(row.name), row.start) << row.name;
+        probe->click(row.name);
+        EXPECT_EQ(isOn(row.name), !row.start) << row.name;
+        EXPECT_EQ(row.stored(), !row.start) << row.name;
+    }
+    EXPECT_FALSE(app().monitor().keepHistory());
+    close();
+    openSettings();
+    for (const auto& row : rows) {
+        EXPECT_EQ(isOn(row.name), !row.start) << row.name;
+        probe->click(row.name);
+        EXPECT_EQ(row.stored(), row.start) << row.name;
+    }
+}
+
+TEST_F(SettingsTest, FollowsWhatIsChangedElsewhere) {
+    openSettings();
+    app().preferences().setShowMenuBar(false);
+    app().monitor().setKeepHistory(false);
+    EXPECT_FALSE(isOn("showMenuBar") || isOn("keepHistory"));
+}
+
+TEST_F(SettingsTest, ARefusedSwitchGoesBackWithoutAWord) {
+    for (const LoginItemStatus status :
+         {LoginItemStatus::notRegistered, LoginItemStatus::requiresApproval,
+          LoginItemStatus::notFound, LoginItemStatus::enabled}) {
+        mac().machine.lock()->loginItem = status;
+        mac().machine.inject(Simulated::LoginItemsRefuse{});
+        openSettings();
+        const bool enabled = status == LoginItemStatus::enabled;
+        EXPECT_EQ(isOn("startAtLogin"), enabled);
+        const auto texts = probe->texts();
+        probe->click("startAtLogin");
+        EXPECT_EQ(isOn("startAtLogin"), enabled);
+        EXPECT_EQ(probe->texts(), texts);
+        // Once it agrees, the same switch works.
+        mac().machine.clearFailures();
+        probe->click("startAtLogin");
+        EXPECT_EQ(isOn("startAtLogin"), !enabled);
+        EXPECT_EQ(mac().loginItems.status() == LoginItemStatus::enabled, !enabled);
+        close();
+    }
+    EXPECT_EQ(app().actions().toast(), std::nullopt);
+}
+
+TEST_F(SettingsTest, ClearsTheHistoryWhenToldTwice) {
+    keepRecords();
+    openSettings();
+    probe->click("keepHistory"); // what was recorded stays, and can still be cleared
+    for (const bool byKey : {true, false}) {
+        probe->clickText("Clear usage history…");
+        ASSERT_TRUE(comesUp(question));
+        EXPECT_TRUE(probe->shows("This deletes the CPU and memory history Pacelet has recorded. "
+                                 "Your upgrade advice starts over."));
+        if (byKey) {
+            // Where something could be lost, the key that agrees by habit does no harm.
+            probe->press(Qt::Key_Return);
+        } else {
+            probe->press(Qt::Key_Escape);
+        }
+        ASSERT_TRUE(goesAway(question));
+        EXPECT_TRUE(probe->item("clear")->isEnabled());
+        EXPECT_EQ(store().load(distantPast).size(), 2U);
+    }
+    probe->clickText("Clear usage history…");
+    ASSERT_TRUE(comesUp(question));
+    probe->clickText("Clear History");
+    EXPECT_TRUE(comesUp("History cleared"));
+    EXPECT_FALSE(probe->item("clear")->isEnabled());
+    EXPECT_TRUE(store().load(distantPast).empty());
+    close();
+    openSettings();
+    EXPECT_TRUE(probe->item("clear")->isEnabled());
+    EXPECT_TRUE(probe->shows("Clear usage history…"));
+}
+
+TEST_F(SettingsTest, ClearsBehindAClosedWindowAndIgnoresWhatFails) {
+    keepRecords();
+    openSettings();
+    probe->click("clear");
+    ASSERT_TRUE(comesUp(question));
+    scheduler().setBackgroundDuration(Seconds{1});
+    probe->clickText("Clear History");
+    ASSERT_TRUE(goesAway(question));
+    close();
+    pass(2);
+    scheduler().setBackgroundDuration(Seconds{0});
+    EXPECT_TRUE(store().load(distantPast).empty());
+
+    mac().machine.inject(Simulated::FolderUnwritable{store().directory.string()});
+    openSettings();
+    probe->click("clear");
+    ASSERT_TRUE(comesUp(question));
+    probe->clickText("Clear History");
+    EXPECT_TRUE(comesUp("History cleared"));
+}
+
+TEST_F(SettingsTest, IsOneWindowThatKeysOpenAndClose) {
+    open();
+    for (const int key : {Qt::Key_Escape, Qt::Key_W}) {
+        probe->press(Qt::Key_Comma, Qt::ControlModifier);
+        ASSERT_NE(app().settings(), nullptr);
+        ASSERT_TRUE(QTest::qWaitForWindowActive(app().settings()));
+        const QQuickWindow* const first = app().settings();
+        app().settings()->showMinimized();
+        app().showSettings();
+        EXPECT_EQ(app().settings(), first);
+        EXPECT_EQ(first->visibility(), QWindow::Windowed);
+        ASSERT_TRUE(QTest::qWaitForWindowActive(app().settings()));
+        WindowProbe settings{*app().settings()};
+        settings.press(key, key == Qt::Key_W ? Qt::ControlModifier : Qt::NoModifier);
+        closes(&Application::settings);
+        ASSERT_NE(app().window(), nullptr);
+        app().showWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(app().window()));
+    }
+    // Either window lives without the other.
+    app().showSettings();
+    app().closeWindow();
+    closes(&Application::window);
+    pass(5);
+    EXPECT_FALSE(app().monitor().windowVisible());
+    openSettings();
+    EXPECT_TRUE(probe->shows("General"));
+    close();
+}
+
+TEST_F(SettingsTest, OffersUpdatesWhereThereIsAnUpdater) {
+    const Platform platform = mac().platform();
+    UpdaterRecord record;
+    AppUpdater updater{{"key", "app.pacelet.Pacelet"}, std::make_unique<FakeUpdater>(record)};
+    SettingsModel model{{app().monitor(), app().router(), app().actions(), app().preferences(),
+                         updater, scheduler(), platform}};
+    Stage stage{"SettingsView { width: 460; height: implicitHeight; model: settings }",
+                {{"settings", QVariant::fromValue(&model)}}};
+    EXPECT_TRUE(stage.shows("Check for updates automatically"));
+    for (const bool on : {true, false}) {
+        stage.click("checksForUpdates");
+        EXPECT_EQ(record.automatic, on);
+        EXPECT_EQ(stage.property("checksForUpdates", "checked").toBool(), on);
+    }
+}
+
+} // namespace
+} // namespace pacelet::testing
