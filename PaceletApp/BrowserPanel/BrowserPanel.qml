@@ -1,7 +1,7 @@
 import QtQuick
 import Pacelet
 
-/// The content of the sheet, with its margins.
+/// The sheet in which the tabs of one browser are cleaned up.
 FocusScope {
     id: panel
 
@@ -9,6 +9,121 @@ FocusScope {
 
     signal closed
 
+    readonly property bool loaded: model.phase === "loaded"
+    readonly property real margin: 28
+
     implicitWidth: 760
-    implicitHeight: 620
+    implicitHeight: loaded ? 620 : page.implicitHeight + 2 * margin
+    focus: true
+
+    Loader {
+        id: page
+
+        x: panel.margin
+        y: panel.margin
+        width: panel.width - 2 * panel.margin
+        height: panel.loaded ? panel.height - 2 * panel.margin : implicitHeight
+        focus: true
+        sourceComponent: {
+            switch (panel.model.phase) {
+            case "primer":
+                return primer;
+            case "loading":
+                return loading;
+            case "loaded":
+                return tabs;
+            default:
+                return failure;
+            }
+        }
+    }
+
+    Component {
+        id: primer
+
+        BrowserMessage {
+            focus: true
+            symbol: "hand.raised"
+            wordSpacing: spacing
+            look: panel.model.primer // qmllint disable unqualified
+
+            SecondaryButton {
+                text: "Not now"
+                onClicked: panel.closed() // qmllint disable unqualified
+            }
+
+            PrimaryButton {
+                focus: true
+                text: "Continue"
+                onClicked: panel.model.proceed() // qmllint disable unqualified
+            }
+        }
+    }
+
+    Component {
+        id: loading
+
+        Row {
+            spacing: 12
+
+            Spinner {
+                anchors.verticalCenter: parent.verticalCenter
+            }
+
+            Text {
+                text: panel.model.loadingText // qmllint disable unqualified
+                font: Theme.body
+                color: Theme.text2
+                textFormat: Text.PlainText
+            }
+        }
+    }
+
+    Component {
+        id: failure
+
+        BrowserMessage {
+            focus: true
+            spacing: 12
+            look: panel.model.failure // qmllint disable unqualified
+
+            SecondaryButton {
+                text: "Close"
+                onClicked: panel.closed() // qmllint disable unqualified
+            }
+
+            SecondaryButton {
+                visible: panel.model.phase === "notPermitted" // qmllint disable unqualified
+                text: "Open Automation settings"
+                onClicked: panel.model.openAutomationSettings() // qmllint disable unqualified
+            }
+
+            PrimaryButton {
+                focus: true
+                text: "Try again"
+                onClicked: panel.model.load() // qmllint disable unqualified
+            }
+        }
+    }
+
+    Component {
+        id: tabs
+
+        BrowserTabs {
+            focus: true
+            model: panel.model // qmllint disable unqualified
+            onClosed: panel.closed() // qmllint disable unqualified
+        }
+    }
+
+    AlertDialog {
+        visible: panel.model.confirming
+        title: panel.model.confirmTitle
+        message: panel.model.confirmMessage
+        confirmText: panel.model.confirmButton
+        destructive: true
+        paragraphLines: 2
+        onConfirmed: panel.model.acceptConfirm()
+        onCancelled: panel.model.dismissConfirm()
+    }
 }

@@ -1,9 +1,280 @@
 #include "PaceletApp/BrowserPanel/BrowserPanelModel.h"
 
+#include "Core/Fixes/FixRunner.h"
+#include "Core/Platform/Platform.h"
+#include "Core/Sampling/PSProcessSource.h"
+#include "PaceletApp/Scheduler/Detach.h"
+#include "PaceletApp/Scheduler/Scheduler.h"
+#include "PaceletApp/Support/QtText.h"
+
+#include <algorithm>
+#include <utility>
+#include <variant>
+
 namespace pacelet {
+
+namespace {
+
+MessageLook lookOf(const BrowserTexts::Message& message) {
+    return {qtText(message.heading), qtText(message.body)};
+}
+
+std::variant<BrowserListing, BrowserPhase> readListing(const BrowserController& controller,
+                                                       ChromiumBrowser browser) {
+    try {
+        return BrowserListing{controller.windows(browser)};
+    } catch (const std::exception& error) {
+        return phaseAfter(error);
+    }
+}
+
+ExtensionUsage readExtensions(ToolRunner& tools, const std::string& bundle) {
+    std::string listing;
+    try {
+        listing = PSProcessSource::argsListing(tools);
+    } catch (const LaunchError&) {
+        // Nothing counts as running.
+        listing.clear();
+    }
+    return TabCleanup::extensions(listing, bundle);
+}
+
+} // namespace
 
 BrowserPanelModel::BrowserPanelModel(const SharedObjects& objects, ChromiumBrowser browser,
                                      QObject* parent)
-    : QObject{parent}, objects_{objects}, browser_{browser} {}
+    : QObject{parent}, objects_{objects}, browser_{browser},
+      controller_{objects.platform}, rows_{[](const TabRow& row) { return row.id; }, tabRoles()} {
+    refreshLook();
+    if (objects_.platform.preferences.boolean(primerKey()).value_or(false)) {
+        load();
+    } else {
+        setPhase({BrowserPhase::Kind::primer, {}});
+    }
+}
+
+std::string BrowserPanelModel::primerKey() const {
+    return "primer.automation." + std::string{rawValue(browser_)};
+}
+
+QString BrowserPanelModel::phaseName() const {
+    return qtText(rawValue(phase_.kind));
+}
+
+MessageLook BrowserPanelModel::primer() const {
+    return lookOf(BrowserTexts::primer(browser_));
+}
+
+QString BrowserPanelModel::loadingText() const {
+    return qtText(BrowserTexts::loading(browser_));
+}
+
+MessageLook BrowserPanelModel::failure() const {
+    return phase_.isFailure() ? lookOf(BrowserTexts::failure(phase_, browser_)) : MessageLook{};
+}
+
+void BrowserPanelModel::proceed() {
+    objects_.platform.preferences.setBoolean(primerKey(), true);
+    load();
+}
+
+void BrowserPanelModel::openAutomationSettings() {
+    FixRunner{objects_.platform}.open(SettingsPane::automation);
+}
+
+void BrowserPanelModel::load() {
+    detach(load(QPointer{this}));
+}
+
+QCoro::Task<> BrowserPanelModel::load(QPointer<BrowserPanelModel> model) {
+    model->setPhase({BrowserPhase::Kind::loading, {}});
+    auto reading = model->objects_.scheduler.runInBackground(
+        [controller = model->controller_, browser = model->browser_] {
+            return readListing(controller, browser);
+        });
+    auto result = co_await reading;
+    if (!model) {
+        co_return;
+    }
+    if (auto* const listing = std::get_if<BrowserListing>(&result)) {
+        model->setListing(std::move(*listing));
+        model->setPhase({BrowserPhase::Kind::loaded, {}});
+    } else {
+        model->setPhase(std::get<BrowserPhase>(std::move(result)));
+    }
+    if (!model) {
+        co_return;
+    }
+    const auto bundle =
+        model->objects_.platform.workspace.applicationPath(std::string{rawValue(model->browser_)});
+    if (bundle) {
+        co_await measureExtensions(model, *bundle);
+    }
+}
+
+QCoro::Task<> BrowserPanelModel::measureExtensions(QPointer<BrowserPanelModel> model,
+                                                   std::string bundle) {
+    auto measuring = model->objects_.scheduler.runInBackground(
+        [&tools = model->objects_.platform.tools, bundle] {
+            return readExtensions(tools, bundle);
+        });
+    const ExtensionUsage usage = co_await measuring;
+    if (model) {
+        model->extensions_ = usage;
+        model->refreshLook();
+    }
+}
+
+BackgroundTask<std::optional<BrowserPhase>> BrowserPanelModel::runInBackground(Script run) {
+    return objects_.scheduler.runInBackground(
+        [run = std::move(run), controller = controller_]() -> std::optional<BrowserPhase> {
+            try {
+                run(controller);
+                return std::nullopt;
+            } catch (const std::exception& error) {
+                return phaseAfter(error);
+            }
+        });
+}
+
+QCoro::Task<> BrowserPanelModel::perform(QPointer<BrowserPanelModel> model, Script run) {
+    model->setWorking(true);
+    auto running = model->runInBackground(std::move(run));
+    std::optional<BrowserPhase> failure = co_await running;
+    if (!model) {
+        co_return;
+    }
+    if (failure) {
+        model->setPhase(std::move(*failure));
+    } else {
+        model->clearSelection();
+        co_await load(model);
+    }
+    if (model) {
+        model->setWorking(false);
+    }
+}
+
+void BrowserPanelModel::openMemorySaver() {
+    detach(openMemorySaver(QPointer{this}));
+}
+
+QCoro::Task<> BrowserPanelModel::openMemorySaver(QPointer<BrowserPanelModel> model) {
+    model->setWorking(true);
+    auto opening =
+        model->runInBackground([browser = model->browser_](const BrowserController& controller) {
+            controller.openMemorySaver(browser);
+        });
+    // Whether it worked is seen in the browser.
+    co_await opening;
+    if (model) {
+        model->setWorking(false);
+    }
+}
+
+void BrowserPanelModel::select(int row, bool selected) {
+    if (row < 0 || row >= rows_.rowCount() || !rows_.item(row).isSelectable) {
+        return;
+    }
+    TabRow next = rows_.item(row);
+    if (selected) {
+        selected_.insert(next.tabID);
+    } else {
+        selected_.erase(next.tabID);
+    }
+    next.isChecked = selected;
+    rows_.replace(row, std::move(next));
+    refreshLook();
+}
+
+void BrowserPanelModel::closeDuplicates() {
+    askClose(listing_.duplicates, BrowserTexts::closeDuplicatesTitle(listing_.duplicates.size()));
+}
+
+void BrowserPanelModel::closeSelected() {
+    std::vector<BrowserTab> tabs = listing_.tabsOf(selected_);
+    std::string title = BrowserTexts::closeSelectedTitle(tabs.size());
+    askClose(std::move(tabs), std::move(title));
+}
+
+void BrowserPanelModel::askClose(std::vector<BrowserTab> tabs, std::string title) {
+    std::string message = BrowserTexts::closeMessage(tabs);
+    ask({QUuid::createUuid(), std::move(title), std::move(message), "Close Tabs",
+         [tabs = std::move(tabs), browser = browser_](const BrowserController& controller) {
+             controller.close(tabs, browser);
+         }});
+}
+
+void BrowserPanelModel::merge() {
+    if (!listing_.plan) {
+        return;
+    }
+    const MergePlan& plan = *listing_.plan;
+    ask({QUuid::createUuid(), BrowserTexts::mergeTitle(plan, listing_.profiles),
+         BrowserTexts::mergeMessage(plan), "Merge",
+         [plan, browser = browser_](const BrowserController& controller) {
+             controller.merge(plan, browser);
+         }});
+}
+
+void BrowserPanelModel::ask(Confirm confirm) {
+    confirmTitle_ = qtText(confirm.title);
+    confirmMessage_ = qtText(confirm.message);
+    confirmButton_ = qtText(confirm.button);
+    confirm_ = std::move(confirm);
+    Q_EMIT confirmChanged();
+}
+
+void BrowserPanelModel::acceptConfirm() {
+    if (!confirm_) {
+        return;
+    }
+    Script run = std::move(confirm_->run);
+    dismissConfirm();
+    detach(perform(QPointer{this}, std::move(run)));
+}
+
+void BrowserPanelModel::dismissConfirm() {
+    confirm_.reset();
+    Q_EMIT confirmChanged();
+}
+
+void BrowserPanelModel::setPhase(BrowserPhase phase) {
+    if (phase_ != phase) {
+        phase_ = std::move(phase);
+        Q_EMIT phaseChanged();
+    }
+}
+
+void BrowserPanelModel::setWorking(bool working) {
+    if (working_ != working) {
+        working_ = working;
+        Q_EMIT workingChanged();
+    }
+}
+
+void BrowserPanelModel::setListing(BrowserListing listing) {
+    listing_ = std::move(listing);
+    std::vector<TabRow> rows = std::exchange(listing_.rows, {});
+    for (TabRow& row : rows) {
+        row.isChecked = selected_.contains(row.tabID);
+    }
+    rows_.update(std::move(rows));
+    refreshLook();
+}
+
+void BrowserPanelModel::clearSelection() {
+    // The rows follow with the listing that is read next.
+    selected_.clear();
+    refreshLook();
+}
+
+void BrowserPanelModel::refreshLook() {
+    TabsLook next = tabsLook(listing_, browser_, extensions_, selected_);
+    if (look_ != next) {
+        look_ = std::move(next);
+        Q_EMIT lookChanged();
+    }
+}
 
 } // namespace pacelet

@@ -1,26 +1,151 @@
 #pragma once
 
-#include "Core/Browser/ChromiumBrowser.h"
+#include "Core/Browser/BrowserController.h"
+#include "PaceletApp/BrowserPanel/BrowserListing.h"
+#include "PaceletApp/BrowserPanel/BrowserTexts.h"
+#include "PaceletApp/Scheduler/BackgroundTask.h"
 #include "PaceletApp/Support/SharedObjects.h"
 
+#include <QCoroTask>
 #include <QObject>
+#include <QPointer>
+#include <QString>
+#include <QUuid>
 #include <QtQml/qqmlregistration.h>
+
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
 
 namespace pacelet {
 
-/// The sheet in which the user cleans up the tabs of one browser.
+/// A sheet's headline and what stands below it.
+struct MessageLook {
+    Q_GADGET
+    QML_VALUE_TYPE(messageLook)
+    Q_PROPERTY(QString heading MEMBER heading CONSTANT)
+    Q_PROPERTY(QString body MEMBER body CONSTANT)
+
+public:
+    QString heading;
+    QString body;
+};
+
+/// The tab cleaner of one browser. Made when its sheet opens and gone with it; a script that is
+/// under way then runs to its end, and its result is dropped.
 class BrowserPanelModel final : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the shell")
+    /// Raw value of the phase's kind.
+    Q_PROPERTY(QString phase READ phaseName NOTIFY phaseChanged)
+    Q_PROPERTY(pacelet::MessageLook primer READ primer CONSTANT)
+    Q_PROPERTY(QString loadingText READ loadingText CONSTANT)
+    Q_PROPERTY(pacelet::MessageLook failure READ failure NOTIFY phaseChanged)
+    Q_PROPERTY(pacelet::TabsLook look READ look NOTIFY lookChanged)
+    Q_PROPERTY(QAbstractItemModel* rows READ rows CONSTANT)
+    /// An action runs, and no other may start.
+    Q_PROPERTY(bool working READ working NOTIFY workingChanged)
+    Q_PROPERTY(bool confirming READ confirming NOTIFY confirmChanged)
+    Q_PROPERTY(QString confirmTitle READ confirmTitle NOTIFY confirmChanged)
+    Q_PROPERTY(QString confirmMessage READ confirmMessage NOTIFY confirmChanged)
+    Q_PROPERTY(QString confirmButton READ confirmButton NOTIFY confirmChanged)
 
 public:
+    /// A question before something is closed.
+    struct Confirm {
+        QUuid id; ///< new for each question
+        std::string title;
+        std::string message;
+        std::string button;
+        /// Blocks; throws what the browser reports.
+        std::function<void(const BrowserController&)> run;
+    };
+
+    /// All of `objects` outlive this.
     BrowserPanelModel(const SharedObjects& objects, ChromiumBrowser browser,
                       QObject* parent = nullptr);
 
+    const BrowserPhase& phase() const { return phase_; }
+    const std::vector<BrowserWindow>& windows() const { return listing_.windows; }
+    const std::optional<ExtensionUsage>& extensions() const { return extensions_; }
+    const TabSelection& selected() const { return selected_; }
+    const std::optional<Confirm>& confirm() const { return confirm_; }
+    bool working() const { return working_; }
+
+    QString phaseName() const;
+    MessageLook primer() const;
+    QString loadingText() const;
+    MessageLook failure() const;
+    const TabsLook& look() const { return look_; }
+    QAbstractItemModel* rows() { return &rows_; }
+    bool confirming() const { return confirm_.has_value(); }
+    /// The words stay while the dialog fades.
+    const QString& confirmTitle() const { return confirmTitle_; }
+    const QString& confirmMessage() const { return confirmMessage_; }
+    const QString& confirmButton() const { return confirmButton_; }
+
+    /// Accepts the explanation, for good, and reads the listing.
+    Q_INVOKABLE void proceed();
+    Q_INVOKABLE void load();
+    Q_INVOKABLE void openAutomationSettings();
+
+    /// Takes the tab in this row into the selection or out of it. Tabs of incognito windows and the
+    /// heads of windows stay out.
+    Q_INVOKABLE void select(int row, bool selected);
+
+    // The actions of the loaded list; those that close something ask first.
+    Q_INVOKABLE void closeDuplicates();
+    Q_INVOKABLE void closeSelected();
+    Q_INVOKABLE void merge();
+    Q_INVOKABLE void openMemorySaver();
+
+    // The buttons of the question: both take it away, the first one runs it.
+    Q_INVOKABLE void acceptConfirm();
+    Q_INVOKABLE void dismissConfirm();
+
+Q_SIGNALS:
+    void phaseChanged();
+    void lookChanged();
+    void workingChanged();
+    void confirmChanged();
+
 private:
+    using Script = std::function<void(const BrowserController&)>;
+
+    static QCoro::Task<> load(QPointer<BrowserPanelModel> model);
+    static QCoro::Task<> measureExtensions(QPointer<BrowserPanelModel> model, std::string bundle);
+    static QCoro::Task<> perform(QPointer<BrowserPanelModel> model, Script run);
+    static QCoro::Task<> openMemorySaver(QPointer<BrowserPanelModel> model);
+    /// The phase that a failure leads to, or nothing.
+    BackgroundTask<std::optional<BrowserPhase>> runInBackground(Script run);
+
+    std::string primerKey() const;
+    void askClose(std::vector<BrowserTab> tabs, std::string title);
+    void ask(Confirm confirm);
+    void setPhase(BrowserPhase phase);
+    void setWorking(bool working);
+    void setListing(BrowserListing listing);
+    void showRows(std::vector<TabRow> rows);
+    void clearSelection();
+    void refreshLook();
+
     SharedObjects objects_;
     ChromiumBrowser browser_;
+    BrowserController controller_;
+    BrowserPhase phase_;
+    BrowserListing listing_;
+    std::optional<ExtensionUsage> extensions_;
+    TabSelection selected_;
+    std::optional<Confirm> confirm_;
+    bool working_ = false;
+
+    TabsLook look_;
+    TabListModel rows_;
+    QString confirmTitle_;
+    QString confirmMessage_;
+    QString confirmButton_;
 };
 
 } // namespace pacelet

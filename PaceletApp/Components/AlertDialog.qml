@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Templates as T
 
@@ -11,6 +12,8 @@ T.Popup {
     property string confirmText
     property string cancelText: "Cancel"
     property bool destructive: false
+    /// A longer paragraph of the message is cut off.
+    property int paragraphLines: 100
 
     signal confirmed
     signal cancelled
@@ -62,15 +65,26 @@ T.Popup {
                 textFormat: Text.PlainText
             }
 
-            Text {
+            Column {
                 width: parent.width
-                visible: text !== ""
-                text: dialog.message
-                font: Theme.control
-                color: Theme.text2
-                wrapMode: Text.Wrap
-                lineHeight: 1.15
-                textFormat: Text.PlainText
+
+                Repeater {
+                    model: dialog.message === "" ? [] : dialog.message.split("\n")
+
+                    Text {
+                        required property string modelData
+
+                        width: parent?.width ?? 0
+                        text: modelData
+                        font: Theme.control
+                        color: Theme.text2
+                        wrapMode: Text.Wrap
+                        maximumLineCount: dialog.paragraphLines
+                        elide: Text.ElideRight
+                        lineHeight: 1.15
+                        textFormat: Text.PlainText
+                    }
+                }
             }
 
             Item {

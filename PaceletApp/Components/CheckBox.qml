@@ -18,7 +18,7 @@ T.CheckBox {
         height: 16
         radius: 5
         fill: box.checked ? box.hovered ? Theme.buttonHover : Theme.button : Theme.raised
-        outline: box.checked ? "transparent" : box.hovered ? Theme.text3 : Theme.scrollHandle
+        outline: box.checked ? "transparent" : box.hovered ? Theme.text2 : Theme.scrollHandleHover
 
         Symbol {
             anchors.centerIn: parent

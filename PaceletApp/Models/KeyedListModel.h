@@ -59,6 +59,27 @@ public:
 
     const Item& item(int row) const { return *rows_[static_cast<std::size_t>(row)]; }
 
+    /// Gives the row another value, under the same id.
+    void replace(int row, Item next) {
+        Item& old = *rows_[static_cast<std::size_t>(row)];
+        if (old == next) {
+            return;
+        }
+        QList<int> changed;
+        int role = firstRole;
+        for (const ListRole<Item>& each : roles_) {
+            if (each.value(old) != each.value(next)) {
+                changed.append(role);
+            }
+            ++role;
+        }
+        old = std::move(next);
+        if (!changed.isEmpty()) {
+            const QModelIndex at = index(row);
+            Q_EMIT dataChanged(at, at, changed);
+        }
+    }
+
     /// Makes the list hold `next`.
     void update(std::vector<Item> next) {
         Places places = placesIn(next);
@@ -183,23 +204,7 @@ private:
     /// Takes the new values over, row by row.
     void adopt(std::vector<Item>& next) {
         for (std::size_t row = 0; row < next.size(); ++row) {
-            Item& old = *rows_[row];
-            if (old == next[row]) {
-                continue;
-            }
-            QList<int> changed;
-            int role = firstRole;
-            for (const ListRole<Item>& each : roles_) {
-                if (each.value(old) != each.value(next[row])) {
-                    changed.append(role);
-                }
-                ++role;
-            }
-            old = std::move(next[row]);
-            if (!changed.isEmpty()) {
-                const QModelIndex at = index(asRow(row));
-                Q_EMIT dataChanged(at, at, changed);
-            }
+            replace(asRow(row), std::move(next[row]));
         }
     }
 

@@ -6,6 +6,21 @@
 
 namespace pacelet::gallery {
 
+namespace {
+
+// clang-format off
+constexpr std::vector<Shot> (*shotsOfScreens[])() = {
+    overviewShots,
+    panelShots,
+    internetShots,
+    settingsShots,
+    browserShots,
+    backgroundItemsShots,
+};
+// clang-format on
+
+} // namespace
+
 std::function<void(Session&)> watching(Screen screen, double seconds) {
     return [screen, seconds](Session& session) {
         session.open(screen);
@@ -15,8 +30,8 @@ std::function<void(Session&)> watching(Screen screen, double seconds) {
 
 std::vector<Shot> allShots() {
     std::vector<Shot> shots;
-    for (const auto& some : {overviewShots, internetShots, panelShots, settingsShots}) {
-        std::vector<Shot> more = some();
+    for (const auto set : shotsOfScreens) {
+        std::vector<Shot> more = set();
         shots.insert(shots.end(), std::make_move_iterator(more.begin()),
                      std::make_move_iterator(more.end()));
     }

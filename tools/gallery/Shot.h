@@ -29,6 +29,8 @@ std::vector<Shot> internetShots();
 std::vector<Shot> overviewShots();
 std::vector<Shot> panelShots();
 std::vector<Shot> settingsShots();
+std::vector<Shot> browserShots();
+std::vector<Shot> backgroundItemsShots();
 
 /// All of the above.
 std::vector<Shot> allShots();

@@ -1,0 +1,356 @@
+#include "PaceletApp/BrowserPanel/BrowserPanelModel.h"
+
+#include "tests/PaceletApp/Support/ApplicationRig.h"
+
+#include <gmock/gmock.h>
+
+#include <numeric>
+
+namespace pacelet::testing {
+namespace {
+
+using ::testing::Contains;
+using ::testing::IsSupersetOf;
+using ::testing::Not;
+
+const std::string chrome = "com.google.Chrome";
+const std::string primerKey = "primer.automation." + chrome;
+constexpr const char* osascript = "/usr/bin/osascript";
+
+/// The sheet over the window, on the simulated Mac whose browser has 140 tabs.
+class BrowserPanelTest : public ApplicationRig {
+protected:
+    void SetUp() override {
+        launch("chrome-tabs");
+        open();
+        pass(10);
+    }
+
+    /// Opens the sheet of a user who has accepted its explanation.
+    void show() {
+        mac().preferences.setBoolean(primerKey, true);
+        app().router().setBrowser(ChromiumBrowser::chrome);
+        settle();
+    }
+
+    BrowserPanelModel* model() {
+        auto* const root = app().window()->property("model").value<RootModel*>();
+        return qobject_cast<BrowserPanelModel*>(root->sheet()->content());
+    }
+
+    std::vector<Simulated::TabWindow> windows() {
+        return mac().machine.lock()->browsers.at(chrome).windows;
+    }
+
+    std::size_t tabs() {
+        const auto all = windows();
+        return std::accumulate(all.begin(), all.end(), std::size_t{0},
+                               [](std::size_t sum, const Simulated::TabWindow& window) {
+                                   return sum + window.tabs.size();
+                               });
+    }
+
+    /// Leaves the browser with just these windows of the default profile.
+    void makeWindows(const std::vector<std::vector<std::string>>& titles) {
+        const auto world = mac().machine.lock();
+        Simulated::Browser& browser = world->browsers.at(chrome);
+        browser.windows.clear();
+        for (const auto& window : titles) {
+            Simulated::TabWindow made;
+            made.id = browser.newID();
+            for (const std::string& title : window) {
+                const std::int64_t id = browser.newID();
+                made.tabs.push_back({id, title, "https://example.com/" + std::to_string(id)});
+            }
+            browser.windows.push_back(std::move(made));
+        }
+    }
+
+    void quitBrowser() {
+        const auto world = mac().machine.lock();
+        for (const Simulated::RunningApp& running : world->running) {
+            if (running.bundle.bundleIdentifier == chrome) {
+                return Simulated::endApplication(*world, running.number);
+            }
+        }
+    }
+
+    void inject(Simulated::Failure failure) { mac().machine.inject(std::move(failure)); }
+    bool primerAccepted() { return mac().preferences.boolean(primerKey).value_or(false); }
+};
+
+TEST_F(BrowserPanelTest, ExplainsItselfBeforeItFirstTouchesTheBrowser) {
+    pass(60);
+    probe->clickText("Review tabs");
+    EXPECT_TRUE(comesUp("Let Pacelet see your Google Chrome tabs"));
+    probe->clickText("Not now");
+    EXPECT_TRUE(goesAway("Let Pacelet see your Google Chrome tabs"));
+    EXPECT_EQ(app().router().browser(), std::nullopt);
+    EXPECT_FALSE(primerAccepted());
+
+    app().router().setBrowser(ChromiumBrowser::chrome);
+    EXPECT_TRUE(comesUp("Continue"));
+    EXPECT_EQ(calls(osascript), 0);
+    probe->press(Qt::Key_Return);
+    EXPECT_TRUE(primerAccepted());
+    EXPECT_TRUE(comesUp("140 tabs in 9 windows"));
+    probe->press(Qt::Key_Escape);
+    EXPECT_TRUE(goesAway("140 tabs in 9 windows"));
+    EXPECT_EQ(app().router().browser(), std::nullopt);
+
+    app().router().setBrowser(ChromiumBrowser::chrome);
+    EXPECT_TRUE(comesUp("140 tabs in 9 windows"));
+    EXPECT_EQ(calls(osascript), 2);
+    // Another browser has an explanation of its own.
+    EXPECT_EQ(mac().preferences.boolean("primer.automation.com.brave.Browser"), std::nullopt);
+}
+
+TEST_F(BrowserPanelTest, ListsWhatIsOpen) {
+    show();
+    EXPECT_THAT(probe->texts(),
+                IsSupersetOf({"140 tabs in 9 windows", "Extensions: 6 running, 726.7 MB",
+                              "Google Chrome doesn't share memory per tab, so totals are for the "
+                              "whole browser. Incognito windows are never touched.",
+                              "Close 25 duplicates", "Merge Work windows", "Memory Saver settings",
+                              "Work", "· 31 tabs", "Done"}));
+    EXPECT_EQ(model()->rows()->rowCount(), 149);
+    EXPECT_EQ(model()->extensions(), (ExtensionUsage{6, model()->extensions()->memoryBytes}));
+}
+
+TEST_F(BrowserPanelTest, EveryErrorLeadsToItsMessageAndBack) {
+    const struct {
+        Simulated::Failure failure;
+        const char* phase;
+        const char* heading;
+    } rows[] = {
+        {Simulated::AutomationRefused{chrome}, "notPermitted",
+         "Pacelet needs permission to see your tabs."},
+        {Simulated::ScriptFails{-1728, "no such window"}, "failed", "Couldn't read your tabs."},
+        {Simulated::ScriptFails{-600, "Application isn’t running."}, "notRunning",
+         "Google Chrome isn't running."},
+        {Simulated::ToolMissing{osascript}, "failed", "Couldn't read your tabs."},
+        {Simulated::ToolFails{osascript, 1, "  \n"}, "failed", "Couldn't read your tabs."},
+    };
+    inject(Simulated::ToolMissing{osascript});
+    show();
+    for (const auto& row : rows) {
+        mac().machine.clearFailures();
+        inject(row.failure);
+        EXPECT_TRUE(comesUp("Try again"));
+        probe->clickText("Try again");
+        EXPECT_TRUE(comesUp(row.heading));
+        EXPECT_EQ(model()->phaseName(), row.phase);
+        EXPECT_TRUE(probe->shows("Close"));
+        EXPECT_EQ(probe->shows("Open Automation settings"),
+                  model()->phaseName() == u"notPermitted");
+    }
+    mac().machine.clearFailures();
+    inject(Simulated::AutomationRefused{chrome});
+    probe->clickText("Try again");
+    EXPECT_TRUE(comesUp("Open Automation settings"));
+    probe->clickText("Open Automation settings");
+    EXPECT_THAT(
+        mac().machine.lock()->records.openedURLs,
+        Contains("x-apple.systempreferences:com.apple.preference.security?Privacy_Automation"));
+    mac().machine.clearFailures();
+    probe->press(Qt::Key_Tab);
+    probe->press(Qt::Key_Return);
+    EXPECT_TRUE(comesUp("140 tabs in 9 windows"));
+}
+
+TEST_F(BrowserPanelTest, ClosesDuplicatesOnceConfirmed) {
+    show();
+    probe->clickText("Close 25 duplicates");
+    EXPECT_TRUE(comesUp("Close 25 duplicate tabs?"));
+    const QUuid first = model()->confirm()->id;
+    EXPECT_TRUE(probe->shows("and 20 more"));
+    probe->press(Qt::Key_Escape);
+    EXPECT_TRUE(goesAway("Close 25 duplicate tabs?"));
+    EXPECT_EQ(tabs(), 140U);
+    EXPECT_TRUE(probe->shows("140 tabs in 9 windows"));
+
+    probe->clickText("Close 25 duplicates");
+    EXPECT_TRUE(comesUp("Close Tabs"));
+    EXPECT_NE(model()->confirm()->id, first);
+    // The key that agrees by habit does no harm.
+    probe->press(Qt::Key_Return);
+    EXPECT_TRUE(goesAway("Close Tabs"));
+    EXPECT_EQ(tabs(), 140U);
+
+    probe->clickText("Close 25 duplicates");
+    EXPECT_TRUE(comesUp("Close Tabs"));
+    probe->clickText("Close Tabs");
+    EXPECT_TRUE(comesUp("115 tabs in 9 windows"));
+    EXPECT_TRUE(probe->shows("No duplicate tabs"));
+    EXPECT_EQ(tabs(), 115U);
+    EXPECT_FALSE(model()->working());
+    for (const Simulated::TabWindow& window : windows()) {
+        EXPECT_TRUE(!window.incognito || window.tabs.size() == 6);
+    }
+}
+
+TEST_F(BrowserPanelTest, AFailedCloseKeepsTheSelection) {
+    makeWindows({{"One", "Two", "Three"}});
+    show();
+    EXPECT_THAT(probe->texts(),
+                IsSupersetOf({"3 tabs in 1 window", "· 3 tabs", "Active", "No duplicate tabs"}));
+    probe->clickText("One");
+    probe->clickText("Three");
+    EXPECT_TRUE(probe->shows("Close selected (2)"));
+    probe->clickText("Close selected (2)");
+    EXPECT_TRUE(comesUp("Close 2 tabs?"));
+    inject(Simulated::ScriptFails{-1728, "gone"});
+    probe->clickText("Close Tabs");
+    EXPECT_TRUE(comesUp("Couldn't read your tabs."));
+    EXPECT_EQ(model()->windows().size(), 1U);
+    EXPECT_FALSE(model()->working());
+    mac().machine.clearFailures();
+    {
+        const auto world = mac().machine.lock();
+        auto& browser = world->browsers.at(chrome);
+        browser.closeTab(browser.windows[0].id, browser.windows[0].tabs[0].id);
+    }
+    probe->clickText("Try again");
+    EXPECT_TRUE(comesUp("Close selected (1)"));
+    EXPECT_EQ(model()->selected().size(), 2U);
+    probe->clickText("Close selected (1)");
+    EXPECT_TRUE(comesUp("Close 1 tab?"));
+    probe->clickText("Close Tabs");
+    EXPECT_TRUE(comesUp("1 tabs in 1 window"));
+    EXPECT_TRUE(model()->selected().empty());
+    EXPECT_THAT(probe->texts(), Not(Contains("Close selected (0)")));
+    EXPECT_EQ(windows()[0].tabs[0].title, "Two");
+}
+
+TEST_F(BrowserPanelTest, IncognitoTabsStayOutOfReach) {
+    makeWindows({{"Secret"}, {"Open"}});
+    mac().machine.lock()->browsers.at(chrome).windows[0].incognito = true;
+    show();
+    EXPECT_TRUE(probe->shows("Incognito (not touched)"));
+    probe->clickText("Secret");
+    model()->select(1, true);
+    model()->select(0, true);
+    model()->select(99, true);
+    model()->select(-1, true);
+    EXPECT_TRUE(model()->selected().empty());
+    probe->clickText("Open");
+    EXPECT_EQ(model()->selected().size(), 1U);
+    probe->clickText("Open");
+    EXPECT_TRUE(model()->selected().empty());
+}
+
+TEST_F(BrowserPanelTest, MergesTheWindowsOfTheLargestProfile) {
+    show();
+    probe->clickText("Merge Work windows");
+    EXPECT_TRUE(comesUp("Merge your Work windows?"));
+    EXPECT_TRUE(probe->shows("Tabs from 4 windows move into one. They'll reload. Other profiles "
+                             "and incognito windows aren't touched."));
+    probe->clickText("Merge");
+    EXPECT_TRUE(comesUp("140 tabs in 6 windows"));
+    EXPECT_EQ(windows().size(), 6U);
+
+    makeWindows({{"One"}, {"Two"}});
+    model()->load();
+    EXPECT_TRUE(comesUp("Merge into one window"));
+    probe->clickText("Merge into one window");
+    EXPECT_TRUE(comesUp("Merge into one window?"));
+    quitBrowser();
+    probe->clickText("Merge");
+    EXPECT_TRUE(comesUp("Google Chrome isn't running."));
+}
+
+TEST_F(BrowserPanelTest, OneActionAtATime) {
+    show();
+    probe->clickText("Memory Saver settings");
+    EXPECT_TRUE(model()->working());
+    EXPECT_FALSE(probe->item("actions")->isEnabled());
+    settle();
+    EXPECT_FALSE(model()->working());
+    const auto all = windows();
+    EXPECT_EQ(all[0].tabs.back().url, "chrome://settings/performance");
+    // It says nothing when it fails.
+    inject(Simulated::AutomationRefused{chrome});
+    probe->clickText("Memory Saver settings");
+    settle();
+    EXPECT_FALSE(model()->working());
+    EXPECT_EQ(model()->phaseName(), "loaded");
+}
+
+TEST_F(BrowserPanelTest, ExtensionsThatCannotBeCountedAreNoFailure) {
+    inject(Simulated::ToolMissing{"/bin/ps"});
+    show();
+    EXPECT_TRUE(comesUp("Extensions: 0 running, 0 KB"));
+    app().router().setBrowser({});
+    EXPECT_TRUE(goesAway("Done"));
+    settle();
+    std::erase_if(mac().machine.lock()->installed, [](const Simulated::InstalledApp& app) {
+        return app.bundleIdentifier == chrome;
+    });
+    show();
+    EXPECT_EQ(model()->extensions(), std::nullopt);
+}
+
+TEST_F(BrowserPanelTest, WorksByKeysAlone) {
+    makeWindows({{"One", "Two"}, {"Three"}});
+    show();
+    for (const int key : {Qt::Key_Down, Qt::Key_Space, Qt::Key_Down, Qt::Key_Return}) {
+        probe->press(key);
+    }
+    EXPECT_TRUE(probe->shows("Close selected (2)"));
+    probe->press(Qt::Key_End);
+    probe->press(Qt::Key_Space);
+    EXPECT_TRUE(probe->shows("Close selected (3)"));
+    probe->press(Qt::Key_Home);
+    probe->press(Qt::Key_Space); // the head of a window
+    EXPECT_EQ(model()->selected().size(), 3U);
+    probe->press(Qt::Key_Tab); // round to "Done" and on to the actions
+    probe->press(Qt::Key_Tab);
+    probe->press(Qt::Key_Space);
+    EXPECT_TRUE(comesUp("Close 3 tabs?"));
+    probe->press(Qt::Key_Escape);
+    EXPECT_TRUE(goesAway("Close 3 tabs?"));
+    EXPECT_TRUE(probe->shows("3 tabs in 2 windows"));
+    probe->press(Qt::Key_Escape);
+    EXPECT_TRUE(goesAway("3 tabs in 2 windows"));
+}
+
+TEST_F(BrowserPanelTest, ALateListingIsDropped) {
+    const std::size_t sleeps = scheduler().pendingSleeps();
+    mac().preferences.setBoolean(primerKey, true);
+    app().router().setBrowser(ChromiumBrowser::chrome);
+    EXPECT_EQ(model()->phaseName(), "loading");
+    app().router().setBrowser({});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return model() == nullptr; }, patience));
+    settle();
+    EXPECT_EQ(calls(osascript), 1);
+    EXPECT_EQ(scheduler().pendingSleeps(), sleeps);
+}
+
+TEST_F(BrowserPanelTest, HoldsAnyNumberOfTabsWithAnyTitle) {
+    makeWindows({});
+    show();
+    EXPECT_THAT(probe->texts(), IsSupersetOf({"0 tabs in 0 windows", "No duplicate tabs"}));
+    EXPECT_EQ(model()->rows()->rowCount(), 0);
+
+    std::vector<std::string> titles{std::string(300, 'M'), "تقرير الربع الأول", "🎉 Ideas", ""};
+    titles.resize(2500, "Page");
+    makeWindows({titles, titles});
+    model()->load();
+    EXPECT_TRUE(comesUp("5000 tabs in 2 windows"));
+    EXPECT_THAT(probe->texts(), IsSupersetOf({titles[0], titles[1], titles[2]}));
+    auto* const list = probe->item("tabs");
+    auto* const content = list->property("contentItem").value<QQuickItem*>();
+    EXPECT_LT(content->childItems().size(), 60);
+    EXPECT_LE(probe->edges(QString::fromStdString(titles[0])).right(), 880 - 28);
+    // The title of a tab in another script begins where all others begin.
+    EXPECT_EQ(probe->edges(QString::fromStdString(titles[1])).left(),
+              probe->edges(QString::fromStdString(titles[2])).left());
+    probe->press(Qt::Key_End);
+    probe->press(Qt::Key_Space);
+    EXPECT_TRUE(probe->shows("Close selected (1)"));
+    EXPECT_LT(content->childItems().size(), 60);
+    EXPECT_TRUE(model()->selected().contains(model()->windows()[1].tabs.back().id));
+}
+
+} // namespace
+} // namespace pacelet::testing
