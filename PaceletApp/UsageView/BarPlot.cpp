@@ -80,6 +80,13 @@ QString BarPlot::time() const {
     return bar != nullptr ? bar->time : QString{};
 }
 
+QString BarPlot::description() const {
+    const ChartBar* const bar = markedBar();
+    return bar != nullptr
+               ? QStringLiteral("Time: %1, %2: %3").arg(bar->time, chart_.label, bar->value)
+               : QString{};
+}
+
 QPointF BarPlot::tip() const {
     const ChartBar* const bar = markedBar();
     if (bar == nullptr) {

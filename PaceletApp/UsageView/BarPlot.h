@@ -18,6 +18,8 @@ class BarPlot : public QQuickPaintedItem {
     Q_PROPERTY(int marked READ marked WRITE setMarked NOTIFY markedChanged)
     Q_PROPERTY(QString value READ value NOTIFY markedChanged)
     Q_PROPERTY(QString time READ time NOTIFY markedChanged)
+    /// The marked bar in one sentence.
+    Q_PROPERTY(QString description READ description NOTIFY markedChanged)
     /// The middle of its upper edge.
     Q_PROPERTY(QPointF tip READ tip NOTIFY markedChanged)
 
@@ -32,6 +34,7 @@ public:
     void setMarked(int place);
     QString value() const;
     QString time() const;
+    QString description() const;
     QPointF tip() const;
 
     /// The bar whose time is at this distance from the left edge, whatever its height; -1 for none.

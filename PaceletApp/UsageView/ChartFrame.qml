@@ -41,6 +41,7 @@ Item {
                 font: Theme.axis
                 color: Theme.text3
                 horizontalAlignment: Text.AlignRight
+                Accessible.ignored: true
             }
 
             Rectangle {
@@ -78,6 +79,7 @@ Item {
                 text: timeTick.tick.text
                 font: Theme.axis
                 color: Theme.text3
+                Accessible.ignored: true
             }
         }
     }

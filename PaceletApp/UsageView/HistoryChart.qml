@@ -34,7 +34,7 @@ Card {
             activeFocusOnTab: true
             Accessible.role: Accessible.Chart
             Accessible.name: card.chart.label
-            Accessible.description: bars.marked >= 0 ? bars.value + ", " + bars.time : ""
+            Accessible.description: bars.description
             Accessible.focusable: true
             Keys.onLeftPressed: bars.moveMark(-1)
             Keys.onRightPressed: bars.moveMark(1)
@@ -47,6 +47,7 @@ Card {
             BarPlot {
                 id: bars
 
+                objectName: card.chart.label
                 anchors.fill: parent
                 chart: card.chart
                 color: card.color
