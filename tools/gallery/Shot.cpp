@@ -32,6 +32,8 @@ std::vector<Shot> allShots() {
     std::vector<Shot> shots;
     for (const auto set : shotsOfScreens) {
         std::vector<Shot> more = set();
+    for (const auto& some : {overviewShots, panelShots, usageShots}) {
+        std::vector<Shot> more = some();
         shots.insert(shots.end(), std::make_move_iterator(more.begin()),
                      std::make_move_iterator(more.end()));
     }

@@ -31,6 +31,7 @@ std::vector<Shot> panelShots();
 std::vector<Shot> settingsShots();
 std::vector<Shot> browserShots();
 std::vector<Shot> backgroundItemsShots();
+std::vector<Shot> usageShots();
 
 /// All of the above.
 std::vector<Shot> allShots();

@@ -1,0 +1,168 @@
+#include "PaceletApp/UsageView/UsageCharts.h"
+
+#include <gmock/gmock.h>
+#include <rapidcheck/gtest.h>
+
+#include <limits>
+
+namespace pacelet {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+constexpr std::int64_t gib = std::int64_t{1} << 30;
+/// 2026-03-06 10:20 UTC, a Friday.
+constexpr std::int64_t now = 20518 * minutesPerDay + 620;
+const TimePoint nowTime = fromUnixTime(static_cast<double>(now) * secondsPerMinute);
+
+const UsageRange& day = usageRanges[0];
+const UsageRange& week = usageRanges[1];
+const UsageRange& month = usageRanges[2];
+const QTimeZone utc = QTimeZone::utc();
+
+/// Records of the minutes before `now`, one each, all alike.
+std::vector<MinuteRecord> steady(std::int64_t minutes, const MinuteRecord& like) {
+    std::vector<MinuteRecord> records;
+    for (std::int64_t minute = now - minutes; minute < now; ++minute) {
+        records.push_back(like);
+        records.back().t = minute;
+    }
+    return records;
+}
+
+HistoryCharts charts(std::vector<MinuteRecord> records, const UsageRange& range = day) {
+    return historyCharts(std::move(records), range, nowTime, utc);
+}
+
+TEST(HistoryCharts, TellLoadPressureAndSwapOfEachHour) {
+    std::vector<MinuteRecord> records = steady(80, {.cpu = 20, .swap = 3 * gib / 2});
+    for (std::size_t minute = 0; minute < 15; ++minute) {
+        records[minute].pressure = 1 + static_cast<std::int64_t>(minute % 2);
+    }
+    records.back().cpu = 41;
+    records.back().swap = gib / 4;
+    const HistoryCharts shown = charts(records);
+
+    EXPECT_EQ(shown.cpu.label, "Average CPU load");
+    EXPECT_EQ(shown.pressure.label, "Time under memory pressure");
+    EXPECT_EQ(shown.swap.label, "Swap");
+    // The axis runs from 10 o'clock of the day before to 11: 25 hours.
+    ASSERT_THAT(shown.cpu.bars, SizeIs(2));
+    EXPECT_EQ(shown.cpu.bars[0].left, 23.0 / 25);
+    EXPECT_EQ(shown.cpu.bars[0].right, 24.0 / 25);
+    EXPECT_EQ(shown.cpu.bars[1].right, 1);
+    EXPECT_EQ(shown.cpu.bars[0].time, "Fri, 09:00–10:00");
+    const auto written = [](const BarChart& chart) {
+        QStringList words{chart.valueTicks.back().text};
+        for (const ChartBar& bar : chart.bars) {
+            words << bar.value << QString::number(bar.height, 'g', 4);
+        }
+        return words.join(u' ').toStdString();
+    };
+    EXPECT_EQ(written(shown.cpu), "30% 20% 0.6667 21% 0.7017");
+    EXPECT_EQ(written(shown.pressure), "30% 25% 0.8333 0% 0");
+    EXPECT_EQ(written(shown.swap), "2 GB 1.5 GB 0.75 1.5 GB 0.75");
+    EXPECT_EQ(shown.timeTicks.front().text, "12:00");
+}
+
+TEST(HistoryCharts, HoldTheWholeRangeAndNothingElse) {
+    struct Case {
+        const UsageRange& range;
+        std::int64_t minute; ///< of the only record
+        double left;         ///< of its bar in hours or days; -1 for no bar
+    };
+    constexpr std::int64_t tooGreat = std::numeric_limits<std::int64_t>::max();
+    const Case cases[] = {
+        {day, now - 1440, 0},
+        {day, now, 24},
+        {day, now + 39, 24},
+        {day, now + 40, -1},
+        {day, tooGreat, -1},
+        {week, now - 7 * 1440, 0},
+        {week, now, 7},
+        {week, tooGreat, -1},
+        {month, now - 30 * 1440, 0},
+        {month, now - 30 * 1440 + 820, 1},
+        {month, now, 30},
+        {month, now + 820, -1},
+    };
+    for (const Case& each : cases) {
+        const HistoryCharts shown = charts({{.t = each.minute, .cpu = 5, .n = 1}}, each.range);
+        const double slots = each.range.hours == 24 ? 25 : double(each.range.hours) / 24 + 1;
+        if (each.left < 0) {
+            EXPECT_EQ(shown, HistoryCharts{}) << each.minute;
+        } else {
+            ASSERT_THAT(shown.cpu.bars, SizeIs(1)) << each.minute;
+            EXPECT_NEAR(shown.cpu.bars[0].left * slots, each.left, 1e-9) << each.minute;
+            EXPECT_NEAR(shown.cpu.bars[0].right * slots, each.left + 1, 1e-9) << each.minute;
+        }
+    }
+    EXPECT_THAT(charts(steady(8 * 1440, {}), week).swap.bars, SizeIs(8));
+}
+
+TEST(HistoryCharts, KeepHoursWithoutRecordsOpen) {
+    std::vector<MinuteRecord> records = steady(1440, {.cpu = 5});
+    std::erase_if(records, [](const MinuteRecord& each) {
+        return each.t % 1440 >= 60 && each.t % 1440 < 8 * 60;
+    });
+    const auto bars = charts(records).cpu.bars;
+    ASSERT_THAT(bars, SizeIs(18));
+    EXPECT_NEAR((bars[15].left - bars[14].left) * 25, 8, 1e-9);
+}
+
+TEST(HistoryCharts, BearBrokenFigures) {
+    constexpr double huge = std::numeric_limits<double>::max();
+    constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
+    for (const MinuteRecord& like : {MinuteRecord{.cpu = huge, .pressure = most, .swap = most},
+                                     MinuteRecord{.cpu = -huge, .pressure = -most, .swap = -most},
+                                     MinuteRecord{.cpu = 100.1}}) {
+        std::vector<MinuteRecord> records = steady(3, like);
+        records[1].cpu = -like.cpu; // two sums without a value meet
+        const HistoryCharts shown = charts(records);
+        for (const BarChart* chart : {&shown.cpu, &shown.pressure, &shown.swap}) {
+            EXPECT_GE(chart->bars[0].height, 0);
+            EXPECT_LE(chart->bars[0].height, 1);
+        }
+    }
+}
+
+TEST(HistoryNote, SaysWhyThereIsNothing) {
+    const HistoryCharts some = charts(steady(1, {}));
+    EXPECT_EQ(historyNote(true, some), "");
+    EXPECT_EQ(historyNote(false, some), "Usage history is off. Turn it on in Settings.");
+    EXPECT_EQ(historyNote(false, {}), "Usage history is off. Turn it on in Settings.");
+    EXPECT_EQ(historyNote(true, {}),
+              "Pacelet records one line a minute while it runs. Check back soon.");
+}
+
+TEST(LoadCurve, EndsAtTheLatestPoint) {
+    EXPECT_THAT(loadCurve({}, utc).points, IsEmpty());
+    EXPECT_THAT(loadCurve({}, utc).valueTicks, SizeIs(3));
+    EXPECT_THAT(loadCurve({{nowTime, 50}}, utc).points, ElementsAre(QPointF(1, 0.5)));
+    // The clock was set back by 100 seconds before the last two points.
+    const CPUHistory history{{nowTime - Seconds{60}, 100},
+                             {nowTime, 250},
+                             {nowTime - Seconds{90}, -3},
+                             {nowTime - Seconds{30}, 20}};
+    EXPECT_THAT(loadCurve(history, utc).points,
+                ElementsAre(QPointF(0.9, 0), QPointF(0.95, 1), QPointF(1, 0.2)));
+}
+
+RC_GTEST_PROP(LoadCurve, StaysWithinItsAxes, (std::vector<std::pair<std::int16_t, double>> steps)) {
+    CPUHistory history;
+    for (const auto& [seconds, load] : steps) {
+        addPoint(history, {nowTime + Seconds{double(seconds)}, load});
+    }
+    const LoadCurve curve = loadCurve(history, utc);
+    RC_ASSERT(curve.points.empty() == history.empty());
+    for (std::size_t each = 0; each < curve.points.size(); ++each) {
+        const QPointF& point = curve.points[each];
+        RC_ASSERT(point.x() >= 0 && point.x() <= 1 && point.y() >= 0 && point.y() <= 1);
+        RC_ASSERT(each == 0 || curve.points[each - 1].x() <= point.x());
+    }
+}
+
+} // namespace
+} // namespace pacelet

@@ -1,0 +1,167 @@
+#include "PaceletApp/UsageView/UsageLook.h"
+
+#include <gmock/gmock.h>
+
+namespace pacelet {
+namespace {
+
+using testing::DoubleNear;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr std::int64_t gib = std::int64_t{1} << 30;
+
+TEST(MacLine, JoinsWhatIsKnown) {
+    struct Case {
+        MacInfo mac;
+        std::optional<std::int64_t> disk;
+        const char* line;
+    };
+    const Case cases[] = {
+        {{"MacBook Air", "Apple M2", 16 * gib, true},
+         500'000'000'000,
+         "MacBook Air · Apple M2 · 16 GB memory · 500 GB storage"},
+        {{"MacBook Air", "Apple M2", 16 * gib, true}, {}, "MacBook Air · Apple M2 · 16 GB memory"},
+        {{"", "Intel", 8 * gib, false}, 0, "Intel · 8 GB memory · 0 GB storage"},
+        {{"Mac14,2", "", 0, false}, {}, "Mac14,2 · 0 KB memory"},
+        {{"", "", 0, false}, 2'000'000'000'000, "0 KB memory · 2 TB storage"},
+    };
+    for (const Case& each : cases) {
+        std::optional<SystemSignals> signals;
+        if (each.disk) {
+            signals.emplace().diskTotalBytes = *each.disk;
+        }
+        EXPECT_EQ(macLine(each.mac, signals), each.line);
+    }
+}
+
+TEST(DiskFreeShare, CountsAsFreeWhatIsNotKnown) {
+    EXPECT_EQ(diskFreeShare(std::nullopt), 1);
+    struct Case {
+        std::int64_t free;
+        std::int64_t total;
+        double share;
+    };
+    for (const Case& each : {Case{0, 0, 1}, {50, 0, 1}, {50, -1, 1}, {0, 1, 0}, {25, 100, 0.25}}) {
+        SystemSignals signals;
+        signals.diskFreeBytes = each.free;
+        signals.diskTotalBytes = each.total;
+        EXPECT_EQ(diskFreeShare(signals), each.share) << each.free << " of " << each.total;
+    }
+}
+
+/// Lines as "symbol tone fix text".
+std::vector<std::string> written(const std::vector<VerdictLine>& lines) {
+    std::vector<std::string> texts;
+    for (const VerdictLine& line : lines) {
+        texts.push_back(QStringList({line.symbol, line.tone, line.fix.title, line.text})
+                            .join(u'|')
+                            .toStdString());
+    }
+    return texts;
+}
+
+TEST(VerdictLines, SayEachVerdictInItsOwnWords) {
+    const std::string memory =
+        "memorychip|amber||Memory is holding your Mac back. It was under memory pressure 15% of "
+        "the time. Your next Mac should have at least 32 GB of memory.";
+    const std::string cpu = "cpu|amber||Your processor is often maxed out (21% of the time). A Mac "
+                            "with a newer or bigger chip would help with your workload.";
+    const std::string storage = "internaldrive|amber|Free up space|Your disk is nearly full. Free "
+                                "up space with Tidyvault, or choose more storage next time.";
+    const std::string healthy =
+        "checkmark.seal|green||Your Mac has headroom. Over the last 7 days it rarely ran short of "
+        "memory or processor power. No upgrade needed for how you use it.";
+    const auto tooLittle = [](int hours) {
+        return "hourglass|||Not enough data yet. Pacelet has measured " + std::to_string(hours) +
+               " hours. Keep it running (turn on Start at login) and check back in a few days.";
+    };
+    const std::string intel =
+        "exclamationmark.triangle|amber||This is an Intel Mac. It can't run macOS 27 or later, so "
+        "plan an upgrade to keep getting security updates.";
+    struct Case {
+        UpgradeVerdict verdict;
+        int hours;
+        std::vector<std::string> lines;
+    };
+    const MemoryBottleneck shortOfMemory{32, 0.149};
+    const CPUBottleneck busy{0.205};
+    const Case cases[] = {
+        {NotEnoughData{0}, 0, {tooLittle(0)}},
+        {NotEnoughData{23}, 23, {tooLittle(23)}},
+        {Healthy{168}, 168, {healthy}},
+        {Bottlenecks{{shortOfMemory, busy, StorageBottleneck{0.1}}, 40},
+         40,
+         {memory, cpu, storage}},
+        {Bottlenecks{{StorageBottleneck{0}}, 25}, 25, {storage}},
+    };
+    for (Case each : cases) {
+        EXPECT_EQ(written(verdictLines(each.verdict, std::nullopt)), each.lines);
+        const MacInfo silicon{"Mac mini", "Apple M4", 0, true};
+        EXPECT_EQ(written(verdictLines(each.verdict, silicon)), each.lines);
+        EXPECT_EQ(hoursNote(each.verdict).toStdString(),
+                  "Based on " + std::to_string(each.hours) +
+                      " hours measured while Pacelet was running. Nothing is uploaded.");
+        each.lines.push_back(intel);
+        EXPECT_EQ(written(verdictLines(each.verdict, MacInfo{"iMac", "Intel", 0, false})),
+                  each.lines);
+    }
+}
+
+TEST(LoadFigure, RoundsToWholePercent) {
+    EXPECT_EQ(loadFigure(std::nullopt), "0%");
+    EXPECT_EQ(loadDescription(std::nullopt), "CPU load over the last 10 minutes, now 0 percent");
+    SystemSignals signals;
+    signals.cpuLoadPercent = 49.5;
+    EXPECT_EQ(loadFigure(signals), "50%");
+    EXPECT_EQ(loadDescription(signals), "CPU load over the last 10 minutes, now 50 percent");
+    signals.cpuLoadPercent = 48.5; // half away from zero, not to even
+    EXPECT_EQ(loadDescription(signals), "CPU load over the last 10 minutes, now 49 percent");
+}
+
+TEST(MemoryLook, TellsWhatIsUsedAndWhere) {
+    EXPECT_FALSE(memoryLook(std::nullopt, SystemSignals{}).known);
+    const MemoryBreakdown memory{16 * gib, 6 * gib, 2 * gib, 0, 6 * gib, 2 * gib};
+    MemoryLook look = memoryLook(memory, std::nullopt);
+    EXPECT_TRUE(look.known);
+    EXPECT_EQ(look.headline, "8 GB of 16 GB");
+    EXPECT_EQ(look.accessibleName, "Memory used 8 GB of 16 GB");
+    EXPECT_THAT(look.shares, ElementsAre(0.375, 0.125, 0, 0.375, 0.125));
+    EXPECT_EQ(look.pressure + look.pressureTone + look.swap, "—Swap: 0 KB");
+    std::vector<std::string> legend;
+    for (const MemorySegment& each : memorySegments(memory)) {
+        legend.push_back((each.name + u' ' + each.size).toStdString());
+    }
+    EXPECT_THAT(legend, ElementsAre("App 6 GB", "Wired 2 GB", "Compressed 0 KB", "Cached 6 GB",
+                                    "Free 2 GB"));
+
+    const std::pair<Pressure, const char*> words[] = {{Pressure::normal, "Normal green"},
+                                                      {Pressure::elevated, "Elevated amber"},
+                                                      {Pressure::critical, "Critical red"}};
+    for (const auto& [pressure, word] : words) {
+        SystemSignals signals;
+        signals.pressure = pressure;
+        signals.swapUsedBytes = 3 * gib / 2;
+        look = memoryLook(memory, signals);
+        EXPECT_EQ(look.pressure + u' ' + look.pressureTone, word);
+        EXPECT_EQ(look.swap, "Swap: 1.5 GB");
+    }
+}
+
+TEST(MemoryLook, BearsFiguresThatDoNotAddUp) {
+    constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
+    EXPECT_EQ(memoryLook(MemoryBreakdown{8 * gib, 7 * gib, 7 * gib}, {}).headline, "8 GB of 8 GB");
+    for (const MemoryBreakdown& memory :
+         {MemoryBreakdown{}, MemoryBreakdown{gib, most, most, most, most, most},
+          MemoryBreakdown{gib, -gib, gib, -1, 0, gib}}) {
+        double sum = 0;
+        for (const double share : memoryLook(memory, {}).shares) {
+            EXPECT_GE(share, 0);
+            sum += share;
+        }
+        EXPECT_THAT(sum, DoubleNear(memory == MemoryBreakdown{} ? 0 : 1, 1e-9));
+    }
+}
+
+} // namespace
+} // namespace pacelet

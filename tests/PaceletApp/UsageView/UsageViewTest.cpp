@@ -1,0 +1,254 @@
+#include "PaceletApp/RootView/RootModel.h"
+#include "PaceletApp/UsageView/UsageModel.h"
+#include "tests/PaceletApp/Monitor/MonitorRig.h"
+#include "tests/PaceletApp/Support/ApplicationRig.h"
+
+#include <QSignalSpy>
+
+#include <gmock/gmock.h>
+
+namespace pacelet::testing {
+namespace {
+
+using ::testing::Contains;
+using ::testing::IsSupersetOf;
+using ::testing::Not;
+using ::testing::StartsWith;
+
+const std::string healthy =
+    "Your Mac has headroom. Over the last 7 days it rarely ran short of memory or processor power. "
+    "No upgrade needed for how you use it.";
+const std::string checkBack = "Pacelet records one line a minute while it runs. Check back soon.";
+const std::string off = "Usage history is off. Turn it on in Settings.";
+
+class UsageViewTest : public ApplicationRig {
+protected:
+    const UsageStore& store() { return app().monitor().usageStore(); }
+
+    std::int64_t minuteNow() {
+        return static_cast<std::int64_t>(unixTime(scheduler().now()) / secondsPerMinute);
+    }
+
+    /// One record for each of the minutes that end so many before now.
+    void remember(std::int64_t minutes, std::int64_t ago = 1, double cpu = 10) {
+        for (std::int64_t back = ago + minutes - 1; back >= ago; --back) {
+            store().append({.t = minuteNow() - back, .cpu = cpu, .cpuMax = cpu, .n = 20});
+        }
+    }
+
+    void openUsage() {
+        open(Screen::usage);
+        app().window()->resize(1200, 1100);
+        model = app()
+                    .window()
+                    ->property("model")
+                    .value<RootModel*>()
+                    ->property("screenModel")
+                    .value<UsageModel*>();
+        ASSERT_NE(model, nullptr);
+    }
+
+    std::size_t bars() { return model->cpuChart().bars.size(); }
+
+    UsageModel* model = nullptr;
+};
+
+TEST_F(UsageViewTest, AFreshInstallTellsHowFarItIs) {
+    launch("fresh-install");
+    openUsage();
+    pass(1);
+    EXPECT_THAT(
+        probe->texts(),
+        IsSupersetOf(
+            {"How hard your Mac works, and whether it's time for a new one.",
+             "Mac mini · Apple M4 · 24 GB memory · 500 GB storage", "Do you need a new Mac?",
+             "Not enough data yet. Pacelet has measured 0 hours. Keep it running (turn on "
+             "Start at login) and check back in a few days.",
+             "Based on 0 hours measured while Pacelet was running. Nothing is uploaded.",
+             "CPU load, last 10 minutes", "100%", "Memory right now", "Pressure: ", "Normal",
+             "Swap: 0 KB", "Compressed 0 KB", "History", "30 days"}));
+    EXPECT_TRUE(probe->shows(checkBack));
+    EXPECT_EQ(model->loadCurve().points.size(), 1U);
+    pass(125);
+    EXPECT_FALSE(probe->shows(checkBack));
+    EXPECT_TRUE(probe->shows("Average CPU load"));
+    EXPECT_GT(model->loadCurve().points.size(), 30U);
+}
+
+TEST_F(UsageViewTest, WithoutHistoryTheAdviceStillUsesWhatIsThere) {
+    launch(smallMac(), smallCatalog());
+    remember(1500);
+    app().monitor().setKeepHistory(false);
+    openUsage();
+    pass(1);
+    EXPECT_THAT(probe->texts(), IsSupersetOf({healthy, off}));
+    EXPECT_FALSE(probe->shows("Swap"));
+    app().monitor().setKeepHistory(true);
+    settle();
+    EXPECT_TRUE(probe->shows("Swap"));
+    EXPECT_FALSE(probe->shows(off));
+}
+
+TEST_F(UsageViewTest, AFullDiskIsNamedAloneAndItsButtonWorks) {
+    Simulated::World world = smallMac();
+    world.vitals.diskFree = world.hardware.diskBytes / 10;
+    launch(std::move(world), smallCatalog());
+    remember(1500);
+    openUsage();
+    pass(1);
+    EXPECT_THAT(probe->texts(), Contains(StartsWith("Your disk is nearly full.")));
+    EXPECT_THAT(probe->texts(), Not(Contains(StartsWith("Memory is holding"))));
+    probe->clickText("Free up space");
+    pass(1);
+    EXPECT_FALSE(mac().machine.lock()->records.openedURLs.empty());
+    // Space was made: the advice follows with the next look at the machine.
+    {
+        const auto machine = mac().machine.lock();
+        machine->vitals.diskFree = machine->hardware.diskBytes / 2;
+    }
+    pass(3);
+    EXPECT_THAT(probe->texts(), Contains(healthy));
+    EXPECT_FALSE(probe->shows("Free up space"));
+}
+
+TEST_F(UsageViewTest, AnOldMacOutgrownByItsOwner) {
+    launch("intel-history");
+    openUsage();
+    pass(1);
+    EXPECT_THAT(probe->texts(), IsSupersetOf({StartsWith("Memory is holding your Mac back."),
+                                              StartsWith("Your processor is often maxed out"),
+                                              StartsWith("Your disk is nearly full."),
+                                              StartsWith("This is an Intel Mac.")}));
+    probe->clickText("30 days");
+    settle();
+    EXPECT_EQ(bars(), 31U);
+}
+
+TEST_F(UsageViewTest, WithoutAReadingTheCardsStayEmpty) {
+    launch(smallMac(), smallCatalog());
+    mac().machine.inject(Simulated::ToolMissing{"/bin/ps"});
+    openUsage();
+    pass(10);
+    EXPECT_THAT(probe->texts(), IsSupersetOf({"Memory right now", "0%"}));
+    EXPECT_THAT(probe->texts(), Not(Contains("Pressure: ")));
+    EXPECT_FALSE(app().monitor().memory());
+    mac().machine.clearFailures();
+    pass(3);
+    EXPECT_TRUE(probe->shows("Pressure: "));
+}
+
+TEST_F(UsageViewTest, AnotherRangeIsLoadedAtOnceAndTheOldOneDropped) {
+    launch(smallMac(), smallCatalog());
+    remember(3000);
+    openUsage();
+    pass(1);
+    EXPECT_EQ(bars(), 25U);
+    scheduler().setBackgroundDuration(Seconds{2});
+    QSignalSpy charts{model, &UsageModel::chartsChanged};
+    probe->clickText("7 days");
+    pass(1);
+    probe->clickText("30 days");
+    EXPECT_EQ(model->range(), 2);
+    pass(1.5); // what was under way for seven days has come, and is dropped
+    EXPECT_EQ(charts.count(), 0);
+    EXPECT_EQ(bars(), 25U);
+    EXPECT_TRUE(probe->shows("Average CPU load"));
+    pass(1);
+    EXPECT_EQ(charts.count(), 1);
+    EXPECT_EQ(model->cpuChart().bars.back().right, 1);
+    EXPECT_LT(bars(), 5U);
+    // The same range again starts nothing.
+    const auto jobs = scheduler().pendingJobs();
+    probe->clickText("30 days");
+    EXPECT_EQ(scheduler().pendingJobs(), jobs);
+}
+
+TEST_F(UsageViewTest, ReadsTheFilesAgainEveryMinute) {
+    launch(smallMac(), smallCatalog());
+    app().monitor().setKeepHistory(false); // so that no one else writes
+    remember(60, 120);
+    openUsage();
+    pass(0);
+    const auto before = bars();
+    remember(1, 61);
+    pass(59);
+    EXPECT_EQ(bars(), before);
+    pass(1.5);
+    EXPECT_EQ(bars(), before + 1);
+    pass(30);
+    remember(1, 600);
+    probe->clickText("7 days");
+    probe->clickText("24 hours");
+    settle();
+    EXPECT_EQ(bars(), before + 2);
+    // The minute counts from there.
+    remember(1, 900);
+    pass(58);
+    EXPECT_EQ(bars(), before + 2);
+    pass(3);
+    EXPECT_EQ(bars(), before + 3);
+}
+
+TEST_F(UsageViewTest, RestsWhileNobodyLooksAndEndsWithTheScreen) {
+    launch(smallMac(), smallCatalog());
+    remember(30);
+    openUsage();
+    pass(1);
+    const auto before = bars();
+    app().window()->showMinimized();
+    pass(1);
+    EXPECT_EQ(scheduler().pendingSleeps(), 1U); // the monitor's own
+    remember(120, 100);
+    pass(600);
+    EXPECT_EQ(bars(), before);
+    app().showWindow();
+    settle();
+    EXPECT_GT(bars(), before);
+
+    scheduler().setBackgroundDuration(Seconds{5});
+    probe->clickText("7 days");
+    const QPointer<UsageModel> left{model};
+    probe->clickText("Background Items");
+    settle();
+    EXPECT_FALSE(left);
+    pass(30);
+    app().window()->showMinimized();
+    pass(20);
+    EXPECT_EQ(scheduler().pendingSleeps(), 1U);
+    EXPECT_EQ(scheduler().pendingJobs(), 0U);
+}
+
+TEST_F(UsageViewTest, EveryBarTellsItsValueAndTime) {
+    launch(smallMac(), smallCatalog());
+    remember(60, 1, 30);
+    remember(60, 181, 90);
+    openUsage();
+    pass(1);
+    QQuickItem* plot = probe->item("Average CPU load");
+    const auto hoverBar = [&](const ChartBar& bar) {
+        const double middle = (bar.left + bar.right) / 2 * plot->width();
+        QTest::mouseMove(app().window(), plot->mapToScene({middle, 5}).toPoint());
+        settle();
+    };
+    for (const ChartBar& bar : model->cpuChart().bars) {
+        hoverBar(bar);
+        EXPECT_THAT(probe->texts(),
+                    IsSupersetOf({bar.value.toStdString(), bar.time.toStdString()}));
+    }
+    const std::string last = model->cpuChart().bars.back().time.toStdString();
+    QTest::mouseMove(app().window(), {5, 5});
+    settle();
+    EXPECT_THAT(probe->texts(), Not(Contains(last)));
+
+    for (int tries = 0; tries < 30 && !plot->parentItem()->parentItem()->hasActiveFocus();
+         ++tries) {
+        probe->press(Qt::Key_Tab);
+    }
+    probe->press(Qt::Key_Left);
+    EXPECT_THAT(probe->texts(), Contains(last));
+    probe->press(Qt::Key_Tab);
+    EXPECT_THAT(probe->texts(), Not(Contains(last)));
+}
+
+} // namespace
+} // namespace pacelet::testing

@@ -1,0 +1,125 @@
+#include "PaceletApp/RootView/RootModel.h"
+#include "PaceletApp/UsageView/UsageModel.h"
+#include "tools/gallery/Shot.h"
+
+#include <QCoreApplication>
+#include <QMouseEvent>
+
+#include <algorithm>
+#include <cmath>
+
+namespace pacelet::gallery {
+
+namespace {
+
+constexpr QSize wholePage{1200, 1040};
+constexpr QSize leastSize{1000, 700};
+
+/// How an owner treats a machine.
+struct Habits {
+    double load = 30;         ///< percent on a working day at its busiest
+    double pressureShare = 0; ///< of the minutes of work
+    double swapGB = 0;        ///< at the end of a working day
+    std::int64_t days = 30;
+    double diskFreeShare = 0.5;
+};
+
+/// From 0 to 1, the same each time.
+double noise(std::int64_t number) {
+    return std::fmod(std::abs(std::sin(static_cast<double>(number) * 12.9898) * 43758.5453), 1.0);
+}
+
+/// Work begins at 8, has its height at noon, and ends at 20 o'clock.
+double workAt(std::int64_t minute) {
+    const double hour = static_cast<double>(minute % minutesPerDay) / 60;
+    const std::int64_t weekday = (minute / minutesPerDay + 3) % 7; // Monday is 0
+    const double share = std::max(0.0, std::sin((hour - 7.5) / 13.5 * 3.14159265));
+    return share * (weekday >= 5 ? 0.35 : 1) * (0.75 + 0.5 * noise(minute / 97));
+}
+
+MinuteRecord record(std::int64_t minute, const Habits& habits) {
+    const double work = workAt(minute);
+    const double cpu = std::min(100.0, 3 + habits.load * work * (0.6 + 0.8 * noise(minute)));
+    const bool pressed = noise(minute * 7) < habits.pressureShare * work;
+    return {.t = minute,
+            .cpu = cpu,
+            .cpuMax = std::min(100.0, cpu * 1.4),
+            .pressure = pressed ? 1 : 0,
+            .swap = static_cast<std::int64_t>(habits.swapGB * work * 1073741824),
+            .memUsed = std::int64_t{9} << 30,
+            .n = 20};
+}
+
+void live(Session& session, const Habits& habits) {
+    const UsageStore& store = session.application().monitor().usageStore();
+    const auto now =
+        static_cast<std::int64_t>(unixTime(session.scheduler().now()) / secondsPerMinute);
+    for (std::int64_t minute = now - habits.days * minutesPerDay; minute < now; ++minute) {
+        const std::int64_t hour = minute % minutesPerDay / 60;
+        if (hour >= 7 && hour < 23) {
+            store.append(record(minute, habits));
+        }
+    }
+    const auto world = session.mac().machine.lock();
+    world->vitals.diskFree = static_cast<std::int64_t>(
+        static_cast<double>(world->hardware.diskBytes) * habits.diskFreeShare);
+}
+
+void choose(Session& session, int range) {
+    const auto* root = session.application().window()->property("model").value<RootModel*>();
+    auto* usage = root->property("screenModel").value<UsageModel*>();
+    usage->chooseRange(range);
+    session.pass(0);
+}
+
+/// The screen after ten minutes of an owner's life with it.
+Shot month(std::string name, std::string scenario, const Habits& habits, int range,
+           QSize size = wholePage) {
+    return {.name = std::move(name),
+            .scenario = std::move(scenario),
+            .drive =
+                [habits, range](Session& session) {
+                    live(session, habits);
+                    watching(Screen::usage, 600)(session);
+                    choose(session, range);
+                },
+            .size = size};
+}
+
+/// The same with the pointer at a place in the window.
+Shot pointingAt(Shot shot, QPointF place) {
+    shot.drive = [drive = std::move(shot.drive), place](Session& session) {
+        drive(session);
+        QQuickWindow* window = session.application().window();
+        QMouseEvent move{QEvent::MouseMove, place, window->mapToGlobal(place),
+                         Qt::NoButton,      {},    {}};
+        QCoreApplication::sendEvent(window, &move);
+        session.pass(0);
+    };
+    return shot;
+}
+
+} // namespace
+
+std::vector<Shot> usageShots() {
+    const Habits calm{};
+    const Habits driven{.load = 150, .pressureShare = 0.6, .swapGB = 7, .diskFreeShare = 0.08};
+    return {
+        {"usage-fresh", "fresh-install", watching(Screen::usage, 90)},
+        month("usage-day", "quiet", calm, 0),
+        month("usage-week", "quiet", calm, 1),
+        month("usage-month", "quiet", calm, 2),
+        month("usage-bottlenecks", "out-of-memory", driven, 2),
+        month("usage-narrow", "chrome-tabs", driven, 1, leastSize),
+        month("usage-narrow-page", "virtual-machine", driven, 2, {1000, 1180}),
+        pointingAt(month("usage-tip", "chrome-tabs", calm, 1), {380, 800}),
+        {"usage-intel", "intel-history", watching(Screen::usage, 600), wholePage},
+        {"usage-off", "quiet",
+         [](Session& session) {
+             session.application().monitor().setKeepHistory(false);
+             watching(Screen::usage, 60)(session);
+         }},
+    };
+}
+
+} // namespace pacelet::gallery
