@@ -1,6 +1,6 @@
 # The front door. Every goal installs what is missing and builds first.
 
-.PHONY: run demo test asan tsan bench fuzz clean
+.PHONY: run demo test asan tsan bench fuzz package clean
 
 SCENARIO = chrome-tabs
 
@@ -33,6 +33,10 @@ bench: ## Every benchmark
 fuzz: ## A minute of every fuzzer
 	@scripts/build.sh fuzz
 	@scripts/fuzz.sh -1 60
+
+package: ## A Debian package of the programs, in build/packages
+	@scripts/build.sh release pacelet pacelet-demo pacelet-report pacelet_icons
+	@cd build/release && cpack -B ../packages
 
 clean:
 	@rm -rf build

@@ -29,7 +29,7 @@ int comeForward(const SingleInstance& running) {
 }
 
 int showWindow(const std::string& display, int argc, char** argv) {
-    const SingleInstance instance{SingleInstance::standardFolder()};
+    SingleInstance instance{SingleInstance::standardFolder()};
     if (!instance.isFirst()) {
         return comeForward(instance);
     }

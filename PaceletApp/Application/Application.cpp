@@ -195,10 +195,14 @@ void Application::openPanel(const QRect& icon) {
 }
 
 void Application::panelLostFocus() {
-    if (panelScene_ && !panelScene_->window().isActive()) {
-        panelLostFocusAt_ = scheduler_.monotonicNow();
-        closePanel();
+    if (!panelScene_ || panelScene_->window().isActive()) {
+        return;
     }
+    const QRect icon = tray_ ? tray_->place() : QRect{};
+    if (icon.isEmpty() || icon.contains(QCursor::pos())) {
+        panelLostFocusAt_ = scheduler_.monotonicNow();
+    }
+    closePanel();
 }
 
 void Application::closePanel() {

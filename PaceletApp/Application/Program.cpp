@@ -28,7 +28,7 @@ int& withLightGraphics(int& argc) {
     return argc;
 }
 
-int runUntilQuit(const Platform& platform, Scheduler& scheduler, const SingleInstance* instance) {
+int runUntilQuit(const Platform& platform, Scheduler& scheduler, SingleInstance* instance) {
     Application application{platform, scheduler,
                             loadCatalog(ResourceLocations::beside(programFolder()))};
     QObject::connect(&application, &Application::quitRequested, qApp, &QCoreApplication::quit,
@@ -36,6 +36,7 @@ int runUntilQuit(const Platform& platform, Scheduler& scheduler, const SingleIns
     if (instance != nullptr) {
         QObject::connect(instance, &SingleInstance::showRequested, &application,
                          &Application::showWindow);
+        instance->listen();
     }
     application.start();
     if (application.preferences().showMenuBar() && !TrayItem::isAvailable()) {
@@ -61,14 +62,14 @@ void postToUI(std::function<void()> function) {
 Program::Program(int& argc, char** argv) : application_{withLightGraphics(argc), argv} {
     QGuiApplication::setApplicationName(QStringLiteral("pacelet"));
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Pacelet"));
-    QGuiApplication::setDesktopFileName(QStringLiteral("pacelet"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("app.pacelet.Pacelet"));
     QGuiApplication::setWindowIcon(QIcon{QStringLiteral(":/icons/pacelet.svg")});
     // The program lives on in the tray.
     QGuiApplication::setQuitOnLastWindowClosed(false);
     installFonts();
 }
 
-int Program::run(const Platform& platform, const SingleInstance* instance) {
+int Program::run(const Platform& platform, SingleInstance* instance) {
     RealScheduler scheduler{platform.clock};
     const int status = runUntilQuit(platform, scheduler, instance);
     if (!scheduler.waitForBackground(patience)) {

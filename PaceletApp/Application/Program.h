@@ -25,7 +25,7 @@ public:
     /// Shows the main window on the machine behind `platform`, and lives on without it until the
     /// user ends the program. `instance`, which may be null, tells of further starts. Gives the
     /// program's exit status.
-    int run(const Platform& platform, const SingleInstance* instance);
+    int run(const Platform& platform, SingleInstance* instance);
 
 private:
     QApplication application_;

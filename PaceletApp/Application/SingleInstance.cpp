@@ -37,9 +37,6 @@ SingleInstance::SingleInstance(const QString& folder, QObject* parent)
         return;
     }
     first_ = flock(lock_.get(), LOCK_EX | LOCK_NB) == 0;
-    if (first_) {
-        listen();
-    }
 }
 
 QString SingleInstance::standardFolder() {
@@ -51,6 +48,9 @@ QString SingleInstance::standardFolder() {
 }
 
 void SingleInstance::listen() {
+    if (!first_ || !lock_) {
+        return;
+    }
     // Who holds the lock owns the name; a socket that stands there was left by a program that is
     // gone.
     QLocalServer::removeServer(socket_);

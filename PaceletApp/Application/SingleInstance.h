@@ -26,6 +26,10 @@ public:
     /// nothing is known, and this is the first.
     bool isFirst() const { return first_; }
 
+    /// Begins to answer later starts, which are patient for a while. Needs the program's event loop,
+    /// so the QCoreApplication has been made; does nothing when this is not the first.
+    void listen();
+
     /// Asks the running program to bring its window forward. False when it does not answer in time.
     bool askToShow() const;
 
@@ -34,7 +38,6 @@ Q_SIGNALS:
     void showRequested();
 
 private:
-    void listen();
     void answer();
 
     QString socket_;

@@ -7,9 +7,9 @@ Window {
 
     required property MenuBarModel model
 
-    // The content goes before the window that it measures.
-    width: view?.implicitWidth ?? 0
-    height: view?.implicitHeight ?? 0
+    // The content goes before the window that it measures, which is painted once more after that.
+    width: view?.implicitWidth ?? 1
+    height: view?.implicitHeight ?? 1
     flags: Qt.Tool | Qt.FramelessWindowHint | Qt.WindowStaysOnTopHint
     title: "Pacelet"
     color: Theme.card

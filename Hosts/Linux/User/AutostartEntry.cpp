@@ -65,6 +65,7 @@ std::string autostartText(std::string_view program) {
            "Exec=" +
            quotedWord(program) +
            "\n"
+           "Icon=app.pacelet.Pacelet\n"
            "Terminal=false\n"
            "X-GNOME-Autostart-enabled=true\n";
 }

@@ -35,6 +35,7 @@ bool ask(const QString& folder) {
 
 TEST_F(SingleInstanceTest, ALaterStartBringsTheFirstForward) {
     SingleInstance first{folder};
+    first.listen();
     ASSERT_TRUE(first.isFirst());
     QSignalSpy shown{&first, &SingleInstance::showRequested};
     for (int start = 1; start <= 3; ++start) {
@@ -45,8 +46,9 @@ TEST_F(SingleInstanceTest, ALaterStartBringsTheFirstForward) {
 }
 
 TEST_F(SingleInstanceTest, TheNextStartAfterTheEndIsFirstAgain) {
-    std::make_unique<SingleInstance>(folder).reset();
+    std::make_unique<SingleInstance>(folder)->listen();
     SingleInstance next{folder};
+    next.listen();
     EXPECT_TRUE(next.isFirst());
     EXPECT_TRUE(ask(folder));
 }
@@ -55,6 +57,7 @@ TEST_F(SingleInstanceTest, WhatACrashLeavesBehindStopsNobody) {
     const pid_t child = fork();
     if (child == 0) {
         auto* left = new SingleInstance{folder};
+        left->listen();
         _exit(left->isFirst() ? 0 : 1);
     }
     int status = 0;
@@ -62,12 +65,14 @@ TEST_F(SingleInstanceTest, WhatACrashLeavesBehindStopsNobody) {
     ASSERT_EQ(status, 0);
     ASSERT_TRUE(QFile::exists(folder + "/window.socket"));
     SingleInstance next{folder};
+    next.listen();
     EXPECT_TRUE(next.isFirst());
     EXPECT_TRUE(ask(folder));
 }
 
 TEST_F(SingleInstanceTest, StrangeMessagesDoNothing) {
     SingleInstance first{folder};
+    first.listen();
     QSignalSpy shown{&first, &SingleInstance::showRequested};
     for (const QByteArray& message :
          {QByteArray{}, QByteArray{"sho"}, QByteArray{"SHOW\n"}, QByteArray(100000, 'x')}) {

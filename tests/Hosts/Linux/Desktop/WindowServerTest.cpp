@@ -1,73 +1,19 @@
 #include "Hosts/Linux/X11/WindowServer.h"
 #include "Core/Inspectors/WindowCensus.h"
-#include "Core/Support/Descriptor.h"
 #include "Hosts/Linux/LinuxHost.h"
 #include "Hosts/Linux/X11/WindowList.h"
+#include "tests/Support/PrivateDisplay.h"
 
 #include <algorithm>
-#include <array>
-#include <csignal>
 #include <gtest/gtest.h>
-#include <poll.h>
-#include <sys/prctl.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace pacelet::Linux::X11 {
 namespace {
 
-/// A display server of our own, without a screen to look at.
-class PrivateServer {
-public:
-    PrivateServer() {
-        std::array<int, 2> ends{};
-        if (::pipe(ends.data()) != 0) {
-            return;
-        }
-        const Descriptor readEnd{ends[0]};
-        Descriptor writeEnd{ends[1]};
-        pid_ = ::fork();
-        if (pid_ == 0) {
-            ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-            const std::string number = std::to_string(writeEnd.get());
-            // A server that starts over whenever its last client leaves would miss the next one.
-            ::execlp("Xvfb", "Xvfb", "-noreset", "-displayfd", number.c_str(), "-screen", "0",
-                     "1280x800x24", "-nolisten", "tcp", nullptr);
-            ::_exit(127);
-        }
-        writeEnd.reset();
-        char character = 0;
-        pollfd source{readEnd.get(), POLLIN, 0};
-        while (::poll(&source, 1, 20'000) > 0 && ::read(readEnd.get(), &character, 1) == 1) {
-            if (character == '\n') {
-                display_ = ':' + number_;
-                return;
-            }
-            number_ += character;
-        }
-    }
-    PrivateServer(const PrivateServer&) = delete;
-    PrivateServer& operator=(const PrivateServer&) = delete;
-    ~PrivateServer() {
-        if (pid_ > 0) {
-            ::kill(pid_, SIGTERM);
-            ::waitpid(pid_, nullptr, 0);
-        }
-    }
-
-    /// Empty when there is no such server on this machine.
-    const std::string& display() const { return display_; }
-
-private:
-    pid_t pid_ = 0;
-    std::string number_;
-    std::string display_;
-};
-
 class WindowServerTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        if (server.display().empty()) {
+        if (server.name().empty()) {
             GTEST_SKIP() << "no display server to start";
         }
     }
@@ -103,15 +49,15 @@ protected:
         return atom(client.get(), name);
     }
 
-    PrivateServer server;
-    WindowServer windows{server.display(), [] {
+    testing::PrivateDisplay server{"1280x800x24"};
+    WindowServer windows{server.name(), [] {
                              return std::unordered_map<std::int32_t, std::string>{{41, "Draw"}};
                          }};
 };
 
 TEST_F(WindowServerTest, CountsTheWindowsOfApplications) {
     EXPECT_EQ(WindowCensus::live(windows), std::vector<WindowCount>{});
-    const Connection client{server.display()};
+    const Connection client{server.name()};
     ASSERT_TRUE(client);
     open(client, 41);
     open(client, 41);
@@ -150,8 +96,8 @@ TEST_F(WindowServerTest, CountsTheWindowsOfApplications) {
 }
 
 TEST_F(WindowServerTest, AsksOnlyWindowsThatListenToClose) {
-    const Connection client{server.display()};
-    const Connection asking{server.display()};
+    const Connection client{server.name()};
+    const Connection asking{server.name()};
     EXPECT_FALSE(requestClose(asking, {41, 42}));
     const xcb_window_t listening = open(client, 41);
     open(client, 42);

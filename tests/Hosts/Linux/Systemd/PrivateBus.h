@@ -1,30 +1,17 @@
 #pragma once
 
+#include "tests/Support/Eventually.h"
 #include "tests/Support/TemporaryFolder.h"
 
-#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <sys/prctl.h>
 #include <sys/wait.h>
-#include <thread>
 #include <unistd.h>
 
 namespace pacelet::testing {
-
-/// Looks until `isTrue` holds, for ten seconds at most; whether it came to hold.
-template<typename Predicate>
-bool eventually(Predicate&& isTrue) {
-    for (int tries = 0; tries < 1000; ++tries) {
-        if (isTrue()) {
-            return true;
-        }
-        std::this_thread::sleep_for(std::chrono::milliseconds{10});
-    }
-    return false;
-}
 
 /// A message bus of a test's own, which stands in for the machine's and the user's.
 class PrivateBus {
