@@ -15,7 +15,7 @@ std::function<void(Session&)> watching(Screen screen, double seconds) {
 
 std::vector<Shot> allShots() {
     std::vector<Shot> shots;
-    for (const auto& some : {overviewShots, panelShots}) {
+    for (const auto& some : {overviewShots, panelShots, processesShots}) {
         std::vector<Shot> more = some();
         shots.insert(shots.end(), std::make_move_iterator(more.begin()),
                      std::make_move_iterator(more.end()));

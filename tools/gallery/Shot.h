@@ -27,6 +27,7 @@ std::function<void(Session&)> watching(Screen screen, double seconds = 30);
 // One function a screen.
 std::vector<Shot> overviewShots();
 std::vector<Shot> panelShots();
+std::vector<Shot> processesShots();
 
 /// All of the above.
 std::vector<Shot> allShots();
