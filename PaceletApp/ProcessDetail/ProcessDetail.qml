@@ -13,7 +13,6 @@ Column {
     spacing: 16
 
     component Words: Text {
-        width: panel.textWidth
         font: Theme.body
         wrapMode: Text.Wrap
         lineHeight: 1.2
@@ -21,6 +20,7 @@ Column {
     }
 
     Words {
+        width: panel.textWidth
         text: panel.model?.summary ?? ""
         color: Theme.text
     }
@@ -37,6 +37,7 @@ Column {
         Words {
             id: why
 
+            width: parent.width
             text: panel.model?.whyHigh ?? ""
             color: Theme.text2
         }
@@ -48,6 +49,8 @@ Column {
         parts: panel.model?.parts ?? null
     }
 
+    // These are loaded from within a part of another file, so they cannot be bound up front.
+    // qmllint disable unqualified
     Loader {
         active: panel.model?.spotlight ?? false
         visible: active
@@ -66,6 +69,7 @@ Column {
         }
     }
 
+    // qmllint enable unqualified
     FixRow {
         width: panel.width
         visible: panel.model?.hasFixes ?? false

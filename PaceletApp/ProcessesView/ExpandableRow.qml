@@ -28,6 +28,9 @@ FocusScope {
     /// Of the open row; null otherwise.
     property ProcessDetailModel detail
 
+    /// The keyboard came here, not the pointer.
+    readonly property bool keyboardFocus: head.visualFocus
+
     /// Width of what stands before the row's columns.
     readonly property real indent: 26
 
@@ -104,6 +107,8 @@ FocusScope {
         }
     }
 
+    // These are loaded from within a part of another file, so they cannot be bound up front.
+    // qmllint disable unqualified
     Component {
         id: kernelRow
 
@@ -143,10 +148,10 @@ FocusScope {
 
         y: head.height
         width: parent.width
-        height: item ? item.implicitHeight : 0
+        height: active ? implicitHeight : 0
         active: row.open && row.detail !== null
         onHeightChanged: {
-            if (item) {
+            if (active) {
                 row.panelMeasured(height);
             }
         }
@@ -157,6 +162,7 @@ FocusScope {
             ProcessDetail {
                 id: detail
 
+                objectName: "process detail"
                 x: 60
                 y: 14
                 width: parent.width - x - 24
@@ -165,6 +171,7 @@ FocusScope {
         }
     }
 
+    // qmllint enable unqualified
     Divider {
         id: line
 

@@ -39,6 +39,7 @@ Item {
     Flickable {
         id: flickable
 
+        objectName: "process list"
         anchors.top: line.bottom
         anchors.bottom: parent.bottom
         width: parent.width
@@ -81,7 +82,7 @@ Item {
                 onPanelMeasured: height => list.table.setPanelHeight(height)
                 onActiveFocusChanged: {
                     if (activeFocus) {
-                        list.table.enter(groupId, keyboardFocus);
+                        list.table.enter(groupId, row.keyboardFocus);
                     } else {
                         list.table.leave(groupId);
                     }

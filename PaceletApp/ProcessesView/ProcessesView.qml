@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Pacelet
 
@@ -63,6 +64,7 @@ FocusScope {
             SegmentedControl {
                 id: sort
 
+                objectName: "sort"
                 anchors.right: parent.right
                 width: 170
                 height: parent.height

@@ -38,20 +38,17 @@ TEST(ListedProcess, theKernelTellsOfHeatAndOfNoCost) {
 }
 
 RC_GTEST_PROP(RowKeys, stayWithTheirProcessesAndAreNotWasted, ()) {
-    const auto someRows = rc::gen::unique<std::vector<int>>(rc::gen::inRange(0, 20));
-    const auto rowsOf = [](const std::vector<int>& ids) {
-        std::vector<ListedProcess> rows(ids.size());
-        std::ranges::transform(ids, rows.begin(), [](int id) {
-            ListedProcess row;
-            row.id = std::to_string(id);
-            return row;
-        });
+    const auto someRows = [] {
+        std::vector<ListedProcess> rows;
+        for (const int id : *rc::gen::container<std::set<int>>(rc::gen::inRange(0, 20))) {
+            rows.emplace_back().id = std::to_string(id * 7 % 20);
+        }
         return rows;
     };
     std::uint64_t counter = 0;
-    std::vector<ListedProcess> shown = rowsOf(*someRows);
+    std::vector<ListedProcess> shown = someRows();
     assignKeys(shown, {}, counter);
-    std::vector<ListedProcess> next = rowsOf(*someRows);
+    std::vector<ListedProcess> next = someRows();
     std::vector<const ListedProcess*> old;
     std::set<std::string> keys;
     for (const ListedProcess& row : shown) {
@@ -62,7 +59,8 @@ RC_GTEST_PROP(RowKeys, stayWithTheirProcessesAndAreNotWasted, ()) {
     std::set<std::string> taken;
     for (const ListedProcess& row : next) {
         const auto before = std::ranges::find(shown, row.id, &ListedProcess::id);
-        RC_ASSERT(before == shown.end() || before->key == row.key);
+        // In brackets: the macro takes the expression apart, and would look behind the end.
+        RC_ASSERT((before == shown.end() || before->key == row.key));
         RC_ASSERT(taken.insert(row.key).second);
     }
     keys.insert(taken.begin(), taken.end());

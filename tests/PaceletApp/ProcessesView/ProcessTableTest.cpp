@@ -138,7 +138,7 @@ TEST(ProcessTable, keepsWhatIsReadInPlace) {
 }
 
 TEST(ProcessTable, aPressedRowStaysUnderThePointer) {
-    Viewed viewed{100};
+    Viewed viewed{100, 8 * rowHeight};
     viewed.scroll(10 * rowHeight);
     viewed.open("pid:11");
     viewed.scroll(11 * rowHeight);
@@ -146,16 +146,16 @@ TEST(ProcessTable, aPressedRowStaysUnderThePointer) {
     viewed.table.hold("pid:13");
     viewed.open("pid:13");
     // The panel does not fit below it, so the view follows as far as it must.
-    EXPECT_EQ(viewed.placeOf("pid:13"), 6 * rowHeight - rowHeight - 300);
+    EXPECT_EQ(viewed.placeOf("pid:13"), 8 * rowHeight - rowHeight - 300);
     viewed.panel = 900;
     viewed.tick();
     viewed.table.hold("pid:13");
     viewed.openID.reset();
     viewed.tick();
-    EXPECT_EQ(viewed.placeOf("pid:13"), 6 * rowHeight - rowHeight - 300);
-    viewed.table.hold("pid:20");
-    viewed.open("pid:20");
-    EXPECT_EQ(viewed.placeOf("pid:20"), 0) << "a panel taller than the view begins at its head";
+    EXPECT_EQ(viewed.placeOf("pid:13"), 8 * rowHeight - rowHeight - 300);
+    viewed.table.hold("pid:15");
+    viewed.open("pid:15");
+    EXPECT_EQ(viewed.placeOf("pid:15"), 0) << "a panel taller than the view begins at its head";
 }
 
 TEST(ProcessTable, bringsTheOpenRowToTheTopOnceSizesAreKnown) {

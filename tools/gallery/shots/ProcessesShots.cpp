@@ -59,6 +59,7 @@ void filtered(Session& session) {
 /// Opens the first group of this name, as a finding does that leads here.
 std::function<void(Session&)> opened(const std::string& name, double seconds = 60) {
     return [name, seconds](Session& session) {
+        session.mac().fillLargeFolders();
         session.pass(seconds);
         for (const ProcessGroup& group : session.application().monitor().groups()) {
             if (group.displayName == name) {
@@ -110,6 +111,11 @@ std::vector<Shot> processesShots() {
         {"processes-odd-names", "quiet", oddNames, leastSize},
         {"processes-narrow", "window-server", opened("WindowServer"), leastSize},
         {"processes-wide", "chrome-tabs", opened("Google Chrome"), {2560, 1440}},
+        {"processes-keyboard", "quiet",
+         [](Session& session) {
+             searching(QStringLiteral("s"))(session);
+             type(session, QStringLiteral("\t\t\t\t\t\t"));
+         }},
     };
 }
 
