@@ -1,22 +1,16 @@
 import QtQuick
+import Pacelet
 
 /// The heading of the overview.
 ScreenHeader {
     id: header
 
-    required property string liveText
-    required property bool paused
-    required property bool checked
-
-    signal pauseToggled
+    required property LiveBadgeModel badge
 
     title: "Overview"
     subtitle: "Understand what's happening on your Mac."
 
     LiveBadge {
-        text: header.liveText
-        paused: header.paused
-        checked: header.checked
-        onPauseToggled: header.pauseToggled()
+        model: header.badge
     }
 }

@@ -1,15 +1,11 @@
 import QtQuick
+import Pacelet
 
 /// Tells how fresh the figures are, and stops or resumes the measuring.
 Row {
     id: badge
 
-    required property string text
-    required property bool paused
-    /// False before the first check.
-    property bool checked: true
-
-    signal pauseToggled
+    required property LiveBadgeModel model
 
     spacing: 14
 
@@ -22,11 +18,11 @@ Row {
             width: 6
             height: 6
             radius: 3
-            fill: badge.paused ? Theme.amber : badge.checked ? Theme.green : Theme.text3
+            fill: badge.model.paused ? Theme.amber : badge.model.checked ? Theme.green : Theme.text3
         }
 
         Text {
-            text: badge.text
+            text: badge.model.text
             font: Theme.figures
             color: Theme.text2
             textFormat: Text.PlainText
@@ -34,8 +30,8 @@ Row {
     }
 
     SecondaryButton {
-        text: badge.paused ? "Resume" : "Pause"
-        symbol: badge.paused ? "play.fill" : "pause.fill"
-        onClicked: badge.pauseToggled()
+        text: badge.model.paused ? "Resume" : "Pause"
+        symbol: badge.model.paused ? "play.fill" : "pause.fill"
+        onClicked: badge.model.togglePause()
     }
 }

@@ -1,15 +1,14 @@
 #pragma once
 
 #include "PaceletApp/Monitor/Monitor.h"
+#include "PaceletApp/OverviewView/LiveBadgeFeed.h"
 #include "PaceletApp/OverviewView/OverviewModel.h"
-#include "PaceletApp/Scheduler/Heartbeat.h"
 
 #include <QObject>
 
 namespace pacelet {
 
-/// Keeps the overview showing what the monitor publishes, and its seconds counting while the window
-/// is on screen.
+/// Keeps the overview showing what the monitor publishes.
 class OverviewFeed final : public QObject {
     Q_OBJECT
 
@@ -23,9 +22,8 @@ private:
     void show();
 
     Monitor& monitor_;
-    Scheduler& scheduler_;
     OverviewModel& overview_;
-    Heartbeat seconds_;
+    LiveBadgeFeed badge_;
     bool pending_ = false;
 };
 

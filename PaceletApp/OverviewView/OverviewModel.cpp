@@ -28,20 +28,18 @@ bool take(Value& field, Value next) {
 } // namespace
 
 OverviewModel::OverviewModel(QObject* parent)
-    : QObject{parent}, readings_{readingsLook(std::nullopt)}, liveText_{pacelet::liveText(
-                                                                  false, std::nullopt, {})},
-      causes_{[](const CauseItem& item) { return item.id; }, causeRoles()},
+    : QObject{parent}, readings_{readingsLook(std::nullopt)}, causes_{[](const CauseItem& item) {
+                                                                          return item.id;
+                                                                      },
+                                                                      causeRoles()},
       processes_{[](const ProcessItem& item) { return item.id; }, processRoles()} {}
 
 void OverviewModel::show(const OverviewFacts& facts) {
     const Finding* first = facts.result.hero();
     const ProcessGroup* group = first != nullptr ? groupOf(*first, facts.groups) : nullptr;
-    const bool checked = facts.lastChecked.has_value();
-    const bool hero = take(hero_, heroLook(checked, first, group));
+    const bool hero = take(hero_, heroLook(facts.checked, first, group));
     const bool readings = take(readings_, readingsLook(facts.signals));
     const bool label = take(moreLabel_, moreCausesLabel(facts.result.more().size()));
-    const bool paused = take(paused_, facts.paused);
-    lastChecked_ = facts.lastChecked;
     result_ = facts.result;
 
     std::vector<CauseItem> causes;
@@ -64,16 +62,6 @@ void OverviewModel::show(const OverviewFacts& facts) {
     }
     if (label) {
         Q_EMIT moreLabelChanged();
-    }
-    if (paused) {
-        Q_EMIT pausedChanged();
-    }
-    showAge(facts.now);
-}
-
-void OverviewModel::showAge(TimePoint now) {
-    if (take(liveText_, pacelet::liveText(paused_, lastChecked_, now))) {
-        Q_EMIT liveTextChanged();
     }
 }
 

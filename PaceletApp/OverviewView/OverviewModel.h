@@ -1,6 +1,7 @@
 #pragma once
 
 #include "PaceletApp/OverviewView/CauseItem.h"
+#include "PaceletApp/OverviewView/LiveBadgeModel.h"
 #include "PaceletApp/OverviewView/OverviewLook.h"
 #include "PaceletApp/OverviewView/ProcessItem.h"
 
@@ -21,9 +22,7 @@ struct OverviewFacts {
     /// The explanation of a group, or null.
     std::function<const Explanation*(const ProcessGroup&)> explanation;
     std::optional<SystemSignals> signals;
-    std::optional<TimePoint> lastChecked;
-    bool paused = false;
-    TimePoint now{};
+    bool checked = false; ///< the machine has been measured
 };
 
 /// What the overview shows, and what its user asks for.
@@ -34,8 +33,7 @@ class OverviewModel : public QObject {
     Q_PROPERTY(pacelet::HeroLook hero READ hero NOTIFY heroChanged)
     Q_PROPERTY(pacelet::ReadingsLook readings READ readings NOTIFY readingsChanged)
     Q_PROPERTY(QString moreLabel READ moreLabel NOTIFY moreLabelChanged)
-    Q_PROPERTY(QString liveText READ liveText NOTIFY liveTextChanged)
-    Q_PROPERTY(bool paused READ paused NOTIFY pausedChanged)
+    Q_PROPERTY(pacelet::LiveBadgeModel* badge READ badge CONSTANT)
     Q_PROPERTY(QAbstractItemModel* causes READ causes CONSTANT)
     Q_PROPERTY(QAbstractItemModel* processes READ processes CONSTANT)
 
@@ -48,17 +46,12 @@ public:
     const HeroLook& hero() const { return hero_; }
     const ReadingsLook& readings() const { return readings_; }
     const QString& moreLabel() const { return moreLabel_; }
-    const QString& liveText() const { return liveText_; }
-    bool paused() const { return paused_; }
+    LiveBadgeModel* badge() { return &badge_; }
     QAbstractItemModel* causes() { return &causes_; }
     QAbstractItemModel* processes() { return &processes_; }
 
     void show(const OverviewFacts& facts);
 
-    /// Brings the seconds of the live text up to `now`.
-    void showAge(TimePoint now);
-
-    Q_INVOKABLE void togglePause() { Q_EMIT pauseToggled(); }
     Q_INVOKABLE void showAllProcesses() { Q_EMIT allProcessesWanted(); }
     Q_INVOKABLE void fixHero();
     Q_INVOKABLE void fixCause(int row);
@@ -68,10 +61,7 @@ Q_SIGNALS:
     void heroChanged();
     void readingsChanged();
     void moreLabelChanged();
-    void liveTextChanged();
-    void pausedChanged();
 
-    void pauseToggled();
     void allProcessesWanted();
     /// `groupID` is absent for a finding about no group; the group may have gone since.
     void fixWanted(pacelet::FixID fix, const std::optional<std::string>& groupID);
@@ -82,9 +72,7 @@ private:
     HeroLook hero_;
     ReadingsLook readings_;
     QString moreLabel_;
-    QString liveText_;
-    bool paused_ = false;
-    std::optional<TimePoint> lastChecked_;
+    LiveBadgeModel badge_;
     DiagnosisResult result_;
     CauseListModel causes_;
     ProcessListModel processes_;

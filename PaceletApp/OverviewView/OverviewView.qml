@@ -11,10 +11,7 @@ ScrollArea {
 
     Header {
         width: parent.width
-        liveText: view.model.liveText
-        paused: view.model.paused
-        checked: view.model.hero.checked
-        onPauseToggled: view.model.togglePause()
+        badge: view.model.badge
     }
 
     HeroCard {

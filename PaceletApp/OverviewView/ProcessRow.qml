@@ -17,6 +17,9 @@ ProcessColumns {
     required property fixLook fix
     /// Stands in the action's place where there is no fix.
     required property string note
+    property font nameFont: Theme.controlMedium
+    property color cpuColor: Theme.text
+    property color memoryColor: Theme.text2
 
     signal fixed
 
@@ -42,13 +45,15 @@ ProcessColumns {
 
         ElidedText {
             width: parent.width
+            horizontalAlignment: Text.AlignLeft
             text: row.name
-            font: Theme.controlMedium
+            font: row.nameFont
             color: Theme.text
         }
 
         ElidedText {
             width: parent.width
+            horizontalAlignment: Text.AlignLeft
             visible: text !== ""
             text: row.subtitle
             font: Theme.rowSubtitle
@@ -61,7 +66,7 @@ ProcessColumns {
         anchors.verticalCenter: parent?.verticalCenter
         text: row.cpuText
         font: Theme.figures
-        color: Theme.text
+        color: row.cpuColor
         textFormat: Text.PlainText
     }
 
@@ -70,7 +75,7 @@ ProcessColumns {
         anchors.verticalCenter: parent?.verticalCenter
         text: row.memoryText
         font: Theme.figures
-        color: Theme.text2
+        color: row.memoryColor
         textFormat: Text.PlainText
     }
 

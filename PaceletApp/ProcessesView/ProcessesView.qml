@@ -1,13 +1,128 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Pacelet
 
-ScrollArea {
-    id: screen
+/// Everything that runs, one row an application, with a verdict each.
+FocusScope {
+    id: view
 
     required property ProcessesModel model
 
-    ScreenHeader {
-        width: parent.width
-        title: "Processes"
+    Keys.onEscapePressed: field.clear()
+    Keys.onPressed: event => {
+        event.accepted = event.key === Qt.Key_PageUp || event.key === Qt.Key_PageDown;
+        if (event.accepted) {
+            list.scrollBy((event.key === Qt.Key_PageUp ? -1 : 1) * (list.height - 96));
+        }
+    }
+    Component.onCompleted: {
+        if (model.opensWithSearch) {
+            field.forceActiveFocus(Qt.ShortcutFocusReason);
+        }
+    }
+
+    Connections {
+        target: view.model
+
+        function onSearchWanted() {
+            field.forceActiveFocus(Qt.ShortcutFocusReason);
+            field.selectAll();
+        }
+    }
+
+    Column {
+        id: top
+
+        x: 34
+        y: 28
+        width: parent.width - 68
+        spacing: 18
+
+        ScreenHeader {
+            width: parent.width
+            title: "Processes"
+            subtitle: "Everything running on your Mac, in plain English."
+
+            LiveBadge {
+                model: view.model.badge
+            }
+        }
+
+        Item {
+            width: parent.width
+            height: field.height
+
+            SearchField {
+                id: field
+
+                objectName: "search"
+                width: Math.min(420, parent.width - sort.width - 16)
+                prompt: "Search processes, like mds or Chrome"
+                onTextChanged: view.model.search = text
+            }
+
+            SegmentedControl {
+                id: sort
+
+                objectName: "sort"
+                anchors.right: parent.right
+                width: 170
+                height: parent.height
+                title: "Sort"
+                options: ["CPU", "Memory"]
+                current: view.model.sortByMemory ? 1 : 0
+                onChosen: index => view.model.sortByMemory = index === 1
+            }
+        }
+
+        Row {
+            spacing: 8
+            Accessible.role: Accessible.Grouping
+            Accessible.name: "Filter"
+
+            Repeater {
+                model: view.model.chips
+
+                Chip {
+                    required property string value
+                    required property string label
+                    required property bool chosen
+
+                    text: label
+                    selected: chosen
+                    onClicked: view.model.choose(value)
+                }
+            }
+        }
+    }
+
+    Text {
+        anchors.top: top.bottom
+        anchors.topMargin: 40
+        x: 34
+        width: parent.width - 68
+        visible: text !== ""
+        text: view.model.emptyText
+        font: Theme.body
+        color: Theme.text2
+        horizontalAlignment: Text.AlignHCenter
+        wrapMode: Text.Wrap
+        textFormat: Text.PlainText
+    }
+
+    ProcessList {
+        id: list
+
+        anchors.top: top.bottom
+        anchors.topMargin: 18
+        anchors.bottom: parent.bottom
+        anchors.left: parent.left
+        anchors.leftMargin: 34
+        anchors.right: parent.right
+        visible: view.model.emptyText === ""
+        table: view.model.table
+        detail: view.model.detail
+        onToggled: groupId => view.model.toggle(groupId)
+        onQuitWanted: groupId => view.model.quit(groupId)
     }
 }

@@ -21,7 +21,6 @@ std::unique_ptr<OverviewModel> makeOverview(const SharedObjects& objects) {
                      [objects](FixID fix, const std::optional<std::string>& groupID) {
                          objects.actions.perform(fix, objects.monitor.group(groupID));
                      });
-    QObject::connect(model, &OverviewModel::pauseToggled, &objects.monitor, &Monitor::togglePause);
     QObject::connect(model, &OverviewModel::allProcessesWanted, &objects.router,
                      [objects] { objects.router.setScreen(Screen::processes); });
     return overview;

@@ -33,6 +33,7 @@ std::vector<Shot> allShots() {
     for (const auto set : shotsOfScreens) {
         std::vector<Shot> more = set();
     for (const auto& some : {overviewShots, panelShots, usageShots}) {
+    for (const auto& some : {overviewShots, panelShots, processesShots}) {
         std::vector<Shot> more = some();
         shots.insert(shots.end(), std::make_move_iterator(more.begin()),
                      std::make_move_iterator(more.end()));

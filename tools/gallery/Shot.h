@@ -32,6 +32,7 @@ std::vector<Shot> settingsShots();
 std::vector<Shot> browserShots();
 std::vector<Shot> backgroundItemsShots();
 std::vector<Shot> usageShots();
+std::vector<Shot> processesShots();
 
 /// All of the above.
 std::vector<Shot> allShots();

@@ -12,10 +12,10 @@ TEST(OverviewModel, claimsNothingBeforeTheFirstCheck) {
     machine.add(FindingKind::memory, Severity::critical);
     machine.lastChecked.reset();
     OverviewModel model;
-    EXPECT_EQ(model.liveText(), "Checking…");
+    EXPECT_EQ(model.badge()->text(), "Checking…");
     machine.showOn(model);
     EXPECT_EQ(model.hero(), HeroLook{});
-    EXPECT_EQ(model.liveText(), "Checking…");
+    EXPECT_EQ(model.badge()->text(), "Checking…");
 }
 
 TEST(OverviewModel, showsAtMostFourFurtherCausesAndFiveProcesses) {
@@ -41,8 +41,8 @@ TEST(OverviewModel, tellsOnlyWhatChanged) {
     machine.showOn(model);
     QSignalSpy hero{&model, &OverviewModel::heroChanged};
     QSignalSpy readings{&model, &OverviewModel::readingsChanged};
-    QSignalSpy live{&model, &OverviewModel::liveTextChanged};
-    QSignalSpy paused{&model, &OverviewModel::pausedChanged};
+    QSignalSpy live{model.badge(), &LiveBadgeModel::textChanged};
+    QSignalSpy paused{model.badge(), &LiveBadgeModel::stateChanged};
     QSignalSpy rows{model.processes(), &QAbstractItemModel::dataChanged};
     machine.showOn(model);
     EXPECT_EQ(hero.count() + readings.count() + live.count() + paused.count() + rows.count(), 0);
@@ -54,12 +54,12 @@ TEST(OverviewModel, tellsOnlyWhatChanged) {
     EXPECT_EQ(readings.count(), 1);
     EXPECT_EQ(hero.count() + live.count() + paused.count(), 0);
 
-    model.showAge(fromUnixTime(103));
-    EXPECT_EQ(model.liveText(), "Live · checked 3s ago");
+    model.badge()->showAge(fromUnixTime(103));
+    EXPECT_EQ(model.badge()->text(), "Live · checked 3s ago");
     machine.paused = true;
     machine.showOn(model);
     EXPECT_EQ(paused.count(), 1);
-    EXPECT_EQ(model.liveText(), "Paused");
+    EXPECT_EQ(model.badge()->text(), "Paused");
     EXPECT_EQ(hero.count(), 0);
 }
 

@@ -58,7 +58,7 @@ TEST(OverviewView, itsButtonsReachTheModel) {
     machine.add(FindingKind::cpuHog, Severity::high, FixID::quitApp, machine.groups[0].id);
     machine.add(FindingKind::lowDisk, Severity::low, FixID::openTidyvault);
     Shown shown{machine};
-    QSignalSpy paused{&shown.model, &OverviewModel::pauseToggled};
+    QSignalSpy paused{shown.model.badge(), &LiveBadgeModel::pauseToggled};
     QSignalSpy all{&shown.model, &OverviewModel::allProcessesWanted};
     std::string asked;
     QObject::connect(&shown.model, &OverviewModel::fixWanted,

@@ -54,7 +54,8 @@ struct SampleMachine {
                         const auto found = explanations.find(group.id);
                         return found != explanations.end() ? &found->second : nullptr;
                     },
-                    signals, lastChecked, paused, now});
+                    signals, lastChecked.has_value()});
+        model.badge()->show(paused, lastChecked, now);
     }
 };
 

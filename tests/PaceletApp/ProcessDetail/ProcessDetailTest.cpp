@@ -1,0 +1,138 @@
+#include "tests/PaceletApp/Support/ApplicationRig.h"
+
+#include "PaceletApp/Websites.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <string>
+
+namespace pacelet::testing {
+namespace {
+
+using ::testing::AllOf;
+using ::testing::Contains;
+using ::testing::IsSupersetOf;
+using ::testing::Not;
+
+class ProcessDetailTest : public ApplicationRig {
+protected:
+    /// Opens the panel of the group of this name.
+    void explain(std::string_view name) {
+        const auto& groups = app().monitor().groups();
+        const auto found = std::ranges::find(groups, name, &ProcessGroup::displayName);
+        ASSERT_NE(found, groups.end()) << name;
+        app().router().setExpandedID(found->id);
+        open(Screen::processes);
+    }
+
+    std::vector<std::string> opened() { return mac().machine.lock()->records.openedURLs; }
+};
+
+TEST_F(ProcessDetailTest, tellsTheStoryOfAnApplication) {
+    launch("chrome-tabs");
+    open();
+    pass(60);
+    explain("Google Chrome");
+    EXPECT_THAT(probe->texts(),
+                IsSupersetOf({"Google Chrome is a web browser. This part draws its windows and "
+                              "steers its helpers.",
+                              "Why it gets busy", "Busiest parts (151 processes)",
+                              "Google Chrome Helper (GPU)", "Review tabs", "Read the full guide"}));
+    probe->clickText("Read the full guide");
+    EXPECT_THAT(opened(), Contains(std::string{paceletWebsite} + "/process/chrome"));
+    probe->clickText("Review tabs");
+    EXPECT_EQ(app().router().browser(), ChromiumBrowser::chrome);
+}
+
+TEST_F(ProcessDetailTest, saysNoMoreThanIsKnown) {
+    launch("quiet");
+    {
+        const auto world = mac().machine.lock();
+        Simulated::Process process;
+        process.user = Simulated::ann;
+        process.path = "/opt/x/unheard-of";
+        process.load.percent = 300;
+        world->processes.spawn(process);
+    }
+    open();
+    pass(9);
+    explain("unheard-of");
+    EXPECT_THAT(probe->texts(),
+                AllOf(Contains("We don't have an explanation for this process yet."),
+                      Not(Contains("Why it gets busy")), Not(Contains("Read the full guide")),
+                      Not(Contains(::testing::StartsWith("Busiest parts")))));
+}
+
+TEST_F(ProcessDetailTest, findsWhatKeepsSpotlightBusy) {
+    launch("spotlight-stuck");
+    mac().fillLargeFolders();
+    open();
+    pass(60);
+    scheduler().setBackgroundDuration(Seconds{2});
+    explain("mds_stores");
+    EXPECT_TRUE(probe->shows("Folders that keep Spotlight busy"));
+    EXPECT_FALSE(probe->shows("No big build or virtual machine folders found."));
+    EXPECT_FALSE(probe->shows("Xcode build data"));
+    pass(2);
+    EXPECT_THAT(probe->texts(),
+                IsSupersetOf({"Xcode build data", "1.49 GB", "Docker data", "1.02 GB",
+                              "Add these folders under Spotlight Privacy so macOS stops indexing "
+                              "them.",
+                              "Spotlight settings"}));
+    scheduler().setBackgroundDuration(Seconds{0});
+    EXPECT_FALSE(probe->shows("Rebuild Spotlight index"));
+    app().closeWindow();
+    closes(&Application::window);
+    pass(3 * 3600);
+    open(Screen::processes);
+    EXPECT_TRUE(probe->shows("Rebuild Spotlight index"));
+    probe->clickText("Rebuild Spotlight index");
+    EXPECT_TRUE(comesUp("Rebuild the Spotlight index?"));
+}
+
+TEST_F(ProcessDetailTest, findsNoFoldersWhereThereAreNone) {
+    launch("quiet");
+    open();
+    pass(9);
+    explain("mds");
+    EXPECT_TRUE(comesUp("No big build or virtual machine folders found."));
+}
+
+TEST_F(ProcessDetailTest, tellsWhatTheWindowServerDraws) {
+    struct Case {
+        const char* scenario;
+        const char* displays;
+        const char* windows;
+        const char* fix; ///< empty for none
+    };
+    const Case cases[] = {
+        {"window-server", "Displays: 2 (2 scaled)", "9 windows", ""},
+        {"chrome-tabs", "Displays: 1", "", "Review tabs"},
+        {"stuck-app", "Displays: 1", "2 windows", "Quit Logic Pro"},
+    };
+    for (const Case& each : cases) {
+        launch(each.scenario);
+        open();
+        pass(9);
+        explain("WindowServer");
+        EXPECT_TRUE(comesUp("Windows open right now")) << each.scenario;
+        std::vector<std::string> texts = probe->texts();
+        EXPECT_THAT(texts, Contains(each.displays));
+        EXPECT_EQ(std::ranges::count(texts, "Displays settings"), 1);
+        std::string fixes;
+        for (const std::string& text : texts) {
+            const auto at = &text - texts.data();
+            if (at + 1 < static_cast<std::ptrdiff_t>(texts.size()) &&
+                texts[static_cast<std::size_t>(at) + 1] == "Reduce transparency") {
+                fixes = text;
+            }
+        }
+        EXPECT_THAT(fixes, ::testing::HasSubstr(each.fix)) << each.scenario;
+        probe.reset();
+        session.reset();
+    }
+}
+
+} // namespace
+} // namespace pacelet::testing
