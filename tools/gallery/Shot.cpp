@@ -11,11 +11,13 @@ namespace {
 // clang-format off
 constexpr std::vector<Shot> (*shotsOfScreens[])() = {
     overviewShots,
-    panelShots,
-    internetShots,
-    settingsShots,
-    browserShots,
+    processesShots,
     backgroundItemsShots,
+    internetShots,
+    usageShots,
+    browserShots,
+    settingsShots,
+    panelShots,
 };
 // clang-format on
 
@@ -32,9 +34,6 @@ std::vector<Shot> allShots() {
     std::vector<Shot> shots;
     for (const auto set : shotsOfScreens) {
         std::vector<Shot> more = set();
-    for (const auto& some : {overviewShots, panelShots, usageShots}) {
-    for (const auto& some : {overviewShots, panelShots, processesShots}) {
-        std::vector<Shot> more = some();
         shots.insert(shots.end(), std::make_move_iterator(more.begin()),
                      std::make_move_iterator(more.end()));
     }

@@ -25,14 +25,14 @@ struct Shot {
 std::function<void(Session&)> watching(Screen screen, double seconds = 30);
 
 // One function a screen.
-std::vector<Shot> internetShots();
 std::vector<Shot> overviewShots();
-std::vector<Shot> panelShots();
-std::vector<Shot> settingsShots();
-std::vector<Shot> browserShots();
-std::vector<Shot> backgroundItemsShots();
-std::vector<Shot> usageShots();
 std::vector<Shot> processesShots();
+std::vector<Shot> backgroundItemsShots();
+std::vector<Shot> internetShots();
+std::vector<Shot> usageShots();
+std::vector<Shot> browserShots();
+std::vector<Shot> settingsShots();
+std::vector<Shot> panelShots();
 
 /// All of the above.
 std::vector<Shot> allShots();
