@@ -83,6 +83,22 @@ FocusScope {
         }
     }
 
+    component Toggle: Switch {
+        id: toggle
+
+        required property bool value
+
+        signal turned(bool on)
+
+        width: parent?.width ?? 0
+        checked: value
+        onToggled: {
+            turned(checked);
+            // What was asked for may have been refused.
+            checked = Qt.binding(() => toggle.value);
+        }
+    }
+
     implicitWidth: 460
     implicitHeight: form.height + 2 * inset
 
@@ -106,45 +122,32 @@ FocusScope {
                 first: true
                 note: view.model.loginNote
 
-                Switch {
+                Toggle {
                     objectName: "startAtLogin"
-                    width: parent.width
                     text: "Start at login"
                     focus: true
-                    checked: view.model.startAtLogin
-                    onToggled: {
-                        view.model.startAtLogin = checked;
-                        // The service may have refused.
-                        checked = Qt.binding(() => view.model.startAtLogin);
-                    }
+                    value: view.model.startAtLogin
+                    onTurned: on => view.model.startAtLogin = on
                 }
             }
 
             Field {
-                Switch {
+                Toggle {
                     objectName: "showMenuBar"
-                    width: parent.width
                     text: "Show status in the menu bar"
-                    checked: view.model.showMenuBar
-                    onToggled: {
-                        view.model.showMenuBar = checked;
-                        checked = Qt.binding(() => view.model.showMenuBar);
-                    }
+                    value: view.model.showMenuBar
+                    onTurned: on => view.model.showMenuBar = on
                 }
             }
 
             Field {
                 visible: view.model.offersUpdates
 
-                Switch {
+                Toggle {
                     objectName: "checksForUpdates"
-                    width: parent.width
                     text: "Check for updates automatically"
-                    checked: view.model.checksForUpdates
-                    onToggled: {
-                        view.model.checksForUpdates = checked;
-                        checked = Qt.binding(() => view.model.checksForUpdates);
-                    }
+                    value: view.model.checksForUpdates
+                    onTurned: on => view.model.checksForUpdates = on
                 }
             }
         }
@@ -156,15 +159,11 @@ FocusScope {
                 first: true
                 note: "One line a minute, kept for 30 days on this Mac. Used for upgrade advice."
 
-                Switch {
+                Toggle {
                     objectName: "keepHistory"
-                    width: parent.width
                     text: "Keep usage history"
-                    checked: view.model.keepHistory
-                    onToggled: {
-                        view.model.keepHistory = checked;
-                        checked = Qt.binding(() => view.model.keepHistory);
-                    }
+                    value: view.model.keepHistory
+                    onTurned: on => view.model.keepHistory = on
                 }
             }
 
