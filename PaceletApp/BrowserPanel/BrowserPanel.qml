@@ -11,6 +11,8 @@ FocusScope {
 
     readonly property bool loaded: model.phase === "loaded"
     readonly property real margin: 28
+    /// Where the list of tabs is scrolled to, for when it comes back.
+    property int topRow: 0
 
     implicitWidth: 760
     implicitHeight: loaded ? 620 : page.implicitHeight + 2 * margin
@@ -112,6 +114,8 @@ FocusScope {
         BrowserTabs {
             focus: true
             model: panel.model // qmllint disable unqualified
+            topRow: panel.topRow // qmllint disable unqualified
+            onGone: topRow => panel.topRow = topRow // qmllint disable unqualified
             onClosed: panel.closed() // qmllint disable unqualified
         }
     }

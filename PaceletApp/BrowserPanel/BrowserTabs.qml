@@ -9,7 +9,15 @@ FocusScope {
 
     required property BrowserPanelModel model
 
+    /// The row at the top when the list was last seen.
+    property int topRow: 0
+
     signal closed
+    signal gone(int topRow)
+
+    // The list has its rows from the start, and so can be scrolled at once.
+    Component.onCompleted: list.positionViewAtIndex(Math.min(topRow, list.count - 1), ListView.Beginning)
+    Component.onDestruction: gone(list.indexAt(0, list.contentY))
 
     Item {
         id: header

@@ -30,7 +30,7 @@ Item {
         height: parent.height - row.gap
         first: row.head
         last: row.last
-        fill: Theme.raised
+        fill: box.hovered ? Qt.tint(Theme.raised, Theme.rowHover) : Theme.raised
     }
 
     Item {
@@ -89,16 +89,12 @@ Item {
         focusPolicy: Qt.NoFocus
         hoverEnabled: row.selectable
         text: row.head ? "" : row.title
+        Accessible.description: row.active ? row.subtitle + ", Active" : row.subtitle
         checked: row.ticked
         opacity: 1
         indicator.x: 10
         indicator.opacity: enabled ? 1 : 0.45
         onToggled: row.selected(checked)
-
-        background: Rectangle {
-            visible: box.hovered
-            color: Theme.rowHover
-        }
 
         contentItem: Item {
             Column {

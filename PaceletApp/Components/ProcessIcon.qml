@@ -12,24 +12,16 @@ Item {
     implicitWidth: size
     implicitHeight: size
 
-    Image {
+    AppIcon {
         id: picture
 
-        readonly property int pixels: Math.round(icon.size * Screen.devicePixelRatio)
-
-        readonly property bool missing: status === Image.Error || status === Image.Ready && implicitWidth <= 1
-
-        anchors.fill: parent
-        sourceSize.width: pixels
-        sourceSize.height: pixels
-        source: icon.appPath === "" ? "" : "image://appicon/" + encodeURIComponent(icon.appPath)
-        fillMode: Image.PreserveAspectFit
-        Accessible.ignored: true
+        appPath: icon.appPath
+        size: icon.size
     }
 
     IconTile {
         // Nothing flashes while the icon is on its way.
-        visible: icon.appPath === "" || picture.missing
+        visible: picture.missing
         size: icon.size
         symbol: visible ? icon.symbol : ""
     }

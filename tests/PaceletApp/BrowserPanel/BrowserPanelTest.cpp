@@ -350,6 +350,13 @@ TEST_F(BrowserPanelTest, HoldsAnyNumberOfTabsWithAnyTitle) {
     EXPECT_TRUE(probe->shows("Close selected (1)"));
     EXPECT_LT(content->childItems().size(), 60);
     EXPECT_TRUE(model()->selected().contains(model()->windows()[1].tabs.back().id));
+    settle();
+    probe->clickText("Close selected (1)");
+    EXPECT_TRUE(comesUp("Close Tabs"));
+    probe->clickText("Close Tabs");
+    EXPECT_TRUE(comesUp("4999 tabs in 2 windows"));
+    // The list comes back where the user left it.
+    EXPECT_THAT(probe->texts(), Not(Contains(titles[2])));
 }
 
 } // namespace
