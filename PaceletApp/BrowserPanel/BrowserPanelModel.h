@@ -67,7 +67,6 @@ public:
     BrowserPanelModel(const SharedObjects& objects, ChromiumBrowser browser,
                       QObject* parent = nullptr);
 
-    const BrowserPhase& phase() const { return phase_; }
     const std::vector<BrowserWindow>& windows() const { return listing_.windows; }
     const std::optional<ExtensionUsage>& extensions() const { return extensions_; }
     const TabSelection& selected() const { return selected_; }

@@ -33,7 +33,9 @@ SheetModel::Kind SheetModel::wanted() const {
 
 void SheetModel::refresh() {
     const Kind kind = wanted();
-    if (kind != Kind::none && kind != shown_) {
+    const bool anotherBrowser = browser_ != objects_.router.browser();
+    browser_ = objects_.router.browser();
+    if (kind != Kind::none && (kind != shown_ || (kind == Kind::browser && anotherBrowser))) {
         show(kind);
     }
     Q_EMIT openChanged();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Core/Browser/ChromiumBrowser.h"
 #include "PaceletApp/Support/SharedObjects.h"
 
 #include <QObject>
@@ -7,6 +8,7 @@
 #include <QtQml/qqmlregistration.h>
 
 #include <memory>
+#include <optional>
 
 namespace pacelet {
 
@@ -49,6 +51,8 @@ private:
 
     SharedObjects objects_;
     Kind shown_ = Kind::none;
+    /// The one that was last asked for; nothing once its sheet is to close.
+    std::optional<ChromiumBrowser> browser_;
     std::unique_ptr<QObject> content_;
 };
 

@@ -101,8 +101,10 @@ TEST_F(BrowserPanelTest, ExplainsItselfBeforeItFirstTouchesTheBrowser) {
     app().router().setBrowser(ChromiumBrowser::chrome);
     EXPECT_TRUE(comesUp("140 tabs in 9 windows"));
     EXPECT_EQ(calls(osascript), 2);
-    // Another browser has an explanation of its own.
-    EXPECT_EQ(mac().preferences.boolean("primer.automation.com.brave.Browser"), std::nullopt);
+    // Another browser has an explanation of its own, even on the heels of the first.
+    app().router().setBrowser({});
+    app().router().setBrowser(ChromiumBrowser::brave);
+    EXPECT_TRUE(comesUp("Let Pacelet see your Brave Browser tabs"));
 }
 
 TEST_F(BrowserPanelTest, ListsWhatIsOpen) {
