@@ -88,37 +88,34 @@ FocusScope {
         onMemorySaverOpened: tabs.model.openMemorySaver()
     }
 
-    ListView {
-        id: list
+    // One stop for the Tab key; the arrows lead from row to row.
+    T.Control {
+        id: field
 
-        objectName: "tabs"
+        /// The keyboard was used last.
+        property bool byKeys: false
+
         anchors.top: actions.bottom
         anchors.topMargin: 16
         anchors.bottom: parent.bottom
         // The bar stands beside the rows, not upon them.
         width: parent.width + 14
         focus: true
-        activeFocusOnTab: true
-        model: tabs.model.rows
-        clip: true
-        boundsBehavior: Flickable.StopAtBounds
-        reuseItems: true
-        highlightMoveDuration: 0
+        focusPolicy: Qt.StrongFocus
         Accessible.role: Accessible.List
         Accessible.name: "Tabs"
-        T.ScrollBar.vertical: QuietScrollBar {}
-
-        property bool byKeys: false
+        onActiveFocusChanged: byKeys = visualFocus
 
         function go(index: int) {
             byKeys = true;
-            currentIndex = Math.max(0, Math.min(index, count - 1));
+            list.currentIndex = Math.max(0, Math.min(index, list.count - 1));
         }
 
         function toggleCurrent() {
-            const row = currentItem as TabListRow;
+            byKeys = true;
+            const row = list.currentItem as TabListRow;
             if (row) {
-                tabs.model.select(currentIndex, !row.ticked);
+                tabs.model.select(list.currentIndex, !row.ticked);
             }
         }
 
@@ -127,37 +124,47 @@ FocusScope {
             event.accepted = true;
             switch (event.key) {
             case Qt.Key_Up:
-                return go(currentIndex - 1);
+                return go(list.currentIndex - 1);
             case Qt.Key_Down:
-                return go(currentIndex + 1);
+                return go(list.currentIndex + 1);
             case Qt.Key_PageUp:
-                return go(currentIndex - page);
+                return go(list.currentIndex - page);
             case Qt.Key_PageDown:
-                return go(currentIndex + page);
+                return go(list.currentIndex + page);
             case Qt.Key_Home:
                 return go(0);
             case Qt.Key_End:
-                return go(count - 1);
+                return go(list.count - 1);
             case Qt.Key_Space:
             case Qt.Key_Return:
             case Qt.Key_Enter:
-                byKeys = true;
                 return toggleCurrent();
             }
             event.accepted = false;
         }
-        onActiveFocusChanged: byKeys = activeFocus && byKeys
 
-        delegate: TabListRow {
-            id: row
+        contentItem: ListView {
+            id: list
 
-            width: ListView.view.width - 14
-            current: ListView.isCurrentItem && list.activeFocus && list.byKeys
-            onSelected: selected => {
-                list.byKeys = false;
-                list.currentIndex = row.index;
-                list.forceActiveFocus(Qt.MouseFocusReason);
-                tabs.model.select(row.index, selected);
+            objectName: "tabs"
+            model: tabs.model.rows
+            clip: true
+            boundsBehavior: Flickable.StopAtBounds
+            reuseItems: true
+            highlightMoveDuration: 0
+            T.ScrollBar.vertical: QuietScrollBar {}
+
+            delegate: TabListRow {
+                id: row
+
+                width: ListView.view.width - 14
+                current: ListView.isCurrentItem && field.activeFocus && field.byKeys
+                onSelected: selected => {
+                    list.currentIndex = row.index;
+                    field.forceActiveFocus(Qt.MouseFocusReason);
+                    field.byKeys = false;
+                    tabs.model.select(row.index, selected);
+                }
             }
         }
     }
