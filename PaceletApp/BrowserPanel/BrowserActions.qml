@@ -30,6 +30,7 @@ Item {
         Text {
             height: memorySaver.height
             visible: actions.look.closeDuplicates === ""
+            rightPadding: 6
             text: "No duplicate tabs"
             font: Theme.rowSubtitle
             color: Theme.text3
