@@ -12,6 +12,8 @@ Item {
     required property var timeTicks
 
     readonly property alias plot: plot
+    /// From one mark of the time to the next.
+    readonly property real timeStep: timeTicks.length > 1 ? (timeTicks[1].place - timeTicks[0].place) * plot.width : plot.width
 
     TextMetrics {
         id: longest
@@ -76,6 +78,7 @@ Item {
             Text {
                 x: Math.round(Math.max(-timeTick.tick.place * plot.width, Math.min((1 - timeTick.tick.place) * plot.width - width, -width / 2)))
                 anchors.bottom: parent.bottom
+                visible: timeTick.index % 2 === 0 || implicitWidth + 4 <= frame.timeStep
                 text: timeTick.tick.text
                 font: Theme.axis
                 color: Theme.text3

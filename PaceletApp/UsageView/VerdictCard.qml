@@ -68,7 +68,7 @@ Card {
                     spacing: 10
 
                     Text {
-                        width: Math.min(parent.width, 900)
+                        width: Math.min(parent.width, 760)
                         text: line.text
                         font: Theme.body
                         color: Theme.text

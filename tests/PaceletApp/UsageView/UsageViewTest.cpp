@@ -3,6 +3,7 @@
 #include "tests/PaceletApp/Monitor/MonitorRig.h"
 #include "tests/PaceletApp/Support/ApplicationRig.h"
 
+#include <QAccessible>
 #include <QSignalSpy>
 
 #include <gmock/gmock.h>
@@ -11,6 +12,7 @@ namespace pacelet::testing {
 namespace {
 
 using ::testing::Contains;
+using ::testing::ElementsAre;
 using ::testing::IsSupersetOf;
 using ::testing::Not;
 using ::testing::StartsWith;
@@ -46,6 +48,23 @@ protected:
                     ->property("screenModel")
                     .value<UsageModel*>();
         ASSERT_NE(model, nullptr);
+    }
+
+    /// What the charts say to those who cannot see them.
+    std::vector<std::string> chartNames() {
+        std::vector<std::string> names;
+        collectCharts(*app().window()->contentItem(), names);
+        return names;
+    }
+
+    static void collectCharts(QQuickItem& item, std::vector<std::string>& names) {
+        QAccessibleInterface* const spoken = QAccessible::queryAccessibleInterface(&item);
+        if (item.isVisible() && spoken != nullptr && spoken->role() == QAccessible::Chart) {
+            names.push_back(spoken->text(QAccessible::Name).toStdString());
+        }
+        for (QQuickItem* child : item.childItems()) {
+            collectCharts(*child, names);
+        }
     }
 
     std::size_t bars() { return model->cpuChart().bars.size(); }
@@ -235,6 +254,9 @@ TEST_F(UsageViewTest, EveryBarTellsItsValueAndTime) {
         EXPECT_THAT(probe->texts(),
                     IsSupersetOf({bar.value.toStdString(), bar.time.toStdString()}));
     }
+    EXPECT_THAT(chartNames(), ElementsAre("CPU load over the last 10 minutes, now 5 percent",
+                                          StartsWith("Memory used "), "Average CPU load",
+                                          "Time under memory pressure", "Swap"));
     const std::string last = model->cpuChart().bars.back().time.toStdString();
     QTest::mouseMove(app().window(), {5, 5});
     settle();

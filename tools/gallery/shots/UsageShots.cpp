@@ -86,6 +86,20 @@ Shot month(std::string name, std::string scenario, const Habits& habits, int ran
             .size = size};
 }
 
+/// A machine beyond all measure, with a name to match.
+void runMonster(Session& session) {
+    {
+        const auto world = session.mac().machine.lock();
+        world->hardware.machineName = "Mac Pro 🖥 of the department of מחשבים, on the third "
+                                      "floor, behind the coffee machine, "
+                                      "not to be switched off by anyone without asking first";
+        world->hardware.memoryBytes = std::int64_t{1536} << 30;
+        world->vitals.swapUsed = std::int64_t{1111} << 30;
+    }
+    live(session, {.load = 300, .pressureShare = 1, .swapGB = 1234});
+    watching(Screen::usage, 90)(session);
+}
+
 /// The same with the pointer at a place in the window.
 Shot pointingAt(Shot shot, QPointF place) {
     shot.drive = [drive = std::move(shot.drive), place](Session& session) {
@@ -113,6 +127,7 @@ std::vector<Shot> usageShots() {
         month("usage-narrow", "chrome-tabs", driven, 1, leastSize),
         month("usage-narrow-page", "virtual-machine", driven, 2, {1000, 1180}),
         pointingAt(month("usage-tip", "chrome-tabs", calm, 1), {380, 800}),
+        {"usage-long-narrow", "virtual-machine", runMonster, {1000, 1180}},
         {"usage-intel", "intel-history", watching(Screen::usage, 600), wholePage},
         {"usage-off", "quiet",
          [](Session& session) {
