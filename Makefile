@@ -1,6 +1,6 @@
 # The front door. Every goal installs what is missing and builds first.
 
-.PHONY: run demo test asan tsan bench fuzz package clean
+.PHONY: run demo test asan tsan bench fuzz package guides clean
 
 SCENARIO = chrome-tabs
 
@@ -37,6 +37,12 @@ fuzz: ## A minute of every fuzzer
 package: ## A Debian package of the programs, in build/packages
 	@scripts/build.sh release pacelet pacelet-demo pacelet-report pacelet_icons
 	@cd build/release && cpack -B ../packages
+
+guides: ## The guide pages that the program links to, as a site in build/guides
+	@scripts/build.sh release pacelet-guides
+	@rm -rf build/guides
+	@build/release/bin/pacelet-guides resources/processes.json tools/guides/guides.css \
+		resources/icons/pacelet.svg build/guides
 
 clean:
 	@rm -rf build

@@ -40,7 +40,7 @@ int showScenario(int argc, char** argv) {
     mac->machine.followRealTime();
     qputenv("QT_QPA_PLATFORM", display->c_str());
     Program program{argc, argv};
-    return program.run(mac->platform(), nullptr);
+    return program.run(mac->platform());
 }
 
 } // namespace

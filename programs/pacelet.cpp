@@ -3,6 +3,7 @@
 #include "Core/Diagnosis/Report.h"
 #include "Core/Knowledge/CatalogFile.h"
 #include "Hosts/Linux/Desktop/Display.h"
+#include "Hosts/Linux/Desktop/Motion.h"
 #include "Hosts/Linux/LinuxHost.h"
 #include "PaceletApp/Application/Program.h"
 #include "PaceletApp/Application/SingleInstance.h"
@@ -38,7 +39,9 @@ int showWindow(const std::string& display, int argc, char** argv) {
     Linux::LinuxSettings settings;
     settings.postToUI = postToUI;
     Linux::LinuxHost host{settings};
-    return program.run(host.platform(), &instance);
+    return program.run(host.platform(), {&instance, [folder = settings.configFolder] {
+                                             return Linux::prefersReducedMotion(folder);
+                                         }});
 }
 
 int printAnswer() {

@@ -17,7 +17,8 @@ std::string journalEntry(LogLevel level, std::string_view subsystem, std::string
 /// journal, or it does not take the entry, that goes to standard error as one line.
 class JournalLog final : public Log {
 public:
-    explicit JournalLog(std::string socketPath = "/run/systemd/journal/socket");
+    /// `socketPath` is where the journal listens.
+    explicit JournalLog(std::string socketPath);
 
     void write(LogLevel level, std::string_view subsystem, std::string_view category,
                std::string_view message) override;

@@ -35,7 +35,8 @@ LinuxHost::LinuxHost(const LinuxSettings& settings)
       windowServer_{settings.display, [this] { return applicationNames(); }},
       loginItems_{settings.configFolder, settings.program},
       preferences_{joinedPath(settings.configFolder, "pacelet/preferences.json")},
-      home_{settings.places.home}, applicationSupport_{settings.dataFolder} {
+      log_{settings.journalSocket}, home_{settings.places.home}, applicationSupport_{
+                                                                     settings.dataFolder} {
     answerTools(settings);
 }
 

@@ -16,7 +16,8 @@ struct LinuxSettings {
     std::string dataFolder = standardDataFolder(places.home);
     std::string display = standardDisplay(); ///< as in DISPLAY; empty for none
     std::string program = ownProgram();      ///< what is to be started at login
-    PostToUI postToUI;                       ///< without it sleep and wake are not told
+    std::string journalSocket = "/run/systemd/journal/socket";
+    PostToUI postToUI; ///< without it sleep and wake are not told
 
     /// XDG_CONFIG_HOME, else "~/.config".
     static std::string standardConfigFolder(const std::string& home);

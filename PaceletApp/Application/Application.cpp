@@ -73,8 +73,8 @@ QQmlEngine& Application::engine() {
 }
 
 void Application::setReducedMotion(bool reduced) {
-    reducedMotion_ = reduced;
-    if (engine_) {
+    const bool changed = std::exchange(reducedMotion_, reduced) != reduced;
+    if (changed && engine_) {
         pacelet::setReducedMotion(*engine_, reduced);
     }
 }

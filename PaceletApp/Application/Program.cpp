@@ -1,6 +1,7 @@
 #include "PaceletApp/Application/Program.h"
 
 #include "PaceletApp/Application/Application.h"
+#include "PaceletApp/Application/MotionFollower.h"
 #include "PaceletApp/Application/SingleInstance.h"
 #include "PaceletApp/Components/Typography.h"
 #include "PaceletApp/Scheduler/RealScheduler.h"
@@ -28,12 +29,16 @@ int& withLightGraphics(int& argc) {
     return argc;
 }
 
-int runUntilQuit(const Platform& platform, Scheduler& scheduler, SingleInstance* instance) {
+int runUntilQuit(const Platform& platform, Scheduler& scheduler,
+                 const ProgramSurroundings& surroundings) {
     Application application{platform, scheduler,
                             loadCatalog(ResourceLocations::beside(programFolder()))};
     QObject::connect(&application, &Application::quitRequested, qApp, &QCoreApplication::quit,
                      Qt::QueuedConnection);
-    if (instance != nullptr) {
+    if (surroundings.prefersReducedMotion) {
+        followMotion(application, scheduler, surroundings.prefersReducedMotion);
+    }
+    if (SingleInstance* const instance = surroundings.instance) {
         QObject::connect(instance, &SingleInstance::showRequested, &application,
                          &Application::showWindow);
         instance->listen();
@@ -69,9 +74,9 @@ Program::Program(int& argc, char** argv) : application_{withLightGraphics(argc),
     installFonts();
 }
 
-int Program::run(const Platform& platform, SingleInstance* instance) {
+int Program::run(const Platform& platform, const ProgramSurroundings& surroundings) {
     RealScheduler scheduler{platform.clock};
-    const int status = runUntilQuit(platform, scheduler, instance);
+    const int status = runUntilQuit(platform, scheduler, surroundings);
     if (!scheduler.waitForBackground(patience)) {
         // A tool that hangs cannot be waited for, nor can what it writes into be taken away.
         std::fflush(nullptr);

@@ -1,4 +1,5 @@
 #include "Hosts/Linux/JournalLog.h"
+#include "Hosts/Linux/LinuxHost.h"
 
 #include <gtest/gtest.h>
 
@@ -37,7 +38,10 @@ TEST(JournalLog, SendsOneDatagramAnEntryAndFallsBackToStandardError) {
     ASSERT_EQ(bind(journal, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
 
     JournalLog log{path};
-    log.write(LogLevel::error, "s", "c", "first");
+    LinuxSettings settings;
+    settings.journalSocket = path;
+    LinuxHost host{settings};
+    host.platform().log.write(LogLevel::error, "s", "c", "first");
     std::array<char, 512> buffer{};
     const ssize_t size = recv(journal, buffer.data(), buffer.size(), MSG_DONTWAIT);
     ASSERT_GT(size, 0);

@@ -1,8 +1,11 @@
 #include "PaceletApp/Application/Application.h"
+#include "PaceletApp/Application/MotionFollower.h"
 
 #include "tests/PaceletApp/Monitor/MonitorRig.h"
 #include "tests/PaceletApp/Support/ApplicationRig.h"
 
+#include <QQmlComponent>
+#include <QQmlEngine>
 #include <QSignalSpy>
 
 #include <gmock/gmock.h>
@@ -199,6 +202,29 @@ TEST_F(ApplicationTest, ThePanelTellsTheStateAndLeadsToTheWindow) {
     settle();
     EXPECT_TRUE(comesUp("Quit Notes?"));
     EXPECT_TRUE(comesUp("Couldn't change Start at login."));
+}
+
+TEST_F(ApplicationTest, FollowsTheDesktopsWishForLittleMotion) {
+    launch();
+    const auto reduced = [&] {
+        QQmlComponent seen{qmlEngine(app().window())};
+        seen.setData("import QtQml; import Pacelet\n"
+                     "QtObject { property bool reduced: Theme.reducedMotion }",
+                     {});
+        const std::unique_ptr<QObject> made{seen.create()};
+        return made->property("reduced").toBool();
+    };
+    bool wanted = false;
+    followMotion(app(), scheduler(), [&] { return wanted; });
+    for (const bool next : {true, false, true}) {
+        open();
+        EXPECT_EQ(reduced(), wanted);
+        wanted = next;
+        settle();
+        EXPECT_NE(reduced(), wanted) << "asked once for each time that the window is shown";
+        app().closeWindow();
+        closes(&Application::window);
+    }
 }
 
 TEST_F(ApplicationTest, ThePanelClosesWhenItLosesTheFocus) {

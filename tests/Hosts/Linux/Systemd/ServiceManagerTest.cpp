@@ -3,6 +3,8 @@
 #include "Hosts/Linux/Systemd/SleepWatcher.h"
 #include "Hosts/Linux/Systemd/UnitList.h"
 #include "tests/Hosts/Linux/Systemd/PrivateBus.h"
+#include "tests/Hosts/Linux/Systemd/ServedBus.h"
+#include "tests/Support/Eventually.h"
 
 #include <atomic>
 #include <chrono>
@@ -11,7 +13,6 @@
 #include <mutex>
 #include <sys/socket.h>
 #include <sys/un.h>
-#include <thread>
 
 namespace pacelet::Linux {
 namespace {
@@ -76,45 +77,36 @@ const sd_bus_vtable serviceTable[] = {
     SD_BUS_VTABLE_START(0), SD_BUS_PROPERTY("MainPID", "u", readProperty, 0, 0),
     SD_BUS_PROPERTY("ExecMainStatus", "i", readProperty, 0, 0), SD_BUS_VTABLE_END};
 
-/// The service manager and the login manager of a machine, on a thread of their own.
+/// A connection on which the service manager and the login manager of a machine stand.
+Bus managers() {
+    Bus bus = openBus(BusKind::system, limit);
+    sd_bus_add_object_vtable(bus.get(), nullptr, "/org/freedesktop/systemd1",
+                             "org.freedesktop.systemd1.Manager", managerTable, nullptr);
+    for (const char* name : {"web", "once", "crash"}) {
+        sd_bus_add_object_vtable(bus.get(), nullptr, (unitFolder + name).c_str(),
+                                 "org.freedesktop.systemd1.Service", serviceTable, nullptr);
+    }
+    sd_bus_request_name(bus.get(), "org.freedesktop.systemd1", 0);
+    sd_bus_request_name(bus.get(), "org.freedesktop.login1", 0);
+    return bus;
+}
+
+/// The same, served.
 class Managers {
 public:
-    Managers() : bus_{openBus(BusKind::system, limit)} {
-        sd_bus_add_object_vtable(bus_.get(), nullptr, "/org/freedesktop/systemd1",
-                                 "org.freedesktop.systemd1.Manager", managerTable, nullptr);
-        for (const char* name : {"web", "once", "crash"}) {
-            sd_bus_add_object_vtable(bus_.get(), nullptr, (unitFolder + name).c_str(),
-                                     "org.freedesktop.systemd1.Service", serviceTable, nullptr);
-        }
-        sd_bus_request_name(bus_.get(), "org.freedesktop.systemd1", 0);
-        sd_bus_request_name(bus_.get(), "org.freedesktop.login1", 0);
-        thread_ = std::thread{[this] { serve(); }};
-    }
-    ~Managers() {
-        isDone_ = true;
-        thread_.join();
-    }
-
     /// Says that the machine goes to sleep, or woke, until told otherwise.
     void say(int isGoing) { word_ = isGoing; }
 
 private:
-    void serve() {
-        while (!isDone_) {
-            while (sd_bus_process(bus_.get(), nullptr) > 0) {
-            }
-            if (const int word = word_.exchange(-1); word >= 0) {
-                sd_bus_emit_signal(bus_.get(), "/org/freedesktop/login1",
-                                   "org.freedesktop.login1.Manager", "PrepareForSleep", "b", word);
-            }
-            sd_bus_wait(bus_.get(), 5'000);
+    void sayIt(sd_bus* bus) {
+        if (const int word = word_.exchange(-1); word >= 0) {
+            sd_bus_emit_signal(bus, "/org/freedesktop/login1", "org.freedesktop.login1.Manager",
+                               "PrepareForSleep", "b", word);
         }
     }
 
-    Bus bus_;
-    std::atomic<bool> isDone_{false};
     std::atomic<int> word_{-1};
-    std::thread thread_;
+    pacelet::testing::ServedBus served_{managers(), [this](sd_bus* bus) { sayIt(bus); }};
 };
 
 TEST(ServiceManager, TellsLoadedServicesAndTheirProcesses) {
@@ -125,7 +117,7 @@ TEST(ServiceManager, TellsLoadedServicesAndTheirProcesses) {
     const Bus bus = openBus(BusKind::user, limit);
     ASSERT_NE(bus, nullptr);
     EXPECT_EQ(listUnits(bus.get()), std::nullopt) << "the bus has no service manager";
-    const Managers managers;
+    const Managers manager;
     const auto units = listUnits(bus.get());
     ASSERT_TRUE(units);
     EXPECT_THAT(*units,
@@ -183,24 +175,24 @@ TEST(SleepWatcher, TellsSleepAndWakeOnTheUIThread) {
     if (!daemon.runs()) {
         GTEST_SKIP() << "no bus daemon is installed";
     }
-    Managers managers;
+    Managers manager;
     PostedWork ui;
     std::vector<std::string> seen;
     auto watcher = std::make_unique<SleepWatcher>(
         ui.poster(), [&] { seen.emplace_back("sleep"); }, [&] { seen.emplace_back("wake"); });
     ASSERT_TRUE(eventually([&] {
-        managers.say(1);
+        manager.say(1);
         return ui.size() > 0;
     })) << "said again until the watcher listens";
     EXPECT_THAT(seen, IsEmpty()) << "not on the watcher's own thread";
     ui.run();
     seen.clear();
     ASSERT_TRUE(eventually([&] {
-        managers.say(0);
+        manager.say(0);
         ui.run();
         return !seen.empty() && seen.back() == "wake";
     }));
-    managers.say(0);
+    manager.say(0);
     ASSERT_TRUE(eventually([&] { return ui.size() > 0; }));
     watcher.reset();
     seen.clear();
