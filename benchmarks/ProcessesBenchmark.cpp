@@ -5,6 +5,7 @@
 #include "PaceletApp/Components/Typography.h"
 #include "PaceletApp/ProcessesView/ProcessTable.h"
 #include "PaceletApp/Scheduler/RealScheduler.h"
+#include "benchmarks/CrowdedMac.h"
 #include "tools/session/Session.h"
 
 #include <QApplication>
@@ -13,27 +14,10 @@
 #include <benchmark/benchmark.h>
 
 #include <cmath>
-#include <ctime>
 #include <string>
 
 namespace pacelet {
 namespace {
-
-/// A Mac with so many groups, all of them busy now and then.
-Simulated::World crowdedMac(std::int64_t count) {
-    Simulated::World world;
-    for (std::int64_t number = 0; number < count; ++number) {
-        Simulated::Process process;
-        process.user = number % 3 == 0 ? Simulated::root : Simulated::ann;
-        process.path = "/usr/libexec/daemon-of-a-usual-length-" + std::to_string(number);
-        process.load = {.percent = static_cast<double>(number % 17),
-                        .swing = 0.5,
-                        .phase = static_cast<double>(number)};
-        process.footprint = (number % 300) << 20;
-        world.processes.spawn(process);
-    }
-    return world;
-}
 
 std::vector<ProcessGroup> crowd(std::int64_t count) {
     std::vector<ProcessGroup> groups;
@@ -74,12 +58,6 @@ BENCHMARK(rowsOfATick)
     ->ArgsProduct({{500, 2000, 8000}, {0, 1}})
     ->Unit(benchmark::kMicrosecond);
 
-double threadSeconds() {
-    timespec used{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &used);
-    return static_cast<double>(used.tv_sec) + static_cast<double>(used.tv_nsec) / 1e9;
-}
-
 QQuickItem* among(QQuickItem* from, const QString& name) {
     if (from->objectName() == name) {
         return from;
@@ -95,10 +73,9 @@ QQuickItem* among(QQuickItem* from, const QString& name) {
 /// The program on the real pool, with a window whose frames are timed.
 class Program {
 public:
-    explicit Program(std::int64_t count)
-        : mac_{crowdedMac(count)}, scheduler_{mac_.machine}, application_{
-                                                                 mac_.platform(), scheduler_,
-                                                                 Session::bundledCatalog()} {
+    explicit Program(std::int64_t groups)
+        : mac_{crowdedMac(groups * 40 / 33)}, scheduler_{mac_.machine},
+          application_{mac_.platform(), scheduler_, Session::bundledCatalog()} {
         application_.preferences().setOnboarded(true);
         application_.monitor().togglePause();
         application_.router().setScreen(Screen::processes);
