@@ -38,6 +38,7 @@ T.TextField {
     }
 
     cursorDelegate: Rectangle {
+        visible: field.activeFocus
         width: 1.5
         color: Theme.accentLight
     }

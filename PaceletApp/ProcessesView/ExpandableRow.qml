@@ -55,9 +55,7 @@ FocusScope {
     T.AbstractButton {
         id: head
 
-        /// The list may change between press and release.
-        property string pressedId
-
+        objectName: "row head"
         width: parent.width
         height: row.rowHeight - line.height
         focusPolicy: Qt.StrongFocus
@@ -65,8 +63,7 @@ FocusScope {
         Accessible.description: row.subtitle
         Accessible.checkable: true
         Accessible.checked: row.open
-        onPressed: pressedId = row.groupId
-        onClicked: row.toggled(pressedId)
+        onClicked: row.toggled(row.groupId)
         Keys.onReturnPressed: row.toggled(row.groupId)
         Keys.onEnterPressed: row.toggled(row.groupId)
 

@@ -5,6 +5,7 @@
 #include "PaceletApp/Support/QtText.h"
 
 #include <array>
+#include <iterator>
 #include <string_view>
 #include <unordered_map>
 
@@ -52,16 +53,18 @@ ListedProcess listedProcess(const ProcessEntry& entry, Thermal thermal) {
 
 std::vector<ListRole<ListedProcess>> listedRoles() {
     using Row = ListedProcess;
-    std::vector<ListRole<Row>> roles{
+    std::vector<ListRole<Row>> roles;
+    for (ListRole<ProcessItem>& role : processRoles()) {
+        roles.push_back({std::move(role.name), std::move(role.value)});
+    }
+    const ListRole<Row> more[] = {
         {"kernel", [](const Row& row) { return row.kernel; }},
         {"tone", [](const Row& row) { return row.tone; }},
         {"open", [](const Row& row) { return row.open; }},
         {"current", [](const Row& row) { return row.current; }},
         {"place", [](const Row& row) { return row.y; }},
     };
-    for (ListRole<ProcessItem>& role : processRoles()) {
-        roles.push_back({std::move(role.name), std::move(role.value)});
-    }
+    roles.insert(roles.end(), std::begin(more), std::end(more));
     return roles;
 }
 

@@ -140,10 +140,12 @@ void ProcessTable::aim() {
     }
 }
 
+// While rows are handed over, they pass the keyboard on as they are told, and may not yet know
+// whose they are.
 void ProcessTable::enter(const QString& groupID, bool revealing) {
     const std::string id = groupID.toStdString();
     const auto row = rowOf(id);
-    if (!row || currentID_ == id) {
+    if (following_ || !row || currentID_ == id) {
         return;
     }
     currentID_ = id;
@@ -156,9 +158,16 @@ void ProcessTable::enter(const QString& groupID, bool revealing) {
 }
 
 void ProcessTable::leave(const QString& groupID) {
-    if (currentID_ == groupID.toStdString()) {
+    if (!following_ && currentID_ == groupID.toStdString()) {
         currentID_.reset();
         follow();
+    }
+}
+
+void ProcessTable::enterTop() {
+    if (!entries_.empty()) {
+        const ProcessEntry& top = entries_[geometry_.rowAt(y_)];
+        enter(QString::fromStdString(top.group->id), true);
     }
 }
 

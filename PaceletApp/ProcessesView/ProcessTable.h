@@ -68,6 +68,9 @@ public:
     Q_INVOKABLE void enter(const QString& groupID, bool revealing);
     Q_INVOKABLE void leave(const QString& groupID);
 
+    /// Takes the keyboard to the first row in view.
+    Q_INVOKABLE void enterTop();
+
     /// Moves the keyboard by so many rows, as far as there are any, and brings the row into view.
     Q_INVOKABLE void step(int rows);
 

@@ -59,6 +59,7 @@ FocusScope {
                 width: Math.min(420, parent.width - sort.width - 16)
                 prompt: "Search processes, like mds or Chrome"
                 onTextChanged: view.model.search = text
+                Keys.onDownPressed: view.model.table.enterTop()
             }
 
             SegmentedControl {

@@ -18,15 +18,11 @@ Router& router(Session& session) {
     return session.application().router();
 }
 
-/// Presses keys in the window, as a user does.
-void type(Session& session, const QString& text) {
-    for (const QChar letter : text) {
-        QKeyEvent press{QEvent::KeyPress, 0, Qt::NoModifier, QString{letter}};
-        QKeyEvent release{QEvent::KeyRelease, 0, Qt::NoModifier, QString{letter}};
-        QCoreApplication::sendEvent(session.application().window(), &press);
-        QCoreApplication::sendEvent(session.application().window(), &release);
+void press(Session& session, int key, const QString& text = {}) {
+    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+        QKeyEvent event{type, key, Qt::NoModifier, text};
+        QCoreApplication::sendEvent(session.application().window(), &event);
     }
-    session.pass(0);
 }
 
 std::function<void(Session&)> searching(const QString& text) {
@@ -34,7 +30,10 @@ std::function<void(Session&)> searching(const QString& text) {
         watching(Screen::processes)(session);
         router(session).find();
         session.pass(0);
-        type(session, text);
+        for (const QChar letter : text) {
+            press(session, 0, QString{letter});
+        }
+        session.pass(0);
     };
 }
 
@@ -114,7 +113,10 @@ std::vector<Shot> processesShots() {
         {"processes-keyboard", "quiet",
          [](Session& session) {
              searching(QStringLiteral("s"))(session);
-             type(session, QStringLiteral("\t\t\t\t\t\t"));
+             press(session, Qt::Key_Down);
+             press(session, Qt::Key_Down);
+             press(session, Qt::Key_Space);
+             session.pass(0);
          }},
     };
 }
