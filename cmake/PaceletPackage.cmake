@@ -24,7 +24,6 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 string(JOIN ", " CPACK_DEBIAN_PACKAGE_DEPENDS
   fonts-inter
   fonts-jetbrains-mono
-  qml6-module-qtcharts
   qml6-module-qtqml
   qml6-module-qtqml-models
   qml6-module-qtqml-workerscript
