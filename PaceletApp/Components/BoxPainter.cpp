@@ -34,6 +34,8 @@ public:
         const QRegion* clip = state->clipRegion();
         if (clip != nullptr && !clip->isEmpty()) {
             painter->setClipRegion(*clip, Qt::ReplaceClip);
+        } else if (isClipped()) {
+            return;
         }
         painter->setTransform(matrix()->toTransform());
         painter->setOpacity(inheritedOpacity());
@@ -42,6 +44,16 @@ public:
     }
 
 private:
+    /// An empty clip region stands for no clip at all as well as for one that leaves nothing to
+    /// see.
+    bool isClipped() const {
+        const QSGNode* above = parent();
+        while (above != nullptr && above->type() != QSGNode::ClipNodeType) {
+            above = above->parent();
+        }
+        return above != nullptr;
+    }
+
     /// Draws in device pixels: the edges are rounded to whole ones there, and the outline is as
     /// many whole ones thick as fit.
     void draw(QPainter& painter) const {

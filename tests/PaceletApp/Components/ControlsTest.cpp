@@ -149,5 +149,21 @@ TEST(Spinner, turnsOnlyWhileItCanBeSeenAndMotionIsWanted) {
     EXPECT_FALSE(turns());
 }
 
+TEST(BoxPainter, staysWithinTheClipAroundIt) {
+    Stage stage{R"(
+        BoxPainter { width: 40; height: 40; fill: "red" }
+        Item {
+            x: 100; width: 40; height: 40; clip: true
+            BoxPainter { y: 20; width: 40; height: 40; fill: "red" }
+            BoxPainter { y: 60; width: 40; height: 40; fill: "red" }
+        })"};
+    const QImage picture = stage.view().grabWindow();
+    const auto isRed = [&](int x, int y) { return picture.pixelColor(x, y) == QColor{Qt::red}; };
+    EXPECT_TRUE(isRed(20, 20));
+    EXPECT_TRUE(isRed(120, 30));
+    EXPECT_FALSE(isRed(120, 50)); // half of it is cut off
+    EXPECT_FALSE(isRed(120, 80)); // all of it is
+}
+
 } // namespace
 } // namespace pacelet
