@@ -98,6 +98,16 @@ public:
         return timed([this] { detach(runTick()); });
     }
 
+    /// Comes to the screen from the overview.
+    double arrive() {
+        application_.router().setScreen(Screen::overview);
+        frame();
+        return timed([this] {
+            application_.router().setScreen(Screen::processes);
+            frameDue();
+        });
+    }
+
     /// One frame of a fast scroll through the list.
     double scroll() {
         return timed([this] {
@@ -111,6 +121,10 @@ public:
     double painting() const { return painting_; }
 
 private:
+    void frame() {
+        timed([this] { frameDue(); });
+    }
+
     template<typename Work>
     double timed(const Work& work) {
         painting_ = 0;
@@ -156,6 +170,20 @@ void tickWithTheScreenOpen(benchmark::State& state) {
         benchmark::Counter(painting * 1000, benchmark::Counter::kAvgIterations);
 }
 BENCHMARK(tickWithTheScreenOpen)
+    ->ArgName("groups")
+    ->Arg(500)
+    ->Arg(2000)
+    ->Arg(8000)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+
+void arrivingAtTheScreen(benchmark::State& state) {
+    Program program{state.range(0)};
+    for (auto _ : state) {
+        state.SetIterationTime(program.arrive());
+    }
+}
+BENCHMARK(arrivingAtTheScreen)
     ->ArgName("groups")
     ->Arg(500)
     ->Arg(2000)

@@ -38,7 +38,7 @@ T.TextField {
     }
 
     cursorDelegate: Rectangle {
-        visible: field.activeFocus
+        visible: parent?.activeFocus ?? false
         width: 1.5
         color: Theme.accentLight
     }

@@ -2,10 +2,6 @@
 #include "tests/PaceletApp/ProcessesView/SampleGroups.h"
 
 #include <gtest/gtest.h>
-#include <rapidcheck/gtest.h>
-
-#include <algorithm>
-#include <set>
 
 namespace pacelet {
 namespace {
@@ -35,36 +31,6 @@ TEST(ListedProcess, theKernelTellsOfHeatAndOfNoCost) {
     const ListedProcess real = listedProcess(sample.entries()[1], Thermal::hot);
     EXPECT_FALSE(real.kernel);
     EXPECT_EQ(real.cpu + real.tone, "12.5%");
-}
-
-RC_GTEST_PROP(RowKeys, stayWithTheirProcessesAndAreNotWasted, ()) {
-    const auto someRows = [] {
-        std::vector<ListedProcess> rows;
-        for (const int id : *rc::gen::container<std::set<int>>(rc::gen::inRange(0, 20))) {
-            rows.emplace_back().id = std::to_string(id * 7 % 20);
-        }
-        return rows;
-    };
-    std::uint64_t counter = 0;
-    std::vector<ListedProcess> shown = someRows();
-    assignKeys(shown, {}, counter);
-    std::vector<ListedProcess> next = someRows();
-    std::vector<const ListedProcess*> old;
-    std::set<std::string> keys;
-    for (const ListedProcess& row : shown) {
-        old.push_back(&row);
-        keys.insert(row.key);
-    }
-    assignKeys(next, old, counter);
-    std::set<std::string> taken;
-    for (const ListedProcess& row : next) {
-        const auto before = std::ranges::find(shown, row.id, &ListedProcess::id);
-        // In brackets: the macro takes the expression apart, and would look behind the end.
-        RC_ASSERT((before == shown.end() || before->key == row.key));
-        RC_ASSERT(taken.insert(row.key).second);
-    }
-    keys.insert(taken.begin(), taken.end());
-    RC_ASSERT(keys.size() == std::max(shown.size(), next.size()));
 }
 
 } // namespace

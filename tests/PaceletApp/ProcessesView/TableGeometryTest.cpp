@@ -1,7 +1,6 @@
 #include "PaceletApp/ProcessesView/TableGeometry.h"
 
 #include <gtest/gtest.h>
-#include <rapidcheck/gtest.h>
 
 namespace pacelet {
 namespace {
@@ -29,21 +28,6 @@ TEST(TableGeometry, findsTheRowsOfAView) {
     EXPECT_EQ((TableGeometry{.rowHeight = 10}.rowsBetween(0, 500, 3)), Range{});
     EXPECT_EQ(table.clamped(5000, 60), 140);
     EXPECT_EQ(table.clamped(50, 5000), 0);
-}
-
-RC_GTEST_PROP(TableGeometry, everyPointIsInTheRowThatItFinds, ()) {
-    TableGeometry table{.count = *rc::gen::inRange<std::size_t>(1, 50),
-                        .rowHeight = 57,
-                        .panelHeight = static_cast<double>(*rc::gen::inRange(0, 900))};
-    const auto open = *rc::gen::inRange<std::size_t>(0, 60);
-    if (open < table.count) {
-        table.open = open;
-    }
-    const auto tenths = *rc::gen::inRange(0, static_cast<int>(table.height() * 10));
-    const double y = tenths / 10.0;
-    const std::size_t row = table.rowAt(y);
-    RC_ASSERT(table.top(row) <= y);
-    RC_ASSERT(y < table.top(row + 1));
 }
 
 } // namespace
