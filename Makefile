@@ -1,6 +1,6 @@
 # The front door. Every goal installs what is missing and builds first.
 
-.PHONY: run demo test asan tsan bench fuzz package guides clean
+.PHONY: run demo test asan tsan bench figures fuzz package guides clean
 
 SCENARIO = chrome-tabs
 
@@ -29,6 +29,10 @@ tsan: ## The tests under the thread sanitizer
 bench: ## Every benchmark
 	@scripts/build.sh release
 	@for benchmark in build/release/bin/*-benchmark; do $$benchmark || exit 1; done
+
+figures: ## What the window costs: a start, memory, and processor time over four minutes
+	@scripts/build.sh release window-figures
+	@scripts/window-figures.sh
 
 fuzz: ## A minute of every fuzzer
 	@scripts/build.sh fuzz

@@ -46,6 +46,7 @@ public:
         }
     }
 
+    pid_t pid() const { return pid_; }
     bool runs() { return !status(); }
 
     /// What it ended with: its exit status, or the negative number of the signal; nothing while it
