@@ -75,13 +75,10 @@ std::optional<std::size_t> readBootTime(const FolderReader& proc, const FolderRe
     return fill(record, bootTime(proc));
 }
 
-/// As on a Mac, the value exists on 64-bit ARM only.
+/// A Mac that lacks this value is of a kind that coming systems leave behind, and its owner is
+/// advised accordingly. Linux leaves no processor behind that it runs on.
 std::optional<std::size_t> readARM64(const FolderReader&, const FolderReader&, Record record) {
-#ifdef __aarch64__
     return fill(record, std::optional<std::int32_t>{1});
-#else
-    return fill(record, std::optional<std::int32_t>{});
-#endif
 }
 
 std::optional<std::size_t> readModel(const FolderReader&, const FolderReader& sys, Record record) {

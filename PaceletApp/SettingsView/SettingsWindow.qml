@@ -18,7 +18,7 @@ Window {
     minimumHeight: formHeight
     maximumHeight: formHeight
     flags: Qt.Dialog
-    title: "Pacelet Settings"
+    title: "Settings"
     color: Theme.window
 
     SettingsView {
