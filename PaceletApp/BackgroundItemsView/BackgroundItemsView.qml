@@ -20,7 +20,7 @@ FocusScope {
     ListView {
         id: list
 
-        readonly property real side: 34
+        readonly property real side: Theme.sideMargin(width)
 
         objectName: "backgroundItems"
         anchors.fill: parent

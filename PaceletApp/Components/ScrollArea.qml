@@ -7,7 +7,7 @@ Flickable {
 
     default property alias content: column.data
     property alias spacing: column.spacing
-    property real sidePadding: 34
+    property real sidePadding: Theme.sideMargin(width)
     property real topPadding: 28
     property real bottomPadding: 28
 

@@ -88,6 +88,12 @@ QtObject {
     /// How long the pointer rests before a tip comes up, in milliseconds.
     readonly property int tipDelay: 500
 
+    /// What stands at both sides of a screen's content. A line that fills a very wide window would
+    /// be hard to follow, so the content stays in its middle.
+    function sideMargin(width: real): real {
+        return Math.max(34, Math.round((width - 1400) / 2));
+    }
+
     function foreground(tone: string): color {
         switch (tone) {
         case "green":

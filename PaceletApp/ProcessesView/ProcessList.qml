@@ -11,7 +11,7 @@ Item {
     /// Of the open row; null when there is none.
     required property ProcessDetailModel detail
     /// Between the rows and the right edge, where the scroll bar is.
-    property real sidePadding: 34
+    required property real sidePadding
 
     signal toggled(string groupId)
     signal quitWanted(string groupId)

@@ -8,6 +8,8 @@ FocusScope {
 
     required property ProcessesModel model
 
+    readonly property real side: Theme.sideMargin(width)
+
     Keys.onEscapePressed: field.clear()
     Keys.onPressed: event => {
         event.accepted = event.key === Qt.Key_PageUp || event.key === Qt.Key_PageDown;
@@ -33,9 +35,9 @@ FocusScope {
     Column {
         id: top
 
-        x: 34
+        x: view.side
         y: 28
-        width: parent.width - 68
+        width: parent.width - 2 * view.side
         spacing: 18
 
         ScreenHeader {
@@ -100,8 +102,8 @@ FocusScope {
     Text {
         anchors.top: top.bottom
         anchors.topMargin: 40
-        x: 34
-        width: parent.width - 68
+        x: view.side
+        width: parent.width - 2 * view.side
         visible: text !== ""
         text: view.model.emptyText
         font: Theme.body
@@ -118,8 +120,9 @@ FocusScope {
         anchors.topMargin: 18
         anchors.bottom: parent.bottom
         anchors.left: parent.left
-        anchors.leftMargin: 34
+        anchors.leftMargin: view.side
         anchors.right: parent.right
+        sidePadding: view.side
         visible: view.model.emptyText === ""
         table: view.model.table
         detail: view.model.detail
