@@ -1,6 +1,6 @@
 # The front door. Every goal installs what is missing and builds first.
 
-.PHONY: run demo test asan tsan bench figures fuzz package guides clean
+.PHONY: run demo test asan tsan bench figures fuzz package guides pictures clean
 
 SCENARIO = chrome-tabs
 
@@ -47,6 +47,10 @@ guides: ## The guide pages that the program links to, as a site in build/guides
 	@rm -rf build/guides
 	@build/release/bin/pacelet-guides resources/processes.json tools/guides/guides.css \
 		resources/icons/pacelet.svg build/guides
+
+pictures: ## The pictures of the README, in docs/pictures
+	@scripts/build.sh release pacelet-gallery
+	@scripts/pictures.sh
 
 clean:
 	@rm -rf build

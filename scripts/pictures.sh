@@ -1,0 +1,22 @@
+#!/usr/bin/env bash
+# pictures.sh: takes the pictures that the README shows.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+album=$(mktemp -d)
+trap 'rm -rf "$album"' EXIT
+while read -r shot name; do
+    build/release/bin/pacelet-gallery "$album" --only "$shot"
+    cp "$album/$shot.png" "docs/pictures/$name.png"
+done <<'LIST'
+overview-tabs overview
+overview-hot overview-hot
+processes-by-memory processes
+processes-app process-detail
+browser-tabs browser-tabs
+internet-weak internet
+usage-bottlenecks usage
+background-items background-items
+onboarding onboarding
+settings settings
+panel-struggling panel
+LIST
