@@ -62,6 +62,8 @@ Moment waitFor(const ChildProgram& pacelet, Clock::time_point begin,
 }
 
 Start measureStart(const DesktopSession& desktop) {
+    // The window of the start before goes a little later than its program.
+    eventually([&] { return !mainWindow(desktop); });
     const auto begin = Clock::now();
     const ChildProgram pacelet = desktop.start("pacelet");
     Start start;

@@ -7,12 +7,15 @@
 #include "Hosts/Linux/LinuxHost.h"
 #include "PaceletApp/Application/Program.h"
 #include "PaceletApp/Application/SingleInstance.h"
+#include "PaceletApp/Version.h"
 #include "tools/pacelet-report/LiveLook.h"
 
 #include <fmt/format.h>
 
 #include <cstdio>
 #include <exception>
+#include <optional>
+#include <string_view>
 
 namespace {
 
@@ -62,10 +65,29 @@ int printAnswer() {
     return 0;
 }
 
+/// What the first argument asks for instead of the window. Others are for the windowing system, or
+/// come from a session manager.
+std::optional<std::string> answerTo(std::string_view argument) {
+    if (argument == "--version") {
+        return fmt::format("Pacelet {}\n", paceletVersion);
+    }
+    if (argument == "--help") {
+        return "Usage: pacelet [--help | --version]\n\n"
+               "Tells in plain English why this machine is slow right now: in a window, or as "
+               "text\n"
+               "where there is no display. See also pacelet-report --help.\n";
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
     try {
+        if (const auto answer = argc > 1 ? answerTo(argv[1]) : std::nullopt) {
+            fmt::print("{}", *answer);
+            return 0;
+        }
         const auto display = Linux::chooseDisplay();
         return display ? showWindow(*display, argc, argv) : printAnswer();
     } catch (const std::exception& error) {

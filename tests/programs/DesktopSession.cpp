@@ -17,7 +17,7 @@ namespace {
 
 const std::string managerSettings = R"(<?xml version="1.0"?>
 <JWM>
-  <Tray x="0" y="-1" height="30"><Dock/></Tray>
+  <Tray x="0" y="-1" height="30"><Spacer width="1500"/><Dock/></Tray>
   <TrayStyle><Background>#333333</Background></TrayStyle>
   <Desktops width="1" height="1"/>
   <FocusModel>click</FocusModel>
@@ -78,10 +78,12 @@ Environment DesktopSession::environment() const {
             {"ASAN_OPTIONS", "detect_leaks=0"}};
 }
 
-ChildProgram DesktopSession::start(const std::string& program,
-                                   std::vector<std::string> arguments) const {
+ChildProgram DesktopSession::start(const std::string& program, std::vector<std::string> arguments,
+                                   const Environment& more) const {
     arguments.insert(arguments.begin(), PACELET_BIN_DIR "/" + program);
-    return {arguments, environment()};
+    Environment all = environment();
+    all.insert(all.end(), more.begin(), more.end());
+    return {arguments, all};
 }
 
 std::vector<SeenWindow> DesktopSession::windows() const {
@@ -155,8 +157,13 @@ void DesktopSession::send(std::uint8_t type, std::uint8_t detail, int x, int y) 
                         static_cast<std::int16_t>(x), static_cast<std::int16_t>(y), 0);
 }
 
-void DesktopSession::click(int x, int y) const {
+void DesktopSession::point(int x, int y) const {
     send(XCB_MOTION_NOTIFY, 0, x, y);
+    connection_.synchronize();
+}
+
+void DesktopSession::click(int x, int y) const {
+    point(x, y);
     send(XCB_BUTTON_PRESS, XCB_BUTTON_INDEX_1);
     send(XCB_BUTTON_RELEASE, XCB_BUTTON_INDEX_1);
     connection_.synchronize();

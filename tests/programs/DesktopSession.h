@@ -51,8 +51,9 @@ public:
     /// The user's own folder, with the preferences of somebody who knows the program.
     const TemporaryFolder& home() const { return home_; }
 
-    /// Starts one of the programs that were built.
-    ChildProgram start(const std::string& program, std::vector<std::string> arguments = {}) const;
+    /// Starts one of the programs that were built; `more` is added to its environment.
+    ChildProgram start(const std::string& program, std::vector<std::string> arguments = {},
+                       const Environment& more = {}) const;
 
     /// The windows of the program, in the order in which they came.
     std::vector<SeenWindow> windows() const;
@@ -64,6 +65,7 @@ public:
     std::optional<Area> find(std::uint32_t colour, const Area& area) const;
     static constexpr Area tray() { return {0, height - trayHeight, width, trayHeight}; }
 
+    void point(int x, int y) const;
     void click(int x, int y) const;
     /// Presses keys by their X symbols, in order, and lets go of them.
     void press(std::initializer_list<std::uint32_t> symbols) const;

@@ -53,6 +53,15 @@ TEST_F(InstalledTree, ItsProgramsRunFromThere) {
     EXPECT_TRUE(answer.stdout.starts_with("Status: ")) << answer.stdout;
     EXPECT_NE(answer.stdout.find("There is no display here."), std::string::npos);
 
+    const auto version = run({"pacelet", "--version"});
+    EXPECT_EQ(version.status, 0);
+    ASSERT_TRUE(version.stdout.starts_with("Pacelet ")) << version.stdout;
+    const std::string released =
+        "<release version=\"" + version.stdout.substr(8, version.stdout.size() - 9) + '"';
+    EXPECT_NE(folder->read("share/metainfo/" + id + ".metainfo.xml").find(released),
+              std::string::npos)
+        << released;
+
     const auto report = run({"pacelet-report", "--scenario", "spotlight-stuck"});
     EXPECT_EQ(report.status, 0) << report.stderr;
     EXPECT_NE(report.stdout.find("Spotlight"), std::string::npos) << report.stdout;

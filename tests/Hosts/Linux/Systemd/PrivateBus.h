@@ -18,10 +18,10 @@ class PrivateBus {
 public:
     PrivateBus() {
         const std::string socket = (folder_.path() / "bus").string();
-        const std::string address = "unix:path=" + socket;
-        ::setenv("DBUS_SYSTEM_BUS_ADDRESS", address.c_str(), 1);
-        ::setenv("DBUS_SESSION_BUS_ADDRESS", address.c_str(), 1);
-        const std::string option = "--address=" + address;
+        address_ = "unix:path=" + socket;
+        ::setenv("DBUS_SYSTEM_BUS_ADDRESS", address_.c_str(), 1);
+        ::setenv("DBUS_SESSION_BUS_ADDRESS", address_.c_str(), 1);
+        const std::string option = "--address=" + address_;
         daemon_ = ::fork();
         if (daemon_ == 0) {
             ::prctl(PR_SET_PDEATHSIG, SIGKILL);
@@ -48,8 +48,11 @@ public:
     /// False where no bus daemon is installed.
     bool runs() const { return !hasEnded_; }
 
+    const std::string& address() const { return address_; }
+
 private:
     TemporaryFolder folder_;
+    std::string address_;
     pid_t daemon_ = -1;
     bool hasEnded_ = false;
 };
