@@ -64,7 +64,7 @@ std::string guidePage(const CatalogEntry& entry, const GuideNeighbours& neighbou
     body += codeList("Background items", entry.match.launchdLabels);
     body += "</article>\n<nav class=\"neighbours\">\n" + neighbour(neighbours.previous, "prev") +
             neighbour(neighbours.next, "next") + "</nav>\n";
-    return document("What is " + entry.title + "? – Pacelet", entry.summary, root, body);
+    return document(entry.title + " – Pacelet", entry.summary, root, body);
 }
 
 } // namespace pacelet::guides
