@@ -39,7 +39,7 @@ fuzz: ## A minute of every fuzzer
 	@scripts/fuzz.sh -1 60
 
 package: ## A Debian package of the programs, in build/packages
-	@scripts/build.sh release pacelet pacelet-demo pacelet-report pacelet_icons
+	@scripts/build.sh release pacelet pacelet-demo pacelet-report pacelet_desktop_files
 	@cd build/release && cpack -B ../packages
 
 guides: ## The guide pages that the program links to, as a site in build/guides
