@@ -5,8 +5,13 @@
 #include "Hosts/Linux/User/AutostartEntry.h"
 #include "tests/Support/TemporaryFolder.h"
 
+#include <algorithm>
 #include <filesystem>
+#include <fstream>
 #include <gtest/gtest.h>
+#include <regex>
+#include <set>
+#include <sstream>
 #include <string>
 #include <unistd.h>
 #include <vector>
@@ -123,6 +128,34 @@ TEST_F(InstalledTree, TheDesktopsOwnToolsAcceptItsFiles) {
         const auto output = Shell::run(command.front(), {command.begin() + 1, command.end()});
         EXPECT_EQ(output.status, 0) << output.stdout << output.stderr;
         EXPECT_EQ(output.stdout.find("warning"), std::string::npos) << output.stdout;
+    }
+}
+
+/// A module that is missing leaves its user with an empty window.
+TEST(Packages, BringEveryModuleThatTheScreensImport) {
+    const fs::path source = PACELET_SOURCE_DIR;
+    const auto textOf = [](const fs::path& path) {
+        std::ostringstream text;
+        text << std::ifstream{path}.rdbuf();
+        return text.str();
+    };
+    std::set<std::string> packages;
+    const std::regex import{R"((?:^|\n)import (Qt[\w.]*))"};
+    for (const auto& file : fs::recursive_directory_iterator{source / "PaceletApp"}) {
+        const std::string text = file.path().extension() == ".qml" ? textOf(file.path()) : "";
+        for (std::sregex_iterator at{text.begin(), text.end(), import}, end; at != end; ++at) {
+            std::string module = asciiLowercased((*at)[1].str());
+            std::ranges::replace(module, '.', '-');
+            packages.insert("qml6-module-" + module);
+        }
+    }
+    EXPECT_GE(packages.size(), 3U);
+    const std::string built = textOf(source / "scripts/packages.txt");
+    const std::string shipped = textOf(source / "cmake/PaceletPackage.cmake");
+    for (const std::string& package : packages) {
+        const std::regex whole{package + "[\\s)]"};
+        EXPECT_TRUE(std::regex_search(built, whole)) << package;
+        EXPECT_TRUE(std::regex_search(shipped, whole)) << package;
     }
 }
 
