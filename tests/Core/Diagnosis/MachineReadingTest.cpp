@@ -3,6 +3,7 @@
 #include "Core/Diagnosis/Diagnosis.h"
 #include "Core/Knowledge/CatalogFile.h"
 #include "tests/Support/FakeKernel.h"
+#include "tests/Support/FakeToolRunner.h"
 
 #include <fstream>
 #include <gtest/gtest.h>
@@ -12,26 +13,14 @@
 namespace pacelet {
 namespace {
 
-/// Answers `ps` with a captured table.
-class Captured : public ToolRunner {
-public:
-    explicit Captured(const std::string& file) {
-        std::ifstream stream{std::string{PACELET_FIXTURES "/ps/"} + file};
-        text_.assign(std::istreambuf_iterator<char>{stream}, {});
-    }
-    Shell::Output run(const std::string&, const std::vector<std::string>&) override {
-        return {0, text_, ""};
-    }
-
-private:
-    std::string text_;
-};
-
 class MachineReadings : public ::testing::Test {
 protected:
     MachineReading read(const std::string& file, const std::optional<Snapshot>& previous = {},
                         Explaining explaining = Explaining::no) {
-        Captured tools{file};
+        std::ifstream stream{PACELET_FIXTURES "/ps/" + file};
+        const std::string table{std::istreambuf_iterator<char>{stream}, {}};
+        testing::FakeToolRunner tools;
+        tools.answer = [&](const auto&) { return Shell::Output{0, table, ""}; };
         return readMachine(tools, kernel, clock, previous, catalog, explaining);
     }
 
