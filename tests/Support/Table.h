@@ -11,7 +11,8 @@
 
 /// Examples that stand in text files, tests/fixtures/tables/*.txt: a section starts with "== name",
 /// a remark with "# "; every other line is a row of fields between bars, blanks around a field
-/// dropped. \n, \r, \t, \\, \| and \xNN stand for what they say, \_ for a blank.
+/// dropped. \n, \r, \t, \\, \| and \xNN stand for what they say, \_ for a
+/// blank and \- for nothing.
 namespace pacelet::testing {
 
 template<std::size_t count>
@@ -31,6 +32,8 @@ std::array<std::string, count> fieldsOf(const std::string& line) {
         if (isEscape && line.at(++at) == 'x') {
             character = static_cast<char>(std::stoi(line.substr(at + 1, 2), nullptr, 16));
             at += 2;
+        } else if (isEscape && line[at] == '-') {
+            continue;
         } else if (isEscape) {
             constexpr std::string_view letters = "nrt_";
             const std::size_t letter = letters.find(line[at]);
