@@ -11,8 +11,7 @@
 
 /// Examples that stand in text files, tests/fixtures/tables/*.txt: a section starts with "== name",
 /// a remark with "# "; every other line is a row of fields between bars, blanks around a field
-/// dropped. \n, \r, \t, \\, \| and \xNN stand for what they say, \_ for a
-/// blank and \- for nothing.
+/// dropped. \n, \r, \t, \\, \| and \xNN stand for what they say, \_ for a blank, \- for nothing.
 namespace pacelet::testing {
 
 template<std::size_t count>

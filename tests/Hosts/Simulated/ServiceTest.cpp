@@ -13,6 +13,7 @@
 #include "Core/Usage/UpgradeAdvisor.h"
 #include "Core/Usage/UsageStore.h"
 #include "Hosts/Simulated/SimulatedMac.h"
+#include "tests/Support/Table.h"
 
 #include <algorithm>
 #include <gmock/gmock.h>
@@ -182,18 +183,12 @@ TEST(SimulatedFolders, HoldWhatStartsByItself) {
     const auto items = BackgroundItemsReader::markRunning(
         BackgroundItemsReader::scan(platform.home, platform.root), jobs,
         PSProcessSource{mac->tools, mac->machine}.sample().processes);
-    std::vector<std::string> lines;
+    std::vector<std::array<std::string, 1>> lines;
     for (const BackgroundItem& item : items) {
-        lines.push_back(item.label + " of " + item.ownerApp.value_or("nobody") +
-                        (item.pid ? ", running" : "") + (item.keepAlive ? ", kept" : ""));
+        lines.push_back({item.label + " of " + item.ownerApp.value_or("nobody") +
+                         (item.pid ? ", running" : "") + (item.keepAlive ? ", kept" : "")});
     }
-    EXPECT_THAT(lines, ElementsAre("com.google.keystone.agent of nobody",
-                                   "com.spotify.webhelper of Spotify, running",
-                                   "com.logi.optionsplus.agent of OptionsAgent, running, kept",
-                                   "com.docker.vmnetd of Docker, running, kept",
-                                   "us.zoom.ZoomDaemon of Zoom, running, kept",
-                                   "com.tinyspeck.slackmacgap.helper of Slack, running",
-                                   "com.spotify.client.startuphelper of Spotify"));
+    EXPECT_EQ(lines, pacelet::testing::rows<1>("Simulated", "what starts by itself"));
     EXPECT_THAT(SpotlightAdvisor::heavyFolders(platform.home, gigabyte), IsEmpty());
     EXPECT_EQ(SpotlightAdvisor::heavyFolders(platform.home, 0).size(), 1U);
 }
