@@ -1,11 +1,12 @@
 #include "Core/Sampling/Shell.h"
+#include "Core/Support/Text.h"
+#include "tests/Support/Table.h"
+#include "tests/Support/TemporaryFolder.h"
 #include "tools/pacelet-report/Options.h"
 
 #include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
 #include <string>
-#include <unistd.h>
 #include <vector>
 
 namespace pacelet {
@@ -24,21 +25,8 @@ TEST(ReportOptions, AreReadStrictly) {
     EXPECT_EQ(parse({"--ps", "a"}).psFile, "a");
     EXPECT_TRUE(parse({"--help"}).help);
     EXPECT_EQ(parse({"--scenario", "quiet"}).scenario, "quiet");
-    const std::vector<std::vector<std::string_view>> bad{
-        {"-x"},
-        {"table.txt"},
-        {"--scenario"},
-        {"--scenario", "quiet", "--ps", "a"},
-        {"--ps"},
-        {"--ps", "a", "--seconds", "3"},
-        {"--ps", "a", "--ps", "b"},
-        {"--seconds", "3"},
-        {"--ps", "a", "--ps", "b", "--seconds", "0"},
-        {"--ps", "a", "--ps", "b", "--seconds", "three"},
-        {"--ps", "a", "--ps", "b", "--ps", "c", "--seconds", "3"},
-    };
-    for (const auto& arguments : bad) {
-        EXPECT_THROW(parse(arguments), report::UsageError) << arguments.front();
+    for (const auto& [line] : testing::rows<1>("Tools", "arguments that no report takes")) {
+        EXPECT_THROW(parse(splitDroppingEmpty(line, ' ')), report::UsageError) << line;
     }
 }
 
@@ -59,30 +47,14 @@ TEST(ReportTool, AnswersOnCapturedTables) {
         << json.stdout;
 }
 
-TEST(ReportTool, AnswersForSimulatedMacs) {
-    const std::vector<std::pair<std::string, std::string>> cases{
-        {"quiet", "Status: Quiet\nCPU "},
-        {"spotlight-after-update", "Status: Busy\nCause: Spotlight is doing a lot of work.\n"},
-        {"spotlight-stuck", "Status: Struggling\nCause: Spotlight is doing a lot of work.\n"},
-        {"full-disk", "Status: Struggling\nCause: Your disk is almost full.\n"},
-    };
-    for (const auto& [scenario, answer] : cases) {
-        const auto output = Shell::run(tool, {"--scenario", scenario});
-        EXPECT_EQ(output.status, 0) << output.stderr;
-        EXPECT_TRUE(output.stdout.starts_with(answer)) << scenario << '\n' << output.stdout;
-    }
-}
-
 TEST(ReportTool, SaysInOneLineWhatIsWrong) {
     const auto lines = [](const std::string& text) {
         return std::count(text.begin(), text.end(), '\n');
     };
-    for (const std::vector<std::string>& arguments :
-         {std::vector<std::string>{"--ps", "/no/such/file"},
-          {"--ps", "/"},
-          {"--frobnicate"},
-          {"--scenario", "no-such"}}) {
-        const auto output = Shell::run(tool, arguments);
+    for (const char* arguments :
+         {"--ps /no/such/file", "--ps /", "--frobnicate", "--scenario no-such"}) {
+        const auto words = splitDroppingEmpty(arguments, ' ');
+        const auto output = Shell::run(tool, {words.begin(), words.end()});
         EXPECT_EQ(output.status, 2);
         EXPECT_EQ(lines(output.stderr), 1) << output.stderr;
         EXPECT_EQ(output.stdout, "");
@@ -90,15 +62,12 @@ TEST(ReportTool, SaysInOneLineWhatIsWrong) {
 }
 
 TEST(ReportTool, NeedsItsCatalog) {
-    const auto folder =
-        std::filesystem::temp_directory_path() / ("pacelet-report-" + std::to_string(::getpid()));
-    std::filesystem::create_directories(folder / "Pacelet_Core.bundle");
-    std::filesystem::copy_file(tool, folder / "pacelet-report");
-    std::ofstream{folder / "Pacelet_Core.bundle" / "processes.json"} << "[{}]";
-    const auto output = Shell::run(folder / "pacelet-report", {});
+    const testing::TemporaryFolder folder;
+    folder.write("Pacelet_Core.bundle/processes.json", "[{}]");
+    std::filesystem::copy_file(tool, folder.path() / "pacelet-report");
+    const auto output = Shell::run(folder.path() / "pacelet-report", {});
     EXPECT_EQ(output.status, 1);
     EXPECT_EQ(output.stderr, "Pacelet couldn't load its process list. Reinstall Pacelet.\n");
-    std::filesystem::remove_all(folder);
 }
 
 TEST(ReportTool, AnswersLive) {

@@ -1,6 +1,7 @@
 #include "Core/Browser/TabScript.h"
 #include "Core/Support/Text.h"
 #include "tests/Support/Properties.h"
+#include "tests/Support/Table.h"
 
 #include <fmt/format.h>
 #include <gmock/gmock.h>
@@ -54,38 +55,13 @@ std::optional<Script> compiled(std::string_view source) {
 
 /// All that might open a way out of a string, a line or a record.
 std::string hostile() {
-    static const auto generator = testing::textOf({"\"",
-                                                   "\\",
-                                                   "\\\"",
-                                                   "\"\"",
-                                                   "\n",
-                                                   "\r",
-                                                   "1",
-                                                   "42",
-                                                   " ",
-                                                   "(",
-                                                   ")",
-                                                   "{",
-                                                   "}",
-                                                   "&",
-                                                   "--",
-                                                   "(*",
-                                                   "end tell",
-                                                   "\" & (do shell script \"id\") & \"",
-                                                   "\xC2\xAC",
-                                                   "\xC2\xAB",
-                                                   "\xE2\x80\x9D",
-                                                   "\xFF",
-                                                   std::string(1, '\0'),
-                                                   "\xD9\xA3",
-                                                   "W",
-                                                   "T",
-                                                   "\x1E",
-                                                   "\x1F",
-                                                   "normal",
-                                                   "mode is",
-                                                   "https://",
-                                                   "a"});
+    static const auto generator = [] {
+        std::vector<std::string> pieces;
+        for (const auto& [piece] : testing::rows<1>("Browser", "pieces of hostile text")) {
+            pieces.push_back(piece);
+        }
+        return testing::textOf(std::move(pieces));
+    }();
     return *generator;
 }
 

@@ -1,4 +1,5 @@
 #include "Core/Browser/TabCleanup.h"
+#include "tests/Support/Table.h"
 
 #include <gmock/gmock.h>
 
@@ -31,79 +32,16 @@ constexpr auto none = std::nullopt;
 
 } // namespace
 
-TEST(TabCleanup, TellsTheProfileFromTheWindowName) {
-    const std::pair<std::string, std::optional<std::string>> rows[] = {
-        {"News - Google Chrome - Work", "Work"},
-        {"News - Google Chrome", none},
-        {"News - Google Chrome - ", none},
-        {"News - Google Chrome - \t ", none},
-        {"News - Google Chrome -Work", none},
-        {"Google Chrome - Work", none},
-        {"A - Google Chrome - B - Google Chrome - Work", "Work"},
-        {"A - Google Chrome -  Me - Home \t", "Me - Home"},
-        {"A - Google Chrome - Google Chrome - Work", "Work"},
-        {"A - Google Chrome - \nWork", "\nWork"},
-        {"A - google chrome - Work", none},
-        {"", none},
-    };
-    for (const auto& [name, expected] : rows) {
-        EXPECT_EQ(profile(name, "Google Chrome"), expected) << name;
+TEST(TabCleanup, ReadsWindowNamesAndAddresses) {
+    for (const auto& [name, expected] : testing::rows<2>("Browser", "profiles by window name")) {
+        EXPECT_EQ(testing::shown(profile(name, "Google Chrome")), expected) << name;
     }
-}
-
-TEST(TabCleanup, NormalizesSchemeHostFragmentAndOneSlash) {
-    const std::pair<std::string, std::string> rows[] = {
-        {"HTTPS://Www.Example.COM/A/b/?Q=X#Top", "https://www.example.com/A/b/?Q=X"},
-        {"https://example.com/", "https://example.com"},
-        {"https://example.com//", "https://example.com/"},
-        {"https://example.com/?dir=a/", "https://example.com/?dir=a"},
-        {"https://example.com/#/route/", "https://example.com"},
-        {"https://example.com#", "https://example.com"},
-        {"HTTP://User:PW@HOST:8080/P%aF", "http://User:PW@host:8080/P%aF"},
-        {"http://Caf%C3%A9.X%2fY/", "http://caf%C3%A9.x%2fy"},
-        {"http://[2001:DB8::A]:80/", "http://[2001:db8::a]:80"},
-        {"http://[V1.AB]/", "http://[v1.ab]"},
-        {"HTTP://1.2.3.4/#", "http://1.2.3.4"},
-        {"Chrome://Settings/Privacy", "chrome://settings/Privacy"},
-        {"FILE:///Users/Me/", "file:///Users/Me"},
-        {"MAILTO:Me@Example.com", "mailto:Me@Example.com"},
-        {"//Host/Path/", "//host/Path"},
-        {"Path/To/", "Path/To"},
-        {"http://", "http:/"},
-        {"/", ""},
-        {"", ""},
-        // None of these is a URL by the grammar, so nothing is changed.
-        {"HTTP://A B/#f", "HTTP://A B/#f"},
-        {"HTTP://A/%zz/", "HTTP://A/%zz/"},
-        {"HTTP://A/?q[]=1#f", "HTTP://A/?q[]=1#f"},
-        {"HTTP://A:8o/", "HTTP://A:8o/"},
-        {"HTTP://B\xC3\xBC"
-         "cher/",
-         "HTTP://B\xC3\xBC"
-         "cher/"},
-        {"HTTP://[::G]/", "HTTP://[::G]/"},
-        {"a#b#c/", "a#b#c/"},
-        {std::string{"HTTP://A/\0/", 11}, std::string{"HTTP://A/\0/", 11}},
-    };
-    for (const auto& [url, expected] : rows) {
+    for (const auto& [url, expected] : testing::rows<2>("Browser", "normalized addresses")) {
         EXPECT_EQ(normalize(url), expected) << url;
     }
     const std::string huge = "data:," + std::string(4'000'000, 'A');
     EXPECT_EQ(normalize(huge), huge);
-}
-
-TEST(TabCleanup, TellsTheHostAsItStands) {
-    const std::pair<std::string, std::string> rows[] = {
-        {"https://Me@Www.Example.COM:80/a#b", "Www.Example.COM"},
-        {"http://caf%C3%A9.example/", "caf%C3%A9.example"},
-        {"http://[::1]:8080/", "[::1]"},
-        {"chrome://newtab/", "newtab"},
-        {"about:blank", "about:blank"},
-        {"file:///tmp/x", "file:///tmp/x"},
-        {"http://not a url/", "http://not a url/"},
-        {"", ""},
-    };
-    for (const auto& [url, expected] : rows) {
+    for (const auto& [url, expected] : testing::rows<2>("Browser", "hosts")) {
         EXPECT_EQ((BrowserTab{"", "", "", "", url, false}.host()), expected) << url;
     }
 }
@@ -122,16 +60,11 @@ TEST(TabCleanup, FindsDuplicatesWithinAProfile) {
 }
 
 TEST(TabCleanup, PlansTheMergeOfTheLargestProfile) {
-    const auto plan = mergePlan({
-        window("w1", "Work", {"a"}),
-        window("h1", "Home", {"b", "c", "d"}),
-        window("x", none, {"q"}),
-        window("h2", "Home", {"e", "f", "f", "g", "h"}),
-        window("i", "Home", {"z"}, true),
-        window("w2", "Work", {"i", "j"}),
-        window("h3", "Home", {"1", "2", "3", "4", "5"}),
-        window("h4", "Home", {}),
-    });
+    const auto plan =
+        mergePlan({window("w1", "Work", {"a"}), window("h1", "Home", {"b", "c", "d"}),
+                   window("x", none, {"q"}), window("h2", "Home", {"e", "f", "f", "g", "h"}),
+                   window("i", "Home", {"z"}, true), window("w2", "Work", {"i", "j"}),
+                   window("h3", "Home", {"1", "2", "3", "4", "5"}), window("h4", "Home", {})});
     EXPECT_EQ(
         plan,
         (MergePlan{"h2", {"b", "c", "d", "1", "2", "3", "4", "5"}, {"h1", "h3", "h4"}, "Home"}));

@@ -1,4 +1,5 @@
 #include "Core/Browser/TabScript.h"
+#include "tests/Support/Table.h"
 
 #include <fstream>
 #include <gmock/gmock.h>
@@ -82,23 +83,8 @@ TEST(TabScript, DropsWhatItCannotUse) {
 }
 
 TEST(TabScript, ReadsTheActiveIndexAsAnInteger) {
-    const struct {
-        std::string field;
-        std::string expected;
-    } rows[] = {{"2", ".*."},
-                {"+3", "..*"},
-                {"", "*.."},
-                {"x", "*.."},
-                {"-", "*.."},
-                {" 2", "*.."},
-                {"2.0", "*.."},
-                {"0", "..."},
-                {"-1", "..."},
-                {"4", "..."},
-                {"002", ".*."},
-                {"9223372036854775807", "..."},
-                {"9223372036854775808", "*.."}};
-    for (const auto& [field, expected] : rows) {
+    for (const auto& [field, expected] :
+         pacelet::testing::rows<2>("Browser", "active tab of three")) {
         const auto windows = parsed("W|1|normal|" + field + "|n;T|1|1||;T|1|2||;T|1|3||;");
         EXPECT_EQ(activity(windows.at(0)), expected) << field;
     }

@@ -1,9 +1,10 @@
 #include "Core/Diagnosis/Report.h"
-
+#include "Core/Diagnosis/Finding.h"
 #include "tests/Support/Processes.h"
 
 #include <gtest/gtest.h>
 #include <string>
+#include <vector>
 
 namespace pacelet {
 namespace {
@@ -11,21 +12,56 @@ namespace {
 using testing::app;
 using testing::lone;
 
-Finding finding(const std::string& headline) {
-    return Finding{{.kind = FindingKind::memory, .severity = Severity::low, .headline = headline}};
+Finding of(Severity severity, std::optional<std::string> groupID = {}, std::string headline = "") {
+    return Finding{{.kind = FindingKind::memory,
+                    .severity = severity,
+                    .headline = std::move(headline),
+                    .groupID = std::move(groupID)}};
+}
+
+TEST(Finding, IsKnownByItsKindAndGroup) {
+    EXPECT_EQ(of(Severity::low).id(), "memory");
+    EXPECT_EQ(of(Severity::low, "/A.app").id(), "memory:/A.app");
+    EXPECT_LT(Severity::medium, Severity::high);
+}
+
+TEST(Status, FollowsTheGravestFinding) {
+    using enum Severity;
+    const std::vector<std::pair<std::vector<Finding>, Status>> cases{
+        {{}, Status::quiet},
+        {{of(low)}, Status::busy},
+        {{of(medium)}, Status::busy},
+        {{of(low), of(medium), of(high)}, Status::struggling},
+        {{of(critical)}, Status::struggling},
+    };
+    for (const auto& [findings, status] : cases) {
+        EXPECT_EQ(statusOf(findings), status) << findings.size();
+    }
+}
+
+TEST(DiagnosisResult, LeadsWithOneCauseAndShowsFourMore) {
+    DiagnosisResult result;
+    EXPECT_EQ(result.hero(), nullptr);
+    EXPECT_TRUE(result.more().empty());
+    for (std::size_t count = 1; count <= 7; ++count) {
+        result.findings.push_back(of(Severity::low, std::to_string(count)));
+        EXPECT_EQ(result.hero()->groupID(), "1");
+        EXPECT_EQ(result.more().size(), std::min<std::size_t>(count - 1, 4));
+    }
+    EXPECT_EQ(result.more().back().groupID(), "5");
 }
 
 TEST(Report, PrintsStatusCausesSignalsAndGroups) {
     SystemSignals signals;
     signals.cpuLoadPercent = 11.6;
-    DiagnosisResult result{Status::busy, {finding("Low.")}};
+    DiagnosisResult result{Status::busy, {of(Severity::low, {}, "Low.")}};
     EXPECT_EQ(Report::render(result, {}, {}, signals),
               "Status: Busy\nCause: Low.\nCPU 12% · Memory Normal · Heat Normal\n");
 
     signals.pressure = Pressure::elevated;
     signals.thermal = Thermal::veryHot;
     for (const char* headline : {"b", "c", "d", "e", "f"}) {
-        result.findings.push_back(finding(headline));
+        result.findings.push_back(of(Severity::low, {}, headline));
     }
     const std::vector<ProcessGroup> groups{app("Safari", 12.4, 3 << 20, 2), lone(7, "/bin/ls", 0)};
     EXPECT_EQ(Report::render(result, groups, {}, signals),

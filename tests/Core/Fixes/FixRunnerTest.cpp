@@ -1,6 +1,7 @@
 #include "Core/Fixes/FixRunner.h"
 #include "tests/Support/FakeToolRunner.h"
 #include "tests/Support/FakeWorkspace.h"
+#include "tests/Support/Table.h"
 
 #include <gmock/gmock.h>
 #include <ostream>
@@ -42,30 +43,10 @@ struct FixRunnerTest : ::testing::Test {
 } // namespace
 
 TEST(FixOutcome, ReadsTheErrorNumberOfAScript) {
-    const struct {
-        std::int32_t status;
-        std::string text;
-        FixOutcome expected;
-    } rows[] = {
-        {0, "anything (-128)", FixOutcome::done()},
-        {1, "0:12: execution error: User canceled. (-128)", FixOutcome::cancelled()},
-        {1, "0:12: execution error: Not authorized. (-1743)", FixOutcome::failed("-1743")},
-        {1, "  plain text\r\n", FixOutcome::failed("plain text")},
-        {1, "(1) (-128)", FixOutcome::failed("1")},
-        {15, "", FixOutcome::failed("")},
-        {1, "(x) (--1) (-) () ((-128)", FixOutcome::cancelled()},
-        {1, "(-128 (12", FixOutcome::failed("(-128 (12")},
-        {1, "(-0128)", FixOutcome::cancelled()},
-        {1, "(+7)(007)", FixOutcome::failed("7")},
-        // The first number decides, and this one does not fit.
-        {1, "(9223372036854775808) (-128) ", FixOutcome::failed("(9223372036854775808) (-128)")},
-        {1, "(-9223372036854775808)", FixOutcome::failed("-9223372036854775808")},
-    };
-    for (const auto& row : rows) {
-        EXPECT_EQ(FixRunner::outcome(row.status, row.text), row.expected) << row.text;
+    for (const auto& [status, text, outcome] : testing::rows<3>("Fixes", "ends of a script")) {
+        EXPECT_EQ(FixRunner::outcome(std::stoi(status), text).description(), outcome) << text;
     }
     EXPECT_EQ(FixOutcome::stillRunning().description(), "stillRunning");
-    EXPECT_EQ(FixOutcome::failed("-1743").description(), "failed(\"-1743\")");
 }
 
 TEST_F(FixRunnerTest, QuitsEveryCopyAndWaitsForAll) {

@@ -1,6 +1,7 @@
 #include "Core/Inspectors/WindowCensus.h"
 
 #include <gmock/gmock.h>
+#include <numeric>
 
 namespace pacelet {
 namespace {
@@ -14,15 +15,14 @@ WindowDictionary window(std::int64_t pid, const std::string& name) {
             {"kCGWindowIsOnscreen", true}};
 }
 
-WindowDictionary with(const std::string& key, WindowValue value) {
-    WindowDictionary made = window(1, "A");
-    made[key] = std::move(value);
-    return made;
-}
-
 WindowDictionary without(const std::string& key) {
     WindowDictionary made = window(1, "A");
     made.erase(key);
+    return made;
+}
+WindowDictionary with(const std::string& key, WindowValue value) {
+    WindowDictionary made = without(key);
+    made.emplace(key, std::move(value));
     return made;
 }
 
@@ -36,28 +36,19 @@ TEST(WindowCensus, CountsWindowsPerProcess) {
 }
 
 TEST(WindowCensus, SkipsWhatIsNoNormalWindow) {
-    for (const WindowDictionary& each : {
-             with("kCGWindowLayer", std::int64_t{25}),
-             with("kCGWindowLayer", 0.0),
-             with("kCGWindowLayer", false),
-             without("kCGWindowLayer"),
-             with("kCGWindowIsOnscreen", false),
-             with("kCGWindowOwnerPID", "1"),
-             with("kCGWindowOwnerPID", true),
-             with("kCGWindowOwnerPID", std::int64_t{1} << 31),
-             with("kCGWindowOwnerPID", 1.5),
-             with("kCGWindowOwnerPID", 1e300),
-             without("kCGWindowOwnerPID"),
-             with("kCGWindowOwnerName", std::int64_t{1}),
-             without("kCGWindowOwnerName"),
-         }) {
+    for (const WindowDictionary& each :
+         {with("kCGWindowLayer", std::int64_t{25}), with("kCGWindowLayer", 0.0),
+          with("kCGWindowLayer", false), without("kCGWindowLayer"),
+          with("kCGWindowIsOnscreen", false), with("kCGWindowOwnerPID", "1"),
+          with("kCGWindowOwnerPID", true), with("kCGWindowOwnerPID", std::int64_t{1} << 31),
+          with("kCGWindowOwnerPID", 1.5), with("kCGWindowOwnerPID", 1e300),
+          without("kCGWindowOwnerPID"), with("kCGWindowOwnerName", std::int64_t{1}),
+          without("kCGWindowOwnerName")}) {
         EXPECT_TRUE(WindowCensus::count({each}).empty());
     }
-    for (const WindowDictionary& each : {
-             without("kCGWindowIsOnscreen"),
-             with("kCGWindowIsOnscreen", std::int64_t{0}),
-             with("kCGWindowOwnerPID", 1.0),
-         }) {
+    for (const WindowDictionary& each :
+         {without("kCGWindowIsOnscreen"), with("kCGWindowIsOnscreen", std::int64_t{0}),
+          with("kCGWindowOwnerPID", 1.0)}) {
         EXPECT_THAT(WindowCensus::count({each}), ElementsAre(WindowCount{"A", 1, 1}));
     }
 }
@@ -72,14 +63,9 @@ public:
     std::optional<std::vector<WindowDictionary>> windowInfo() override { return windows; }
     std::optional<std::vector<std::uint32_t>> activeDisplays(std::size_t maximum) override {
         EXPECT_EQ(maximum, 16U);
-        if (!answers) {
-            return std::nullopt;
-        }
         std::vector<std::uint32_t> ids(displays.size());
-        for (std::size_t index = 0; index < ids.size(); ++index) {
-            ids[index] = static_cast<std::uint32_t>(index);
-        }
-        return ids;
+        std::iota(ids.begin(), ids.end(), 0U);
+        return answers ? std::optional{ids} : std::nullopt;
     }
     std::optional<std::int64_t> currentModeWidth(std::uint32_t display) override {
         return displays[display].current;

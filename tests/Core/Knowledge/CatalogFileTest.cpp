@@ -1,12 +1,11 @@
 #include "Core/Knowledge/CatalogFile.h"
-
 #include "Core/Knowledge/ProcessCatalog.h"
+#include "tests/Support/Table.h"
+#include "tests/Support/TemporaryFolder.h"
 
 #include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
 #include <string>
-#include <unistd.h>
 #include <vector>
 
 namespace pacelet {
@@ -50,24 +49,10 @@ TEST(CatalogFile, TakesNullAndAbsenceOfOptionalKeysAlike) {
 }
 
 TEST(CatalogFile, OneBadEntryFailsTheWholeFile) {
-    const std::vector<std::string> bad{
-        "",
-        "{}",
-        "[",
-        "[1]",
-        "[" + whole + ",]",
-        "[" + replaced(whole, "\"id\": \"a\",", "") + "]",
-        "[" + replaced(whole, "\"review\"", "\"maybe\"") + "]",
-        "[" + replaced(whole, "\"quitApp\"", "\"quitEverything\"") + "]",
-        "[" + replaced(whole, "\"quitApp\"", "7") + "]",
-        "[" + replaced(whole, "\"T\"", "7") + "]",
-        "[" + replaced(whole, "\"T\"", "null") + "]",
-        "[" + replaced(whole, "\"cpu\"", "[]") + "]",
-        "[" + replaced(whole, "\"names\": [\"n\"],", "") + "]",
-        "[" + replaced(whole, "[\"n\"]", "\"n\"") + "]",
-        "[" + whole + "," + replaced(whole, "\"guide\": \"g\",", "") + "]",
-        "[" + replaced(whole, "\"S.\"", "\"\xFF\"") + "]",
-    };
+    std::vector<std::string> bad{"", "{}", "[", "[1]", "[" + whole + ",]"};
+    for (const auto& [what, instead] : testing::rows<2>("Knowledge", "faults of a catalog entry")) {
+        bad.push_back("[" + whole + "," + replaced(whole, what, instead) + "]");
+    }
     for (const std::string& file : bad) {
         try {
             CatalogFile::decode(file);
@@ -80,15 +65,11 @@ TEST(CatalogFile, OneBadEntryFailsTheWholeFile) {
 
 class CatalogLocations : public ::testing::Test {
 protected:
-    void SetUp() override {
+    CatalogLocations() {
         std::filesystem::create_directories(main);
         std::filesystem::create_directories(bundle);
     }
-    void TearDown() override { std::filesystem::remove_all(folder); }
 
-    static void write(const std::filesystem::path& place, const std::string& text) {
-        std::ofstream{place / "processes.json"} << text;
-    }
     CatalogError::Kind failure() const {
         try {
             ProcessCatalog::bundled({main, bundle});
@@ -98,16 +79,15 @@ protected:
         throw std::logic_error{"the catalog loaded"};
     }
 
-    const std::filesystem::path folder =
-        std::filesystem::temp_directory_path() / ("pacelet-catalog-" + std::to_string(::getpid()));
-    const std::filesystem::path main = folder / "main";
-    const std::filesystem::path bundle = folder / "Pacelet_Core.bundle";
+    const testing::TemporaryFolder folder;
+    const std::filesystem::path main = folder.path() / "main";
+    const std::filesystem::path bundle = folder.path() / "Pacelet_Core.bundle";
 };
 
 TEST_F(CatalogLocations, TriesTheMainFolderFirst) {
-    write(bundle, "[" + whole + "]");
+    folder.write("Pacelet_Core.bundle/processes.json", "[" + whole + "]");
     EXPECT_EQ((ProcessCatalog::bundled({main, bundle}).entries.size()), 1U);
-    write(main, "[]");
+    folder.write("main/processes.json", "[]");
     EXPECT_TRUE((ProcessCatalog::bundled({main, bundle}).entries.empty()));
     std::filesystem::remove_all(bundle);
     EXPECT_TRUE((ProcessCatalog::bundled({main, bundle}).entries.empty()));
@@ -115,11 +95,11 @@ TEST_F(CatalogLocations, TriesTheMainFolderFirst) {
 
 TEST_F(CatalogLocations, TellsWhyItCannotLoad) {
     EXPECT_EQ(failure(), CatalogError::Kind::notFound);
-    write(bundle, "rubbish");
+    folder.write("Pacelet_Core.bundle/processes.json", "rubbish");
     EXPECT_EQ(failure(), CatalogError::Kind::undecodable);
     std::filesystem::create_directory(main / "processes.json"); // a folder cannot be read as a file
     EXPECT_EQ(failure(), CatalogError::Kind::unreadable);
-    std::filesystem::remove_all(folder);
+    std::filesystem::remove_all(folder.path());
     EXPECT_DEATH(ProcessCatalog::bundled({main, bundle}),
                  "unable to find bundle named Pacelet_Core");
 }

@@ -1,54 +1,28 @@
 #include "Core/Support/Text.h"
+#include "Core/Support/JsonWriter.h"
+#include "tests/Support/Table.h"
 
+#include <cmath>
 #include <cstdint>
 #include <gtest/gtest.h>
-#include <limits>
 #include <rapidcheck.h>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace pacelet {
 namespace {
 
-TEST(Text, ReadsIntegersStrictly) {
-    const std::vector<std::pair<std::string, std::optional<std::int32_t>>> cases{
-        {"0", 0},
-        {"+7", 7},
-        {"-7", -7},
-        {"007", 7},
-        {"2147483647", 2147483647},
-        {"-2147483648", -2147483647 - 1},
-        {"2147483648", {}},
-        {"", {}},
-        {"+", {}},
-        {"-", {}},
-        {"+-7", {}},
-        {"--7", {}},
-        {" 7", {}},
-        {"7 ", {}},
-        {"7.0", {}},
-        {"0x7", {}},
-        {"7a", {}},
-    };
-    for (const auto& [text, expected] : cases) {
-        EXPECT_EQ(parseInteger<std::int32_t>(text), expected) << '"' << text << '"';
+TEST(Text, ReadsNumbersStrictlyInTheCLocale) {
+    using testing::rows;
+    using testing::shown;
+    for (const auto& [text, number] : rows<2>("Support", "integers of 32 bits")) {
+        EXPECT_EQ(shown(parseInteger<std::int32_t>(text)), number) << '"' << text << '"';
     }
-    EXPECT_EQ(parseInteger<std::uint32_t>("4294967295"), 4294967295U);
-    EXPECT_EQ(parseInteger<std::uint32_t>("+5"), 5U);
-    EXPECT_EQ(parseInteger<std::uint32_t>("-0"), 0U);
-    EXPECT_EQ(parseInteger<std::uint32_t>("-1"), std::nullopt);
-    EXPECT_EQ(parseInteger<std::uint32_t>("4294967296"), std::nullopt);
-}
-
-TEST(Text, ReadsFloatsInTheCLocale) {
-    const std::vector<std::pair<std::string, std::optional<double>>> cases{
-        {"1.5", 1.5}, {"+1.5", 1.5}, {"-.5", -0.5}, {"5.", 5.0},   {"1e3", 1000.0}, {"1,5", {}},
-        {"", {}},     {"+", {}},     {"+-1", {}},   {" 1", {}},    {"1 ", {}},      {"nan", {}},
-        {"inf", {}},  {"1e999", {}}, {"0x10", {}},  {"1.2.3", {}},
-    };
-    for (const auto& [text, expected] : cases) {
-        EXPECT_EQ(parseFloat(text), expected) << '"' << text << '"';
+    for (const auto& [text, number] : rows<2>("Support", "natural numbers of 32 bits")) {
+        EXPECT_EQ(shown(parseInteger<std::uint32_t>(text)), number) << '"' << text << '"';
+    }
+    for (const auto& [text, number] : rows<2>("Support", "floats")) {
+        EXPECT_EQ(shown(parseFloat(text)), number) << '"' << text << '"';
     }
 }
 
@@ -78,25 +52,30 @@ TEST(Text, SplitsAndTrims) {
 }
 
 TEST(Text, RepairsBrokenUTF8) {
-    const std::string mark = "\xEF\xBF\xBD";
-    const std::vector<std::pair<std::string, std::string>> cases{
-        {"plain", "plain"},
-        {"gr\xC3\xBC\xC3\x9F", "gr\xC3\xBC\xC3\x9F"},
-        {"a\xFFz", "a" + mark + "z"},
-        {"a\xC3", "a" + mark},
-        {"\xE2\x82", mark},                              // one broken sequence, cut short
-        {"\xE2\x28\xA1", mark + "(" + mark},             // a follower that is none
-        {"\xC0\xAF", mark + mark},                       // an overlong form
-        {"\xED\xA0\x80", mark + mark + mark},            // half a surrogate pair
-        {"\xF4\x90\x80\x80", mark + mark + mark + mark}, // past the last code point
-        {"\xF0\x9F\x98\x80", "\xF0\x9F\x98\x80"},
-    };
-    for (const auto& [broken, repaired] : cases) {
+    for (const auto& [broken, repaired] : testing::rows<2>("Support", "repaired UTF-8")) {
         EXPECT_EQ(repairedUTF8(broken), repaired);
     }
     EXPECT_TRUE(rc::check("repairing twice changes nothing more", [](const std::string& bytes) {
         const std::string once = repairedUTF8(bytes);
         RC_ASSERT(repairedUTF8(once) == once);
+    }));
+}
+
+TEST(JsonWriter, PutsCommasAndEscapes) {
+    JsonWriter writer;
+    writer.beginObject().key("a").value(std::int64_t{-1}).key("b").beginArray();
+    writer.value(true).value("x\"\\\n\t\x01").beginObject().endObject().endArray();
+    writer.key("c").value(0.1).endObject();
+    EXPECT_EQ(writer.take(), R"({"a":-1,"b":[true,"x\"\\\n\t\u0001",{}],"c":0.1})");
+    EXPECT_EQ(writer.value("again").take(), R"("again")");
+}
+
+TEST(JsonWriter, WritesFloatsThatReadBack) {
+    EXPECT_EQ(shortestFloat(-0.0), "0");
+    EXPECT_EQ(shortestFloat(23.5), "23.5");
+    EXPECT_TRUE(rc::check("floats survive", [](double value) {
+        RC_PRE(std::isfinite(value));
+        RC_ASSERT(parseFloat(shortestFloat(value)) == value);
     }));
 }
 

@@ -1,4 +1,5 @@
 #include "Core/Usage/HistoryLines.h"
+#include "tests/Support/Table.h"
 
 #include <bit>
 #include <cmath>
@@ -23,10 +24,6 @@ const MinuteRecord example{29545920, 23.5, 61.25, 0, 0, 9126805504, 12};
 const std::string exampleLine = R"({"t":29545920,"cpu":23.5,"cpuMax":61.25,"pressure":0,)"
                                 R"("swap":0,"memUsed":9126805504,"n":12})";
 
-TEST(HistoryLines, WritesOneCompactLine) {
-    EXPECT_EQ(HistoryLines::encode(example), exampleLine + "\n");
-}
-
 TEST(HistoryLines, ReadsBackWhatItWrote) {
     const bool holds = rc::check(
         "decode undoes encode", [](std::vector<std::int64_t> integers, std::uint64_t bits) {
@@ -43,16 +40,12 @@ TEST(HistoryLines, ReadsBackWhatItWrote) {
             }
         });
     EXPECT_TRUE(holds);
+    EXPECT_EQ(HistoryLines::encode(example), exampleLine + "\n");
 }
 
 TEST(HistoryLines, TakesKeysInAnyOrderAndFormsThatJSONAllows) {
-    for (
-        const std::string line : {
-            R"({"n":12,"memUsed":9126805504,"swap":0,"pressure":0,"cpuMax":61.25,"cpu":23.5,"t":29545920})",
-            R"( { "t" : 29545920 , "cpu":2.35E1, "cpuMax":61.25,"pressure":-0,"swap":0,"memUsed":9126805504,"n":12 } )"
-            "\r",
-            R"({"new":{"t":[1]},"t":1,"t":29545920,"cpu":23.5,"cpuMax":61.25,"pressure":0,"swap":0,"memUsed":9126805504,"n":12})",
-        }) {
+    for (const auto& [line] :
+         testing::rows<1>("Usage", "other ways to write the same history line")) {
         EXPECT_EQ(decode(line), std::vector{example}) << line;
     }
     const auto whole =
@@ -61,48 +54,25 @@ TEST(HistoryLines, TakesKeysInAnyOrderAndFormsThatJSONAllows) {
     EXPECT_EQ(whole[0].cpuMax, 9);
 }
 
-/// The example with the first `what` replaced.
-std::string with(std::string_view what, std::string_view replacement) {
-    std::string line = exampleLine;
-    return line.replace(line.find(what), what.size(), replacement);
-}
-
 TEST(HistoryLines, LosesABadLineAndNoOther) {
-    const std::vector<std::string> bad{
-        "",
-        " ",
-        "\r",
-        "null",
-        "[" + exampleLine + "]",
-        "{}",
-        exampleLine.substr(0, exampleLine.size() - 1), // half-written
-        "{\"t\":29545920,\"cpu\":\"unclosed",
-        exampleLine + exampleLine,
-        exampleLine + ",",
-        with("\"n\"", "\"m\""),                   // a key is missing
-        with("29545920", "29545920.0"),           // no integer
-        with("29545920", "\"29545920\""),         // a text
-        with("29545920", "9223372036854775808"),  // too large
-        with("29545920", "-9223372036854775809"), // too small
-        with("29545920", "null"),
-        with("23.5", "\"23.5\""),
-        with("23.5", "1e400"),
-        with("23.5", "NaN"),
-        with("23.5", "23.5,\"x\":tru"), // wrong where nobody looks
-        with("9126805504", "09126805504"),
-        with("12", "true"),
-        with("12", std::string(2000, '[')),
-        std::string{"\0", 1} + exampleLine,
-        std::string(2 << 20, ' ') + exampleLine, // beyond all reason
+    std::vector<std::string> bad{"", exampleLine + exampleLine,
+                                 std::string(2 << 20, ' ') + exampleLine}; // beyond all reason
+    for (const auto& [line] : testing::rows<1>("Usage", "history lines that are none")) {
+        bad.push_back(line);
+    }
+    const auto with = [](std::string_view what, std::string_view instead) {
+        return std::string{exampleLine}.replace(exampleLine.find(what), what.size(), instead);
     };
+    bad.push_back(with("12", std::string(2000, '[')));
+    for (const auto& [what, instead] : testing::rows<2>("Usage", "faults in a history line")) {
+        bad.push_back(with(what, instead));
+    }
     std::string text;
-    std::vector<MinuteRecord> expected;
     for (const std::string& line : bad) {
         EXPECT_TRUE(decode(line).empty()) << line.substr(0, 200);
         text += line + "\n" + exampleLine + "\n";
-        expected.push_back(example);
     }
-    EXPECT_EQ(decode(text), expected);
+    EXPECT_EQ(decode(text), std::vector(bad.size(), example));
     EXPECT_EQ(decode(exampleLine + "\n\n" + exampleLine), (std::vector{example, example}))
         << "a missing last line feed is no fault";
 }

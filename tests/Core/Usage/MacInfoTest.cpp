@@ -2,6 +2,7 @@
 
 #include "tests/Support/FakeKernel.h"
 #include "tests/Support/FakeToolRunner.h"
+#include "tests/Support/Table.h"
 
 #include <array>
 #include <gtest/gtest.h>
@@ -12,56 +13,20 @@ namespace {
 constexpr std::int64_t gigabyte = std::int64_t{1} << 30;
 constexpr std::int64_t installed = 5 * gigabyte;
 
-std::optional<MacInfo> parse(const std::string& machine) {
-    return MacInfo::parse(R"({"SPHardwareDataType":[)" + machine + "]}", installed);
-}
-
 TEST(MacInfo, ReadsTheReportOfTheTool) {
-    EXPECT_EQ(parse(R"({"machine_name":"MacBook Air","chip_type":"Apple M2",
-                        "physical_memory":"16 GB","cpu_type":"ignored"},{"machine_name":"b"})"),
-              (MacInfo{"MacBook Air", "Apple M2", 16 * gigabyte, true}));
-    EXPECT_EQ(parse(R"({"machine_name":"","chip_type":"Intel Core i5"})"),
-              (MacInfo{"", "Intel Core i5", installed, false}));
-    EXPECT_EQ(parse(R"({"machine_name":"iMac","chip_type":7,"cpu_type":"Apple M9",
-                        "physical_memory":"16 gb"})"),
-              (MacInfo{"iMac", "Apple M9", installed, false}))
-        << "the older key makes no Apple silicon";
-    EXPECT_EQ(parse(R"({"machine_name":"iMac","physical_memory":16})"),
-              (MacInfo{"iMac", "Unknown chip", installed, false}));
-}
-
-TEST(MacInfo, RefusesWhatDescribesNoMachine) {
-    for (const char* machine : {"", "{}", R"({"machine_name":7})", R"("iMac")",
-                                R"({"machine_name":"iMac"},7)", R"({"machine_name":"iMac")"}) {
-        EXPECT_EQ(parse(machine), std::nullopt) << machine;
+    for (const auto& [members, name, chip, gigabytes, silicon] :
+         testing::rows<5>("Usage", "machine as its tool tells it")) {
+        EXPECT_EQ(
+            MacInfo::parse(R"({"SPHardwareDataType":[{)" + members + R"(},{"x":1}]})", installed),
+            (MacInfo{name, chip, std::stoi(gigabytes) * gigabyte, silicon == "Apple"}))
+            << members;
     }
-    for (const char* json : {"", "[]", "{}", R"({"SPHardwareDataType":{"machine_name":"iMac"}})",
-                             R"([{"SPHardwareDataType":[{"machine_name":"iMac"}]}])", "\xFF"}) {
+    EXPECT_EQ(MacInfo::parse("", installed), std::nullopt);
+    for (const auto& [json] : testing::rows<1>("Usage", "reports of no machine")) {
         EXPECT_EQ(MacInfo::parse(json, installed), std::nullopt) << json;
     }
-}
-
-TEST(MacInfo, ParsesSizes) {
-    struct Row {
-        const char* text;
-        std::optional<std::int64_t> bytes;
-    };
-    for (const Row& row : {Row{"16 GB", 16 * gigabyte},
-                           {"1 TB", 1024 * gigabyte},
-                           {"  512   MB ", gigabyte / 2},
-                           {"-1 GB", -gigabyte},
-                           {"+2 GB", 2 * gigabyte},
-                           {"17179869184 GB", 0}, // wraps around
-                           {"16GB", {}},
-                           {"16 gb", {}},
-                           {"1.5 GB", {}},
-                           {"16 KB", {}},
-                           {"16", {}},
-                           {"", {}},
-                           {"16 GB x", {}},
-                           {"16\tGB", {}},
-                           {"9223372036854775808 GB", {}}}) {
-        EXPECT_EQ(MacInfo::parseSize(row.text), row.bytes) << row.text;
+    for (const auto& [text, bytes] : testing::rows<2>("Usage", "sizes of memory")) {
+        EXPECT_EQ(testing::shown(MacInfo::parseSize(text)), bytes) << text;
     }
 }
 

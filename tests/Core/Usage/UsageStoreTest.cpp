@@ -40,70 +40,72 @@ std::vector<std::string> namesIn(const std::filesystem::path& folder) {
     return names;
 }
 
-TEST(UsageStore, AppendsToTheFileOfTheRecordsOwnDay) {
+/// A store in a folder of its own.
+class UsageStores : public ::testing::Test {
+protected:
+    /// Where and why the action failed.
+    template<typename Action>
+    std::pair<std::filesystem::path, std::error_code> failureOf(Action&& action) {
+        try {
+            action();
+        } catch (const UsageStoreError& error) {
+            return {error.path(), error.code()};
+        }
+        return {};
+    }
+
+    const TemporaryFolder folder;
+    const UsageStore store{folder.path()};
+};
+
+TEST_F(UsageStores, AppendToTheFileOfTheRecordsOwnDay) {
     // Neither a far time zone nor a locale may move a record to another day.
     ::setenv("TZ", "Pacific/Kiritimati", 1);
     ::tzset();
-    const TemporaryFolder folder;
-    const UsageStore store{folder.path() / "deep" / "Pacelet"};
+    const UsageStore deep{folder.path() / "deep" / "Pacelet"};
     const std::int64_t midnight = day(2026, 3, 7);
-    for (const std::int64_t t : {midnight - 2, midnight - 1, midnight}) {
-        store.append(record(t));
+    for (const std::int64_t t :
+         {midnight - 2, midnight - 1, midnight, day(2024, 2, 29), std::int64_t{-1}}) {
+        deep.append(record(t));
     }
     ::unsetenv("TZ");
     ::tzset();
-    EXPECT_THAT(namesIn(store.directory),
-                ElementsAre("usage-2026-03-06.jsonl", "usage-2026-03-07.jsonl"));
+    EXPECT_THAT(namesIn(deep.directory),
+                ElementsAre("usage-1969-12-31.jsonl", "usage-2024-02-29.jsonl",
+                            "usage-2026-03-06.jsonl", "usage-2026-03-07.jsonl"));
     EXPECT_EQ(folder.read("deep/Pacelet/usage-2026-03-06.jsonl"),
               HistoryLines::encode(record(midnight - 2)) +
                   HistoryLines::encode(record(midnight - 1)));
-    store.append(record(-1));
-    store.append(record(day(2024, 2, 29)));
-    EXPECT_THAT(namesIn(store.directory),
-                ElementsAre("usage-1969-12-31.jsonl", "usage-2024-02-29.jsonl",
-                            "usage-2026-03-06.jsonl", "usage-2026-03-07.jsonl"));
 }
 
-TEST(UsageStore, LoadsFromTheMinuteOfADateOn) {
-    const TemporaryFolder folder;
-    const UsageStore store{folder.path()};
+TEST_F(UsageStores, LoadFromTheMinuteOfADateOnInOrder) {
     const std::int64_t noon = day(2026, 3, 6) + 720;
-    const std::int64_t dayBefore = noon - minutesPerDay;
-    for (const std::int64_t t : {dayBefore, noon - 1, noon, noon + minutesPerDay}) {
-        store.append(record(t));
+    const std::int64_t tomorrow = noon + minutesPerDay;
+    for (const MinuteRecord& each :
+         {record(noon + 9, 1), record(noon, 2), record(noon + 9, 3), record(noon, 4),
+          record(noon - 1), record(noon - minutesPerDay), record(tomorrow, 5)}) {
+        store.append(each);
     }
     EXPECT_THAT(store.load(atMinute(noon, 59.9)),
-                ElementsAre(record(noon), record(noon + minutesPerDay)));
-    EXPECT_EQ(store.load(distantPast).size(), 4U);
+                ElementsAre(record(noon, 2), record(noon, 4), record(noon + 9, 1),
+                            record(noon + 9, 3), record(tomorrow, 5)))
+        << "within a minute the order of the file stays";
+    EXPECT_EQ(store.load(distantPast).size(), 7U);
     EXPECT_TRUE(store.load(atMinute(noon + 2 * minutesPerDay)).empty());
 
     // A file of an earlier day is not even opened, so what stands in it does not count.
-    folder.write("usage-2026-03-05.jsonl", HistoryLines::encode(record(noon + 5)));
-    EXPECT_EQ(store.load(atMinute(noon)).size(), 2U);
+    folder.write("usage-2026-03-05.jsonl", HistoryLines::encode(record(tomorrow)));
     // One named otherwise is compared as text: later than all dates.
-    folder.write("usage-old.jsonl", HistoryLines::encode(record(noon + 5)));
-    folder.write("usage-2026-03-09.txt", HistoryLines::encode(record(noon + 6)));
-    folder.write("usage-2026-03-09.JSONL", HistoryLines::encode(record(noon + 6)));
-    folder.write(".usage-2026-03-09.jsonl", HistoryLines::encode(record(noon + 6)));
-    EXPECT_THAT(store.load(atMinute(noon)),
-                ElementsAre(record(noon), record(noon + 5), record(noon + minutesPerDay)));
-}
-
-TEST(UsageStore, SortsByMinuteAndKeepsTheOrderWithinOne) {
-    const TemporaryFolder folder;
-    const UsageStore store{folder.path()};
-    const std::int64_t t = day(2026, 3, 6);
-    for (const MinuteRecord& each :
-         {record(t + 9, 1), record(t, 2), record(t + 9, 3), record(t, 4), record(t + 1440, 5)}) {
-        store.append(each);
+    folder.write("usage-old.jsonl", HistoryLines::encode(record(tomorrow - 1)));
+    for (const char* name :
+         {"usage-2026-03-09.txt", "usage-2026-03-09.JSONL", ".usage-2026-03-09.jsonl"}) {
+        folder.write(name, HistoryLines::encode(record(tomorrow)));
     }
-    EXPECT_THAT(store.load(distantPast), ElementsAre(record(t, 2), record(t, 4), record(t + 9, 1),
-                                                     record(t + 9, 3), record(t + 1440, 5)));
+    EXPECT_THAT(store.load(atMinute(noon + 10)),
+                ElementsAre(record(tomorrow - 1), record(tomorrow, 5)));
 }
 
-TEST(UsageStore, LosesOnlyWhatItCannotRead) {
-    const TemporaryFolder folder;
-    const UsageStore store{folder.path()};
+TEST_F(UsageStores, LoseOnlyWhatItCannotRead) {
     EXPECT_TRUE((UsageStore{folder.path() / "missing"}.load(distantPast).empty()));
     const std::string good = HistoryLines::encode(record(7));
     folder.write("usage-2026-03-01.jsonl", good + "{\"t\":8,\"cp\n" + good);
@@ -117,9 +119,7 @@ TEST(UsageStore, LosesOnlyWhatItCannotRead) {
     EXPECT_EQ(store.load(distantPast), std::vector(3, record(7)));
 }
 
-TEST(UsageStore, PrunesByNameAndStopsAtTheFirstFailure) {
-    const TemporaryFolder folder;
-    const UsageStore store{folder.path()};
+TEST_F(UsageStores, PruneByNameAndStopAtTheFirstFailure) {
     for (const char* name : {"usage-.jsonl", "usage-2026-02-27.jsonl", "usage-2026-02-28.jsonl",
                              "usage-2026-03-01.jsonl", "usage-old.jsonl", "usage-2020.txt"}) {
         folder.write(name, "");
@@ -134,13 +134,9 @@ TEST(UsageStore, PrunesByNameAndStopsAtTheFirstFailure) {
     folder.write("usage-2026-01-02.jsonl/keep", "");
     folder.write("usage-2026-01-01.jsonl", "");
     folder.write("usage-2026-01-03.jsonl", "");
-    try {
-        store.prune(30, now);
-        FAIL() << "a removal that failed went unnoticed";
-    } catch (const UsageStoreError& error) {
-        EXPECT_EQ(error.path(), folder.path() / "usage-2026-01-02.jsonl");
-        EXPECT_TRUE(error.code());
-    }
+    const auto failure = failureOf([&] { store.prune(30, now); });
+    EXPECT_EQ(failure.first, folder.path() / "usage-2026-01-02.jsonl");
+    EXPECT_TRUE(failure.second);
     EXPECT_FALSE(std::filesystem::exists(folder.path() / "usage-2026-01-01.jsonl"));
     EXPECT_TRUE(std::filesystem::exists(folder.path() / "usage-2026-01-03.jsonl"));
     EXPECT_THROW(store.clear(), UsageStoreError);
@@ -149,13 +145,11 @@ TEST(UsageStore, PrunesByNameAndStopsAtTheFirstFailure) {
     EXPECT_THAT(namesIn(folder.path()), ElementsAre("usage-2020.txt"));
 }
 
-TEST(UsageStore, TellsWhyItCouldNotAppend) {
-    const TemporaryFolder folder;
+TEST_F(UsageStores, TellWhyTheyCouldNotAppend) {
     folder.write("file", "");
     const MinuteRecord good = record(day(2026, 3, 6));
     EXPECT_THROW((UsageStore{folder.path() / "file" / "below"}.append(good)), UsageStoreError);
 
-    const UsageStore store{folder.path()};
     MinuteRecord odd = good;
     odd.cpuMax = std::numeric_limits<double>::infinity();
     EXPECT_THROW(store.append(odd), UsageStoreError);
@@ -163,13 +157,8 @@ TEST(UsageStore, TellsWhyItCouldNotAppend) {
 
     const auto path = folder.path() / "usage-2026-03-06.jsonl";
     std::filesystem::create_directory(path);
-    try {
-        store.append(good);
-        FAIL() << "a line went into a folder";
-    } catch (const UsageStoreError& error) {
-        EXPECT_EQ(error.path(), path);
-        EXPECT_EQ(error.code(), std::errc::is_a_directory);
-    }
+    EXPECT_EQ(failureOf([&] { store.append(good); }),
+              (std::pair{path, std::make_error_code(std::errc::is_a_directory)}));
     std::filesystem::remove(path);
     ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
     EXPECT_THROW(store.append(good), UsageStoreError) << "and does not wait for a reader";
@@ -178,9 +167,7 @@ TEST(UsageStore, TellsWhyItCouldNotAppend) {
     EXPECT_THROW(store.append(good), UsageStoreError) << "and does not take a full disk for good";
 }
 
-TEST(UsageStore, WritesAnewWhatItCannotOpen) {
-    const TemporaryFolder folder;
-    const UsageStore store{folder.path()};
+TEST_F(UsageStores, WriteAnewWhatTheyCannotOpen) {
     const MinuteRecord good = record(day(2026, 3, 6));
     // A link to a file that is yet to be made cannot be opened, but can be written.
     std::filesystem::create_symlink("target", folder.path() / "usage-2026-03-06.jsonl");
@@ -189,9 +176,7 @@ TEST(UsageStore, WritesAnewWhatItCannotOpen) {
     EXPECT_EQ(folder.read("target"), HistoryLines::encode(good) + HistoryLines::encode(good));
 }
 
-TEST(UsageStoreDeathTest, StopsBeyondTheCalendar) {
-    const TemporaryFolder folder;
-    const UsageStore store{folder.path()};
+TEST_F(UsageStores, StopBeyondTheCalendar) {
     EXPECT_TRUE(store.load(fromUnixTime(-9e11)).empty()) << "far, but still a date";
     EXPECT_DEATH(store.load(fromUnixTime(1e30)), "calendar");
     EXPECT_DEATH(store.load(fromUnixTime(std::numeric_limits<double>::quiet_NaN())), "calendar");

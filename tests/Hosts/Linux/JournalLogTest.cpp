@@ -1,5 +1,6 @@
 #include "Hosts/Linux/JournalLog.h"
 #include "Hosts/Linux/LinuxHost.h"
+#include "tests/Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +9,6 @@
 #include <unistd.h>
 
 #include <array>
-#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <string>
@@ -28,11 +28,10 @@ TEST(JournalEntry, TellsItsFieldsAndFramesWhatHoldsLineFeeds) {
 }
 
 TEST(JournalLog, SendsOneDatagramAnEntryAndFallsBackToStandardError) {
-    std::string folder = (std::filesystem::temp_directory_path() / "journal-XXXXXX").string();
-    ASSERT_NE(mkdtemp(folder.data()), nullptr);
+    const pacelet::testing::TemporaryFolder folder;
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
-    const std::string path = folder + "/socket";
+    const std::string path = folder.path() / "socket";
     std::memcpy(address.sun_path, path.data(), path.size());
     const int journal = socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0);
     ASSERT_EQ(bind(journal, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
@@ -49,7 +48,7 @@ TEST(JournalLog, SendsOneDatagramAnEntryAndFallsBackToStandardError) {
               journalEntry(LogLevel::error, "s", "c", "first"));
 
     close(journal);
-    std::filesystem::remove_all(folder);
+    std::filesystem::remove(path);
     ::testing::internal::CaptureStderr();
     log.write(LogLevel::error, "s", "c", "second");
     JournalLog{std::string(200, '/')}.write(LogLevel::information, "s", "c", "third");

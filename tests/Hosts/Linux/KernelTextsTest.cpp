@@ -4,6 +4,7 @@
 #include "Hosts/Linux/Proc/ProcStatus.h"
 #include "Hosts/Linux/Proc/ShownText.h"
 #include "Hosts/Linux/ThermalZones.h"
+#include "tests/Support/Table.h"
 
 #include <gtest/gtest.h>
 #include <limits>
@@ -73,14 +74,9 @@ TEST(ProcStat, RefusesWhatIsNoSuchLine) {
 }
 
 TEST(ProcStatus, FootprintIsAnonymousAndSwappedMemory) {
-    EXPECT_EQ(parseFootprint("Name:\tx\nRssAnon:\t  112 kB\nRssFile:\t 9 kB\nVmSwap:\t 8 kB"),
-              120 * 1024);
-    EXPECT_EQ(parseFootprint("\n\nRssAnon: 112 kB\n"), 112 * 1024) << "no swap in this kernel";
-    EXPECT_EQ(parseFootprint("Name:\tkthreadd\nThreads:\t1\n"), std::nullopt);
-    EXPECT_EQ(parseFootprint("RssAnon: much kB\n"), std::nullopt);
-    EXPECT_EQ(parseFootprint("RssAnon: 9223372036854775807 kB\n"), std::nullopt);
-    EXPECT_EQ(parseFootprint("RssAnon: 9007199254740991 kB\nVmSwap: 9007199254740991 kB\n"),
-              std::nullopt);
+    for (const auto& [status, bytes] : pacelet::testing::rows<2>("Linux", "footprints")) {
+        EXPECT_EQ(pacelet::testing::shown(parseFootprint(status)), bytes) << status;
+    }
 }
 
 constexpr std::string_view memoryText = "MemTotal:       1000 kB\n"
@@ -154,12 +150,10 @@ TEST(PressureStall, MapsStallsToLevels) {
             "some avg10=" + some + " avg60=99.00 avg300=99.00 total=1\n\nfull avg10=" + full +
             " avg60=99.00 avg300=99.00 total=18446744073709551615"));
     };
-    EXPECT_EQ(level("0.00", "0.00"), 1);
-    EXPECT_EQ(level("9.99", "9.99"), 1);
-    EXPECT_EQ(level("10.00", "0.00"), 2);
-    EXPECT_EQ(level("99.00", "9.99"), 2);
-    EXPECT_EQ(level("10.00", "10.00"), 4);
-    EXPECT_EQ(level("x", "-"), std::nullopt);
+    for (const auto& [some, full, expected] :
+         pacelet::testing::rows<3>("Linux", "stalls and levels of memory pressure")) {
+        EXPECT_EQ(pacelet::testing::shown(level(some, full)), expected) << some << ' ' << full;
+    }
     EXPECT_EQ(pressureLevel(parsePressureStall("some avg10=12.50\n")), 2) << "no full line";
     EXPECT_EQ(pressureLevel(parsePressureStall("some avg60=50.00\nfulltime avg10=50.00\n")),
               std::nullopt);
@@ -168,13 +162,9 @@ TEST(PressureStall, MapsStallsToLevels) {
 
 TEST(ThermalZones, RiseWithTheTripPoints) {
     const TripPoints all{70'000, 90'000, 105'000};
-    for (const auto& [temperature, expected] : {std::pair{69'999, 0},
-                                                {70'000, 1},
-                                                {89'999, 1},
-                                                {90'000, 2},
-                                                {99'999, 2},
-                                                {100'000, 3},
-                                                {-40'000, 0}}) {
+    const std::pair<int, int> states[] = {{69'999, 0}, {70'000, 1},  {89'999, 1}, {90'000, 2},
+                                          {99'999, 2}, {100'000, 3}, {-40'000, 0}};
+    for (const auto& [temperature, expected] : states) {
         EXPECT_EQ(thermalState(temperature, all), expected) << temperature;
     }
     EXPECT_EQ(thermalState(200'000, {}), 0) << "a zone without points tells nothing";

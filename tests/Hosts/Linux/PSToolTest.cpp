@@ -1,6 +1,7 @@
 #include "Hosts/Linux/PSTool.h"
 #include "Core/Sampling/AppGrouper.h"
 #include "Core/Sampling/PSParser.h"
+#include "tests/Support/FakeKernel.h"
 #include "tests/Support/TemporaryFolder.h"
 
 #include <filesystem>
@@ -15,14 +16,6 @@ namespace fs = std::filesystem;
 using pacelet::testing::TemporaryFolder;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
-
-class SettableClock final : public Clock {
-public:
-    TimePoint now() override { return fromUnixTime(1e9); }
-    MonotonicTime monotonicNow() override { return MonotonicTime{Seconds{uptime}}; }
-
-    double uptime = 1000;
-};
 
 struct FakeProcess {
     std::string comm = "prog";
@@ -40,6 +33,9 @@ struct FakeProcess {
 /// A `/proc` of our own making.
 class PSToolTest : public ::testing::Test {
 protected:
+    PSToolTest() { upFor(1000); }
+
+    void upFor(double seconds) { clock.monotonic = MonotonicTime{Seconds{seconds}}; }
     void put(std::int32_t pid, const FakeProcess& process) {
         const std::string folder = "proc/" + std::to_string(pid) + '/';
         proc.write(folder + "stat", std::to_string(pid) + " (" + process.comm + ") " +
@@ -72,7 +68,7 @@ protected:
     }
 
     TemporaryFolder proc;
-    SettableClock clock;
+    pacelet::testing::FakeClock clock;
     DesktopPlaces places{{(proc.path() / "applications").string()}, {}, {}, "/home/ann"};
     fs::path made = proc.write("proc/meminfo", "");
     PSTool tool{(proc.path() / "proc").string(), places, clock};
@@ -201,19 +197,18 @@ TEST_F(PSToolTest, WaitsForTheDesktopToMoveAnApplicationIntoItsScope) {
                "[Desktop Entry]\nType=Application\nName=Tweaks\nExec=" + script + "\n");
     FakeProcess process{.executable = "/usr/bin/python3", .startTicks = 100'000};
     put(5, process);
-    clock.uptime = 1000.5;
+    upFor(1000.5);
     EXPECT_EQ(pathOf(5), "/usr/bin/python3");
     process.cgroup = "0::/app.slice/app-gnome-tweaks-5.scope\n";
     put(5, process);
-    clock.uptime = 1003.5;
+    upFor(1003.5);
     EXPECT_EQ(pathOf(5), "/Applications/Tweaks.app/Contents/MacOS/python3");
 }
 
 TEST_F(PSToolTest, RefusesWhatItDoesNotKnow) {
-    for (const std::vector<std::string>& arguments : {std::vector<std::string>{},
-                                                      {"-axo"},
-                                                      {"-axo", "pid="},
-                                                      {"-axo", "pid=,rss=,args=", "x"}}) {
+    const std::vector<std::vector<std::string>> unknown{
+        {}, {"-axo"}, {"-axo", "pid="}, {"-axo", "pid=,rss=,args=", "x"}};
+    for (const std::vector<std::string>& arguments : unknown) {
         const Shell::Output output = tool.run(arguments);
         EXPECT_EQ(output.status, 1);
         EXPECT_EQ(output.stdout, "");

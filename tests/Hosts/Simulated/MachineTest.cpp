@@ -226,20 +226,21 @@ TEST(Failures, OfTools) {
         return {};
     };
     const Shell::Output good = ps();
+    const auto with = [&](auto fault, const auto& check) {
+        mac->machine.inject(fault);
+        check();
+        mac->machine.clearFailures();
+    };
     for (const std::string& tool : {std::string{"/bin/ps"}, std::string{}}) {
-        mac->machine.inject(ToolMissing{tool});
-        EXPECT_EQ(launchFailure(), std::errc::no_such_file_or_directory);
-        mac->machine.clearFailures();
-        mac->machine.inject(ToolNotPermitted{tool});
-        EXPECT_EQ(launchFailure(), std::errc::permission_denied);
-        mac->machine.clearFailures();
-        mac->machine.inject(ToolFails{tool, 7, "no\n"});
-        EXPECT_EQ(ps(), (Shell::Output{7, "", "no\n"}));
-        EXPECT_THROW(PSProcessSource(mac->tools, mac->machine).sample(), SamplerError);
-        mac->machine.clearFailures();
-        mac->machine.inject(ToolPrints{tool, "a\xff\n"});
-        EXPECT_EQ(ps().stdout, "a\xEF\xBF\xBD\n");
-        mac->machine.clearFailures();
+        with(ToolMissing{tool},
+             [&] { EXPECT_EQ(launchFailure(), std::errc::no_such_file_or_directory); });
+        with(ToolNotPermitted{tool},
+             [&] { EXPECT_EQ(launchFailure(), std::errc::permission_denied); });
+        with(ToolFails{tool, 7, "no\n"}, [&] {
+            EXPECT_EQ(ps(), (Shell::Output{7, "", "no\n"}));
+            EXPECT_THROW(PSProcessSource(mac->tools, mac->machine).sample(), SamplerError);
+        });
+        with(ToolPrints{tool, "a\xff\n"}, [&] { EXPECT_EQ(ps().stdout, "a\xEF\xBF\xBD\n"); });
     }
     mac->machine.inject(ToolMissing{"/bin/launchctl"});
     EXPECT_EQ(ps(), good) << "one tool's failure is not another's";

@@ -1,8 +1,8 @@
 #include "Core/Diagnosis/Diagnosis.h"
 #include "Core/Diagnosis/MachineReading.h"
 #include "Hosts/Simulated/SimulatedMac.h"
+#include "tests/Support/Table.h"
 
-#include <algorithm>
 #include <gmock/gmock.h>
 #include <string>
 #include <vector>
@@ -11,7 +11,6 @@ namespace pacelet::Simulated {
 namespace {
 
 using ::testing::AllOf;
-using ::testing::ElementsAreArray;
 using ::testing::Ge;
 using ::testing::Le;
 
@@ -42,61 +41,33 @@ Watched watch(SimulatedMac& mac, std::optional<TimePoint> spotlightBusySince = {
     return watched;
 }
 
-struct Expected {
-    std::string scenario;
-    std::vector<FindingKind> findings;
-};
-
-void PrintTo(const Expected& expected, std::ostream* out) {
-    *out << expected.scenario;
-}
-
-class EveryScenario : public ::testing::TestWithParam<Expected> {};
-
-TEST_P(EveryScenario, IsABelievableMachineWithItsFindings) {
-    for (const std::uint64_t seed : {1U, 2U, 77U}) {
-        const auto mac = makeScenario(GetParam().scenario, seed);
-        ASSERT_NE(mac, nullptr);
-        const Watched watched = watch(*mac);
-        EXPECT_THAT(watched.reading.snapshot.processes.size(), AllOf(Ge(250U), Le(600U)));
-        std::vector<FindingKind> kinds;
-        double total = 0;
-        for (const Finding& finding : watched.result.findings) {
-            kinds.push_back(finding.kind());
+TEST(Scenarios, AreBelievableMachinesWithTheirFindings) {
+    for (const auto& [scenario, findings] :
+         pacelet::testing::rows<2>("Simulated", "findings of scenarios")) {
+        for (const std::uint64_t seed : {1U, 2U, 77U}) {
+            SCOPED_TRACE(scenario + ", seed " + std::to_string(seed));
+            const auto mac = makeScenario(scenario, seed);
+            ASSERT_NE(mac, nullptr);
+            const Watched watched = watch(*mac);
+            EXPECT_THAT(watched.reading.snapshot.processes.size(), AllOf(Ge(250U), Le(600U)));
+            std::vector<std::string_view> kinds;
+            for (const Finding& finding : watched.result.findings) {
+                kinds.push_back(rawValue(finding.kind()));
+            }
+            EXPECT_EQ(fmt::format("{}", fmt::join(kinds, " ")), findings);
+            double total = 0;
+            for (const ProcessGroup& group : watched.reading.groups) {
+                total += group.cpuPercent;
+            }
+            EXPECT_LE(total, 100.0 * static_cast<double>(watched.reading.signals.coreCount));
+            EXPECT_GT(total, 20);
+            const MemoryBreakdown& memory = watched.reading.memory;
+            EXPECT_LE(memory.app + memory.wired + memory.compressed + memory.cached + memory.free,
+                      memory.total * 103 / 100);
+            EXPECT_GT(memory.used(), memory.total / 3);
         }
-        for (const ProcessGroup& group : watched.reading.groups) {
-            total += group.cpuPercent;
-        }
-        EXPECT_THAT(kinds, ElementsAreArray(GetParam().findings)) << "seed " << seed;
-        EXPECT_LE(total, 100.0 * static_cast<double>(watched.reading.signals.coreCount));
-        EXPECT_GT(total, 20);
-        const MemoryBreakdown& memory = watched.reading.memory;
-        EXPECT_LE(memory.app + memory.wired + memory.compressed + memory.cached + memory.free,
-                  memory.total * 103 / 100);
-        EXPECT_GT(memory.used(), memory.total / 3);
     }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Scenarios, EveryScenario,
-    ::testing::Values(Expected{"quiet", {}},
-                      Expected{"spotlight-after-update", {FindingKind::spotlight}},
-                      Expected{"spotlight-stuck", {FindingKind::spotlight}},
-                      Expected{"chrome-tabs", {FindingKind::browser}},
-                      Expected{"virtual-machine", {FindingKind::cpuHog}},
-                      Expected{"out-of-memory", {FindingKind::memory}},
-                      Expected{"hot", {FindingKind::heat, FindingKind::cpuHog}},
-                      Expected{"window-server", {FindingKind::windowServer}},
-                      Expected{"full-disk", {FindingKind::lowDisk}},
-                      Expected{"low-power", {FindingKind::lowPower}},
-                      Expected{"stuck-app", {FindingKind::cpuHog}}, Expected{"offline", {}},
-                      Expected{"slow-line", {}}, Expected{"fresh-install", {}},
-                      Expected{"intel-history", {FindingKind::memory, FindingKind::longUptime}}),
-    [](const auto& row) {
-        std::string name = row.param.scenario;
-        std::replace(name.begin(), name.end(), '-', '_');
-        return name;
-    });
 
 // What a tester would wait for: minutes, hours and what is done about it.
 TEST(Scenarios, ChangeWithTimeAndWithWhatIsDone) {

@@ -1,7 +1,6 @@
 #include "Core/Browser/BrowserController.h"
 #include "Core/Browser/TabCleanup.h"
 #include "Core/Diagnosis/InternetDiagnosis.h"
-#include "Core/Fixes/FixRunner.h"
 #include "Core/Inspectors/BackgroundItemsReader.h"
 #include "Core/Inspectors/SpotlightAdvisor.h"
 #include "Core/Inspectors/WindowCensus.h"
@@ -13,6 +12,7 @@
 #include "Core/Usage/UpgradeAdvisor.h"
 #include "Core/Usage/UsageStore.h"
 #include "Hosts/Simulated/SimulatedMac.h"
+#include "tests/Support/Table.h"
 
 #include <algorithm>
 #include <gmock/gmock.h>
@@ -182,64 +182,14 @@ TEST(SimulatedFolders, HoldWhatStartsByItself) {
     const auto items = BackgroundItemsReader::markRunning(
         BackgroundItemsReader::scan(platform.home, platform.root), jobs,
         PSProcessSource{mac->tools, mac->machine}.sample().processes);
-    std::vector<std::string> lines;
+    std::vector<std::array<std::string, 1>> lines;
     for (const BackgroundItem& item : items) {
-        lines.push_back(item.label + " of " + item.ownerApp.value_or("nobody") +
-                        (item.pid ? ", running" : "") + (item.keepAlive ? ", kept" : ""));
+        lines.push_back({item.label + " of " + item.ownerApp.value_or("nobody") +
+                         (item.pid ? ", running" : "") + (item.keepAlive ? ", kept" : "")});
     }
-    EXPECT_THAT(lines, ElementsAre("com.google.keystone.agent of nobody",
-                                   "com.spotify.webhelper of Spotify, running",
-                                   "com.logi.optionsplus.agent of OptionsAgent, running, kept",
-                                   "com.docker.vmnetd of Docker, running, kept",
-                                   "us.zoom.ZoomDaemon of Zoom, running, kept",
-                                   "com.tinyspeck.slackmacgap.helper of Slack, running",
-                                   "com.spotify.client.startuphelper of Spotify"));
+    EXPECT_EQ(lines, pacelet::testing::rows<1>("Simulated", "what starts by itself"));
     EXPECT_THAT(SpotlightAdvisor::heavyFolders(platform.home, gigabyte), IsEmpty());
     EXPECT_EQ(SpotlightAdvisor::heavyFolders(platform.home, 0).size(), 1U);
-}
-
-TEST(SimulatedDesk, ShowsItsWindowsAndDisplays) {
-    const auto mac = makeScenario("window-server");
-    EXPECT_EQ(WindowCensus::displays(mac->windowServer), (DisplayInfo{2, 2}));
-    const auto counts = WindowCensus::live(mac->windowServer);
-    std::int64_t total = 0;
-    for (const WindowCount& count : counts) {
-        total += count.count;
-    }
-    EXPECT_EQ(total, 24);
-    EXPECT_EQ(counts.front().ownerName, "Terminal");
-}
-
-TEST(SimulatedFixes, DoWhatTheyShould) {
-    const auto mac = makeScenario("stuck-app");
-    const FixRunner fixes{mac->platform()};
-    ProcessGroup group;
-    group.appPath = "/Applications/Logic Pro.app";
-    group.members.push_back({});
-    group.members.front().uid = 501;
-    group.members.front().name = "Logic Pro";
-    group.members.front().path = "/Applications/Logic Pro.app/Contents/MacOS/Logic Pro";
-    for (const bool force : {false, true}) {
-        QuitAttempt attempt = fixes.quit(group, force, Seconds{8});
-        EXPECT_EQ(attempt.poll(mac->machine.monotonicNow()), std::nullopt);
-        mac->machine.advance(Seconds{9});
-        EXPECT_EQ(attempt.poll(mac->machine.monotonicNow()), FixOutcome::stillRunning());
-    }
-    EXPECT_EQ(fixes.restartMac(), FixOutcome::done());
-    mac->machine.inject(PromptCancelled{});
-    EXPECT_EQ(fixes.rebuildSpotlightIndex(), FixOutcome::cancelled());
-}
-
-TEST(SimulatedPreferences, KeepTypesApartAndAreEmptyOnAFreshMachine) {
-    const auto mac = makeScenario("fresh-install");
-    MacPreferences& preferences = mac->preferences;
-    EXPECT_EQ(preferences.boolean("onboarded"), std::nullopt);
-    preferences.setBoolean("onboarded", true);
-    EXPECT_EQ(preferences.boolean("onboarded"), true);
-    EXPECT_EQ(preferences.data("onboarded"), std::nullopt);
-    preferences.setData("onboarded", std::string_view{"\0x", 2});
-    EXPECT_EQ(preferences.data("onboarded"), (std::string{"\0x", 2}));
-    EXPECT_EQ(preferences.boolean("onboarded"), std::nullopt);
 }
 
 } // namespace pacelet::Simulated

@@ -3,6 +3,7 @@
 #include "Core/Sampling/PSProcessSource.h"
 #include "Hosts/Linux/Desktop/RunningCopy.h"
 #include "Hosts/Linux/LinuxHost.h"
+#include "tests/Support/Eventually.h"
 #include "tests/Support/Processes.h"
 #include "tests/Support/TemporaryFolder.h"
 
@@ -93,9 +94,7 @@ protected:
 
     /// The application's group, once the listing shows all `count` processes of it.
     ProcessGroup groupOf(std::size_t count) {
-        for (int look = 0; look < 1000 && listed().size() != count; ++look) {
-            std::this_thread::sleep_for(std::chrono::milliseconds{5});
-        }
+        pacelet::testing::eventually([&] { return listed().size() == count; });
         auto groups = AppGrouper::group(listed(), ::getuid());
         if (groups.size() != 1) {
             throw std::runtime_error{"the program does not appear as an application"};
@@ -104,12 +103,11 @@ protected:
     }
 
     FixOutcome outcome(QuitAttempt attempt) {
-        for (;;) {
-            if (const auto result = attempt.poll(host.clock().monotonicNow())) {
-                return *result;
-            }
-            std::this_thread::sleep_for(std::chrono::milliseconds{10});
-        }
+        std::optional<FixOutcome> result;
+        pacelet::testing::eventually(
+            [&] { return (result = attempt.poll(host.clock().monotonicNow())).has_value(); },
+            std::chrono::minutes{1});
+        return result.value();
     }
 
     TemporaryFolder folder;

@@ -67,16 +67,11 @@ TEST_F(UnitGroupsTest, RunningServicesHaveTheirMainProcess) {
         group(user + "init.scope", "71\n");
         group(root + "user.slice/user-1001.slice/user@1001.service/app.slice/theirs.service",
               "80\n");
-        for (const auto& [pid, parent] : {std::pair{21, 20},
-                                          {20, 1},
-                                          {30, 1},
-                                          {40, 1},
-                                          {51, 50},
-                                          {50, 1},
-                                          {70, 71},
-                                          {71, 1},
-                                          {80, 1}}) {
-            process(pid, parent);
+        for (const int first : {20, 30, 40, 50, 71, 80}) {
+            process(first, 1);
+        }
+        for (const auto& [child, parent] : {std::pair{21, 20}, {51, 50}, {70, 71}}) {
+            process(child, parent);
         }
         EXPECT_EQ(units(), (std::vector<Unit>{{"boxes.service", 50},
                                               {"messy.service", 30},

@@ -2,6 +2,7 @@
 #include "Hosts/Linux/User/Base64.h"
 #include "Hosts/Linux/User/PreferencesFile.h"
 #include "tests/Support/Properties.h"
+#include "tests/Support/Table.h"
 #include "tests/Support/TemporaryFolder.h"
 
 #include <filesystem>
@@ -12,6 +13,7 @@ namespace pacelet::Linux {
 namespace {
 
 namespace fs = std::filesystem;
+using pacelet::testing::rows;
 using pacelet::testing::TemporaryFolder;
 
 std::size_t entriesIn(const fs::path& folder) {
@@ -48,9 +50,7 @@ TEST(Preferences, ComeBackAfterARestart) {
 }
 
 TEST(Preferences, DamagedFilesAreEmptyAndReplaced) {
-    for (const std::string_view damaged :
-         {"", "\0\0\0\0", "{\"on\":true", "[true]", "null", "{\"on\":1,\"data\":\"not base64!\"}",
-          "{\"on\":\"true\"", "\xff\xfe{", "{\"on\":[true],\"data\":{\"on\":true}}"}) {
+    for (const auto& [damaged] : rows<1>("Desktop", "damaged preferences")) {
         const TemporaryFolder folder;
         const std::string path = folder.write("preferences.json", damaged);
         PreferencesFile file{path};
@@ -90,19 +90,11 @@ TEST(Preferences, TextIsFaithful) {
 }
 
 TEST(Base64, KnownAndBrokenTexts) {
-    const std::pair<std::string, std::string> known[] = {{"", ""},
-                                                         {"f", "Zg=="},
-                                                         {"fo", "Zm8="},
-                                                         {"foo", "Zm9v"},
-                                                         {"foob", "Zm9vYg=="},
-                                                         {"fooba", "Zm9vYmE="},
-                                                         {"\xff\xfb\xf0", "//vw"}};
-    for (const auto& [bytes, text] : known) {
+    for (const auto& [bytes, text] : rows<2>("Desktop", "bytes and their Base64")) {
         EXPECT_EQ(base64Encoded(bytes), text);
         EXPECT_EQ(base64Decoded(text), bytes);
     }
-    for (const char* broken :
-         {"Z", "Zg", "Zg=", "Zg==Zg==", "Zh==", "Zm9=", "====", "Zm 9", "Z===", "Zm9-", "Zg=a"}) {
+    for (const auto& [broken] : rows<1>("Desktop", "texts that are no Base64")) {
         EXPECT_FALSE(base64Decoded(broken)) << broken;
     }
 }
@@ -127,25 +119,20 @@ TEST(LoginItem, IsRegisteredAndTakenBack) {
 
 TEST(LoginItem, TheUsersSwitchCounts) {
     const std::string program = "/usr/bin/pacelet";
-    const std::string text = autostartText(program);
-    const auto with = [&](std::string_view line) { return text + std::string{line}; };
-    const std::pair<std::string, LoginItemStatus> cases[] = {
-        {text, LoginItemStatus::enabled},
-        {with("Hidden=true\n"), LoginItemStatus::requiresApproval},
-        {with("Hidden = true\r\n"), LoginItemStatus::requiresApproval},
-        {with("Hidden=false\n"), LoginItemStatus::enabled},
-        {with("#Hidden=true\n"), LoginItemStatus::enabled},
-        {with("[Other]\nHidden=true\n"), LoginItemStatus::enabled},
-        {with("X-GNOME-Autostart-enabled=false\n"), LoginItemStatus::requiresApproval},
-        {"[Desktop Entry]\nHidden=true\n", LoginItemStatus::notRegistered},
-        {"[Desktop Entry]\nExec=" + program + " --hidden\n", LoginItemStatus::enabled},
-        {"[Other]\nExec=" + program + "\n", LoginItemStatus::notRegistered},
-        {"", LoginItemStatus::notRegistered}};
-    for (const auto& [entry, status] : cases) {
-        EXPECT_EQ(autostartStatus(entry, program), status) << entry;
+    const std::string own = autostartText(program);
+    const auto statusOf = [](const std::string& name) {
+        return name == "enabled"            ? LoginItemStatus::enabled
+               : name == "requiresApproval" ? LoginItemStatus::requiresApproval
+                                            : LoginItemStatus::notRegistered;
+    };
+    for (auto [entry, status] : rows<2>("Desktop", "entries for the login")) {
+        if (entry.starts_with("(own)")) {
+            entry.replace(0, 5, own);
+        }
+        EXPECT_EQ(autostartStatus(entry, program), statusOf(status)) << entry;
     }
     const TemporaryFolder folder;
-    folder.write("autostart/app.pacelet.Pacelet.desktop", with("Hidden=true\n"));
+    folder.write("autostart/app.pacelet.Pacelet.desktop", own + "Hidden=true\n");
     AutostartEntry item{folder.path(), program};
     EXPECT_EQ(item.status(), LoginItemStatus::requiresApproval);
     EXPECT_TRUE(item.registerProgram());

@@ -45,9 +45,6 @@ protected:
         client.synchronize();
         return window;
     }
-    static xcb_atom_t typeOf(const Connection& client, std::string_view name) {
-        return atom(client.get(), name);
-    }
 
     testing::PrivateDisplay server{"1280x800x24"};
     WindowServer windows{server.name(), [] {
@@ -65,10 +62,10 @@ TEST_F(WindowServerTest, CountsTheWindowsOfApplications) {
     open(client, 0);
     const xcb_window_t dock = open(client, 41);
     setNumbers(client, dock, "_NET_WM_WINDOW_TYPE", XCB_ATOM_ATOM,
-               {typeOf(client, "_NET_WM_WINDOW_TYPE_DOCK")});
+               {atom(client.get(), "_NET_WM_WINDOW_TYPE_DOCK")});
     const xcb_window_t minimized = open(client, 41);
     setNumbers(client, minimized, "_NET_WM_STATE", XCB_ATOM_ATOM,
-               {typeOf(client, "_NET_WM_STATE_HIDDEN")});
+               {atom(client.get(), "_NET_WM_STATE_HIDDEN")});
     const xcb_window_t elsewhere = open(client, 43);
     setText(client, elsewhere, XCB_ATOM_WM_CLIENT_MACHINE, "another.machine.example");
     const xcb_window_t damaged = open(client, 0);
@@ -102,7 +99,7 @@ TEST_F(WindowServerTest, AsksOnlyWindowsThatListenToClose) {
     const xcb_window_t listening = open(client, 41);
     open(client, 42);
     setNumbers(client, listening, "WM_PROTOCOLS", XCB_ATOM_ATOM,
-               {typeOf(client, "WM_DELETE_WINDOW")});
+               {atom(client.get(), "WM_DELETE_WINDOW")});
     client.synchronize();
     EXPECT_FALSE(requestClose(asking, {42}));
     EXPECT_FALSE(requestClose(asking, {}));
@@ -113,7 +110,7 @@ TEST_F(WindowServerTest, AsksOnlyWindowsThatListenToClose) {
     ASSERT_EQ(event->response_type & 0x7F, XCB_CLIENT_MESSAGE);
     const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(*event);
     EXPECT_EQ(message.window, listening);
-    EXPECT_EQ(message.data.data32[0], typeOf(client, "WM_DELETE_WINDOW"));
+    EXPECT_EQ(message.data.data32[0], atom(client.get(), "WM_DELETE_WINDOW"));
 }
 
 TEST_F(WindowServerTest, TellsItsDisplays) {

@@ -6,19 +6,20 @@
 #include "Hosts/Linux/Desktop/IconTheme.h"
 #include "Hosts/Linux/Desktop/SettingsPanels.h"
 #include "Hosts/Linux/SystemClock.h"
+#include "tests/Support/Eventually.h"
+#include "tests/Support/Table.h"
 #include "tests/Support/TemporaryFolder.h"
 
 #include <algorithm>
 #include <filesystem>
 #include <gtest/gtest.h>
-#include <thread>
 
 namespace pacelet::Linux {
 namespace {
 
 namespace fs = std::filesystem;
+using pacelet::testing::rows;
 using pacelet::testing::TemporaryFolder;
-using Command = std::vector<std::string>;
 
 TEST(AppInstances, OneForEachMainProcess) {
     const auto process = [](std::int32_t pid, std::int32_t ppid, AppRole role,
@@ -56,36 +57,30 @@ TEST(AppInstances, OneForEachMainProcess) {
 
 TEST(Settings, LinksOpenTheDesktopsOwnPanels) {
     const auto commands = [](std::string_view url, const std::vector<std::string>& desktops) {
-        return settingsCommands(url, desktops);
+        std::string text;
+        for (const auto& command : settingsCommands(url, desktops)) {
+            text += fmt::format("{};", fmt::join(command, " "));
+        }
+        return text;
     };
-    const auto link = [](SettingsPane pane) { return rawValue(pane); };
-    EXPECT_EQ(commands(link(SettingsPane::battery), {"ubuntu", "GNOME"}),
-              (std::vector<Command>{{"gnome-control-center", "power"}}));
-    EXPECT_EQ(commands(link(SettingsPane::displays), {"KDE"}),
-              (std::vector<Command>{{"systemsettings", "kcm_kscreen"},
-                                    {"systemsettings5", "kcm_kscreen"},
-                                    {"kcmshell5", "kcm_kscreen"}}));
-    EXPECT_EQ(commands(link(SettingsPane::wifi), {"XFCE"}),
-              (std::vector<Command>{{"nm-connection-editor"}}));
+    EXPECT_EQ(commands(rawValue(SettingsPane::battery), {"ubuntu", "GNOME"}),
+              "gnome-control-center power;");
+    EXPECT_EQ(commands(rawValue(SettingsPane::displays), {"KDE"}),
+              "systemsettings kcm_kscreen;systemsettings5 kcm_kscreen;kcmshell5 kcm_kscreen;");
+    EXPECT_EQ(commands(rawValue(SettingsPane::wifi), {"XFCE"}), "nm-connection-editor;");
     for (const SettingsPaneRow& row : settingsPanes) {
         const bool isKnown = row.value != SettingsPane::automation;
         EXPECT_EQ(!commands(row.rawValue, {"KDE"}).empty(), isKnown) << row.rawValue;
-        EXPECT_TRUE(commands(row.rawValue, {}).empty());
-        EXPECT_TRUE(commands(row.rawValue, {"sway"}).empty());
-        EXPECT_TRUE(commands(std::string{row.rawValue} + "x", {"GNOME", "KDE"}).empty());
+        EXPECT_EQ(commands(row.rawValue, {}) + commands(row.rawValue, {"sway"}), "");
+        EXPECT_EQ(commands(std::string{row.rawValue} + "x", {"GNOME", "KDE"}), "");
     }
 }
 
 TEST(BundleIdentifiers, EachChromiumBrowserIsKnownByItsOwn) {
-    const std::pair<std::string_view, std::string_view> cases[] = {
-        {"google-chrome", "com.google.Chrome"},
-        {"brave-browser", "com.brave.Browser"},
-        {"microsoft-edge", "com.microsoft.edgemac"},
-        {"org.gnome.Maps", "org.gnome.Maps"},
-        {"", ""}};
-    for (const auto& [desktopID, identifier] : cases) {
-        EXPECT_EQ(bundleIdentifier(desktopID), identifier);
-    }
+    EXPECT_EQ(bundleIdentifier("google-chrome"), "com.google.Chrome");
+    EXPECT_EQ(bundleIdentifier("brave-browser"), "com.brave.Browser");
+    EXPECT_EQ(bundleIdentifier("microsoft-edge"), "com.microsoft.edgemac");
+    EXPECT_EQ(bundleIdentifier("org.gnome.Maps"), "org.gnome.Maps");
     for (const auto& row : knownIdentifiers) {
         EXPECT_TRUE(std::any_of(
             chromiumBrowsers.begin(), chromiumBrowsers.end(),
@@ -146,9 +141,7 @@ protected:
     }
     /// What a program that was started leaves behind.
     std::string writtenTo(const std::string& name) const {
-        for (int look = 0; look < 1000 && !folder.read(name).ends_with('\n'); ++look) {
-            std::this_thread::sleep_for(std::chrono::milliseconds{5});
-        }
+        pacelet::testing::eventually([&] { return folder.read(name).ends_with('\n'); });
         return folder.read(name);
     }
     std::string iconText(DesktopWorkspace& desktop, const std::string& bundle, int size) {
@@ -199,11 +192,10 @@ TEST_F(WorkspaceTest, OpensApplicationsAndAddresses) {
 TEST_F(WorkspaceTest, FindsIcons) {
     script("opt/draw/draw", "");
     const std::string exec = "Exec=\"" + path("opt/draw/draw") + "\"\n";
-    const std::pair<std::string, std::string> icons[] = {
-        {"Themed", "themed"},    {"Parent", "parent.png"},   {"Common", "common"},
-        {"Loose", "loose"},      {"Whole", path("own.svg")}, {"Missing", "missing"},
-        {"Escape", "../../own"}, {"Odd", path("own.txt")},   {"Empty", "blank"}};
-    for (const auto& [name, icon] : icons) {
+    for (auto [name, icon] : rows<2>("Desktop", "icons of entries")) {
+        if (icon.starts_with("(here)")) {
+            icon.replace(0, 6, folder.path().string());
+        }
         entry(name, "Name=" + name + "\n" + exec + "Icon=" + icon + "\n");
     }
     entry("Bare", "Name=Bare\n" + exec);
@@ -221,20 +213,9 @@ TEST_F(WorkspaceTest, FindsIcons) {
     folder.write("own.txt", "text");
     folder.write("config/gtk-3.0/settings.ini", "[Settings]\ngtk-icon-theme-name = \"mine\"\n");
     DesktopWorkspace desktop = workspace();
-    struct Case {
-        std::string name;
-        int size;
-        std::string picture;
-    };
-    for (const Case& each :
-         {Case{"Themed", 16, "mine/16/themed.png"}, Case{"Themed", 31, "mine/16/themed.png"},
-          Case{"Themed", 128, "mine/48/themed.svg"}, Case{"Parent", 48, "parent/48/parent.png"},
-          Case{"Common", 16, "hicolor/48/common.png"}, Case{"Loose", 48, "loose"},
-          Case{"Whole", 48, "own"}, Case{"Missing", 48, "(none)"}, Case{"Escape", 48, "(none)"},
-          Case{"Odd", 48, "(none)"}, Case{"Empty", 48, "(none)"}, Case{"Bare", 48, "(none)"},
-          Case{"None", 48, "(none)"}}) {
-        EXPECT_EQ(iconText(desktop, "/Applications/" + each.name + ".app", each.size), each.picture)
-            << each.name << ' ' << each.size;
+    for (const auto& [name, size, picture] : rows<3>("Desktop", "pictures for sizes")) {
+        EXPECT_EQ(iconText(desktop, "/Applications/" + name + ".app", std::stoi(size)), picture)
+            << name << ' ' << size;
     }
     // Another desktop's setting goes before it.
     folder.write("config/kdeglobals", "[Icons]\nTheme=parent\n");

@@ -1,6 +1,7 @@
 #include "Core/Internet/LinkReader.h"
 #include "Hosts/Linux/Network/NetworkLink.h"
 #include "Hosts/Linux/Network/PathReader.h"
+#include "tests/Support/Eventually.h"
 
 #include <condition_variable>
 #include <cstdlib>
@@ -54,13 +55,9 @@ std::size_t entriesOf(const char* folder) {
 
 /// Whether descriptors and threads come down to what they were.
 bool comesBackTo(std::size_t descriptors, std::size_t threads) {
-    for (const auto end = std::chrono::steady_clock::now() + patience;
-         std::chrono::steady_clock::now() < end; std::this_thread::sleep_for(1ms)) {
-        if (entriesOf("/proc/self/fd") <= descriptors && entriesOf("/proc/self/task") <= threads) {
-            return true;
-        }
-    }
-    return false;
+    return testing::eventually([&] {
+        return entriesOf("/proc/self/fd") <= descriptors && entriesOf("/proc/self/task") <= threads;
+    });
 }
 
 TEST(RoutePathMonitor, ReportsAtOnceAndLeavesNothingBehind) {

@@ -93,16 +93,14 @@ TEST(RouteTable, ChoosesTheRouteThatTrafficTakes) {
         std::vector<DefaultRoute> routes;
         std::string_view name;
     };
-    const std::vector<Row> rows{
-        {{}, ""},
-        {{{false, 0, 1}}, ""},
-        {{{false, 0, 9}}, ""},
-        {{{false, 600, 3}, {false, 100, 2}}, "wired"},
-        {{{false, 0, 1}, {false, 600, 3}}, "radio"},
-        {{{false, 100, 3}, {false, 100, 2}}, "radio"},
-        {{{true, 0, 3}, {false, 900, 2}}, "wired"},
-        {{{false, 0, 1}, {true, 1024, 3}}, "radio"},
-    };
+    const std::vector<Row> rows{{{}, ""},
+                                {{{false, 0, 1}}, ""},
+                                {{{false, 0, 9}}, ""},
+                                {{{false, 600, 3}, {false, 100, 2}}, "wired"},
+                                {{{false, 0, 1}, {false, 600, 3}}, "radio"},
+                                {{{false, 100, 3}, {false, 100, 2}}, "radio"},
+                                {{{true, 0, 3}, {false, 900, 2}}, "wired"},
+                                {{{false, 0, 1}, {true, 1024, 3}}, "radio"}};
     for (const Row& row : rows) {
         const Interface* chosen = defaultInterface(row.routes, interfaces);
         EXPECT_EQ(chosen == nullptr ? "" : chosen->name, row.name);

@@ -12,16 +12,14 @@ TEST(Motion, TheToolkitsSettingsTell) {
     const struct {
         std::string_view text;
         std::optional<bool> animations;
-    } rows[] = {
-        {"", {}},
-        {"[Settings]\ngtk-enable-animations=0\n", false},
-        {"# all\n[Settings]\n gtk-theme-name=x\n gtk-enable-animations = false\r\n", false},
-        {"[Settings]\ngtk-enable-animations=1\n", true},
-        {"[Settings]\ngtk-enable-animations=true\ngtk-enable-animations=0\n", false},
-        {"[Settings]\ngtk-enable-animations=maybe\n", {}},
-        {"[Other]\ngtk-enable-animations=0\n", {}},
-        {"gtk-enable-animations=0\n", {}},
-    };
+    } rows[] = {{"", {}},
+                {"[Settings]\ngtk-enable-animations=0\n", false},
+                {"# all\n[Settings]\n gtk-theme-name=x\n gtk-enable-animations = false\r\n", false},
+                {"[Settings]\ngtk-enable-animations=1\n", true},
+                {"[Settings]\ngtk-enable-animations=true\ngtk-enable-animations=0\n", false},
+                {"[Settings]\ngtk-enable-animations=maybe\n", {}},
+                {"[Other]\ngtk-enable-animations=0\n", {}},
+                {"gtk-enable-animations=0\n", {}}};
     for (const auto& row : rows) {
         EXPECT_EQ(animationsInSettings(row.text), row.animations) << row.text;
     }

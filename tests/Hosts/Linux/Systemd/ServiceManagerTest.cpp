@@ -31,14 +31,12 @@ struct Row {
     const char* active;
     const char* object;
 };
-constexpr std::array rows{
-    Row{"web.service", "loaded", "active", "web"},
-    Row{"gone.service", "not-found", "inactive", "gone"},
-    Row{"crash.service", "loaded", "failed", "crash"},
-    Row{"idle.service", "loaded", "inactive", "idle"},
-    Row{"once.service", "loaded", "active", "once"},
-    Row{"vanished.service", "loaded", "active", "vanished"},
-};
+constexpr std::array rows{Row{"web.service", "loaded", "active", "web"},
+                          Row{"gone.service", "not-found", "inactive", "gone"},
+                          Row{"crash.service", "loaded", "failed", "crash"},
+                          Row{"idle.service", "loaded", "inactive", "idle"},
+                          Row{"once.service", "loaded", "active", "once"},
+                          Row{"vanished.service", "loaded", "active", "vanished"}};
 
 int answerWithRows(sd_bus_message* call, void*, sd_bus_error*) {
     const char* pattern = nullptr;

@@ -1,4 +1,8 @@
 #include "Core/Sampling/PSParser.h"
+#include "Core/Sampling/PSProcessSource.h"
+#include "tests/Support/FakeKernel.h"
+#include "tests/Support/FakeToolRunner.h"
+#include "tests/Support/Table.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
@@ -33,50 +37,18 @@ TEST(PSParser, NamesProcessesByWhatFollowsTheLastSlash) {
 
 TEST(PSParser, SkipsBadLinesAndKeepsTheirNeighbours) {
     const std::string good = "7 1 501 ann 0:01.00 10 0.0 /bin/good";
-    const std::vector<std::string> bad{
-        "",
-        "   ",
-        "x 1 501 ann 0:01.00 10 0.0 /bin/a",
-        "2147483648 1 501 ann 0:01.00 10 0.0 /bin/a",
-        "7 1 -501 ann 0:01.00 10 0.0 /bin/a",
-        "7 1 4294967296 ann 0:01.00 10 0.0 /bin/a",
-        "7 1 501 two words 0:01.00 10 0.0 /bin/a",
-        "7 1 501 ann 1.00 10 0.0 /bin/a",
-        "7 1 501 ann 0:01,00 10 0.0 /bin/a",
-        "7 1 501 ann 0:01.00 10 0,0 /bin/a",
-        "7 1 501 ann 0:01.00 ten 0.0 /bin/a",
-        "7 1 501 ann 0:01.00 9223372036854775808 0.0 /bin/a",
-        "7 1 501 ann 0:01.00 10 nan /bin/a",
-        "7 1 501 ann 0:01.00 10 0.0",
-        "7 1 501 ann 0:01.00 10 0.0 ",
-        "7\t1 501 ann 0:01.00 10 0.0 /bin/a",
-    };
-    for (const std::string& line : bad) {
-        const auto samples = PSParser::parse(good + "\n" + line + "\n" + good + "\n");
+    for (const auto& [line] : testing::rows<1>("Sampling", "lines that are no process")) {
+        const auto samples = PSParser::parse(good + "\n\n" + line + "\n" + good + "\n");
         EXPECT_EQ(samples.size(), 2U) << line;
     }
     EXPECT_TRUE(PSParser::parse("").empty());
-    EXPECT_TRUE(PSParser::parse("\n\n").empty());
-}
-
-TEST(PSParserDeathTest, StopsOnAResidentSizeBeyond64Bits) {
     EXPECT_DEATH(PSParser::parse("7 1 501 ann 0:01.00 9223372036854775807 0.0 /bin/a"),
                  "a resident size exceeds 64 bits");
 }
 
 TEST(PSParser, FoldsCPUTimes) {
-    const std::vector<std::pair<std::string, std::optional<double>>> cases{
-        {"1:23.45", 83.45}, {"1:02:03", 3723.0}, {"0:00.00", 0.0},
-        {"1::30", 90.0},    {":1:30:", 90.0},    {"90", {}},
-        {"1:2:3:4", {}},    {"a:30", {}},        {"2-01:00:00", {}},
-        {"", {}},           {":", {}},           {"1: 30", {}},
-    };
-    for (const auto& [text, expected] : cases) {
-        const auto seconds = PSParser::cpuSeconds(text);
-        ASSERT_EQ(seconds.has_value(), expected.has_value()) << text;
-        if (expected) {
-            EXPECT_DOUBLE_EQ(*seconds, *expected) << text;
-        }
+    for (const auto& [text, seconds] : testing::rows<2>("Sampling", "CPU times")) {
+        EXPECT_EQ(testing::shown(PSParser::cpuSeconds(text)), seconds) << text;
     }
 }
 
@@ -103,6 +75,57 @@ TEST(PSParser, SurvivesAnyText) {
             RC_ASSERT(!sample.path.empty());
         }
     }));
+}
+
+class PSProcessSources : public ::testing::Test {
+protected:
+    void say(std::int32_t status, const std::string& output) {
+        tools.answer = [this, status, output](const auto&) {
+            clock.wall += Seconds{2};
+            return Shell::Output{status, output, "ignored"};
+        };
+    }
+    std::string lastCommand() const {
+        return tools.calls.back().executable +
+               fmt::format(" {}", fmt::join(tools.calls.back().arguments, " "));
+    }
+
+    testing::FakeClock clock;
+    testing::FakeToolRunner tools;
+};
+
+TEST_F(PSProcessSources, StampTheSnapshotWhenPSHasEnded) {
+    say(0, "7 1 501 ann 0:01.00 10 0.0 /bin/a\nbroken\n");
+    const Snapshot snapshot = PSProcessSource{tools, clock}.sample();
+    EXPECT_EQ(lastCommand(), "/bin/ps -axo pid=,ppid=,uid=,user=,time=,rss=,%cpu=,comm=");
+    EXPECT_EQ(snapshot.takenAt, clock.wall);
+    ASSERT_EQ(snapshot.processes.size(), 1U);
+    EXPECT_EQ(snapshot.processes[0].path, "/bin/a");
+}
+
+TEST_F(PSProcessSources, TellFailuresApart) {
+    say(1, "7 1 501 ann 0:01.00 10 0.0 /bin/a\n");
+    try {
+        PSProcessSource{tools, clock}.sample();
+        FAIL() << "a failing ps gave a snapshot";
+    } catch (const SamplerError& error) {
+        EXPECT_EQ(error, SamplerError::psFailed(1));
+        EXPECT_FALSE(error == SamplerError::psFailed(2));
+    }
+    tools.failToLaunch();
+    EXPECT_THROW((PSProcessSource{tools, clock}.sample()), LaunchError);
+    say(0, "no table at all\n");
+    EXPECT_TRUE((PSProcessSource{tools, clock}.sample().processes.empty()));
+}
+
+TEST_F(PSProcessSources, TakeTheOtherListsWhateverTheStatus) {
+    say(1, " 1 2 args\n");
+    EXPECT_EQ(PSProcessSource::argsListing(tools), " 1 2 args\n");
+    EXPECT_EQ(lastCommand(), "/bin/ps -axo pid=,rss=,args=");
+    say(1, "PID\tStatus\tLabel\n12\t0\tjob\n");
+    const auto jobs = PSProcessSource::launchctlList(tools);
+    EXPECT_EQ(jobs, (std::unordered_map<std::string, std::int32_t>{{"job", 12}}));
+    EXPECT_EQ(lastCommand(), "/bin/launchctl list");
 }
 
 } // namespace

@@ -1,6 +1,8 @@
 #include "Core/Sampling/AppGrouper.h"
-
+#include "Core/Sampling/SafetyGate.h"
+#include "Core/Sampling/Smoother.h"
 #include "tests/Support/Processes.h"
+#include "tests/Support/Table.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
@@ -11,6 +13,7 @@
 namespace pacelet {
 namespace {
 
+using testing::lone;
 using testing::me;
 using testing::usage;
 
@@ -32,12 +35,9 @@ TEST(AppGrouper, FindsTheOutermostBundle) {
 TEST(AppGrouper, FoldsHelpersIntoTheirApplication) {
     const std::string app = "/Applications/My.Fine.App.app";
     const auto groups = AppGrouper::group(
-        {
-            usage(1, app + "/Contents/Frameworks/Helper.app/Contents/MacOS/Helper", 30, 100),
-            usage(2, "/usr/sbin/cupsd", 5, 7),
-            usage(3, app + "/Contents/MacOS/Main", 1, 50),
-            usage(4, "/usr/sbin/cupsd", 5, 8),
-        },
+        {usage(1, app + "/Contents/Frameworks/Helper.app/Contents/MacOS/Helper", 30, 100),
+         usage(2, "/usr/sbin/cupsd", 5, 7), usage(3, app + "/Contents/MacOS/Main", 1, 50),
+         usage(4, "/usr/sbin/cupsd", 5, 8)},
         me);
     ASSERT_EQ(groups.size(), 3U);
     EXPECT_EQ(groups[0].id, app);
@@ -120,6 +120,39 @@ TEST(AppGrouper, LosesAndInventsNothing) {
         RC_ASSERT(std::set<std::int32_t>(pids.begin(), pids.end()).size() == pids.size());
         RC_ASSERT(sum == total);
     }));
+}
+
+TEST(SafetyGate, Decides) {
+    for (const auto& [path, name, user, policy, answer] :
+         testing::rows<5>("Sampling", "may be quit")) {
+        const bool isMine = user == "501";
+        EXPECT_EQ(SafetyGate::canQuit(isMine ? me : 0, me, path, name, policy == "regular"),
+                  answer == "yes")
+            << path << ' ' << name;
+    }
+    for (const std::string_view name : SafetyGate::denyNames) {
+        EXPECT_FALSE(SafetyGate::canQuit(me, me, "/x/y", name, true)) << name;
+    }
+}
+
+TEST(Smoother, AveragesOverAllTicksCountingAbsenceAsZero) {
+    const std::vector<Smoother::CPUByID> history{{{"pid:1", 30.0}, {"pid:2", 10.0}},
+                                                 {{"pid:2", 50.0}}};
+    const auto smoothed =
+        Smoother::average({lone(1, "/a", 99), lone(2, "/b", 50), lone(3, "/c", 40)}, history);
+    ASSERT_EQ(smoothed.size(), 3U);
+    EXPECT_EQ(smoothed[0].id, "pid:2");
+    EXPECT_EQ(smoothed[0].cpuPercent, 30);
+    EXPECT_EQ(smoothed[1].cpuPercent, 15);
+    EXPECT_EQ(smoothed[1].members.front().cpuPercent, 99) << "members keep the raw figures";
+    EXPECT_EQ(smoothed[2].cpuPercent, 0);
+
+    const std::vector<ProcessGroup> latest{lone(1, "/z", 1), lone(2, "/a", 2)};
+    EXPECT_EQ(Smoother::average(latest, {}), latest) << "no history leaves all as it is";
+    const std::vector<Smoother::CPUByID> flat{{{"pid:1", 5.0}, {"pid:2", 5.0}}};
+    EXPECT_EQ(Smoother::average(latest, flat)[0].id, "pid:1") << "ties keep their order";
+    const std::vector<ProcessGroup> twins{lone(1, "/a", 1), lone(1, "/a", 2)};
+    EXPECT_EQ(Smoother::cpuByID(twins), (Smoother::CPUByID{{"pid:1", 3.0}}));
 }
 
 } // namespace
