@@ -2,13 +2,32 @@
 
 #include "Core/Sampling/Shell.h"
 #include "PaceletApp/BrowserPanel/BrowserListing.h"
-#include "tests/PaceletApp/BrowserPanel/SampleTabs.h"
+#include "tests/PaceletApp/Support/Table.h"
 
 #include <gtest/gtest.h>
 
 namespace pacelet {
 namespace {
 
+/// A window of tabs with these titles; the first is active.
+BrowserWindow window(const std::string& id, const std::vector<std::string>& titles,
+                     std::optional<std::string> profile = {}) {
+    BrowserWindow made;
+    made.id = id;
+    made.profile = std::move(profile);
+    for (const std::string& title : titles) {
+        const std::string number = std::to_string(made.tabs.size());
+        made.tabs.push_back({id + "/" + number, id, number, title, "https://example.com/" + number,
+                             made.tabs.empty()});
+    }
+    return made;
+}
+
+BrowserWindow incognito(const std::string& id, const std::vector<std::string>& titles) {
+    BrowserWindow made = window(id, titles);
+    made.isIncognito = true;
+    return made;
+}
 using BrowserTexts::Message;
 using Kind = BrowserPhase::Kind;
 
@@ -21,26 +40,22 @@ TEST(BrowserTexts, speakOfTheBrowserByItsName) {
 }
 
 TEST(BrowserTexts, everyErrorHasItsMessage) {
+    const std::string unread = "Couldn't read your tabs.";
     const LaunchError missing{"/usr/bin/osascript",
                               std::make_error_code(std::errc::no_such_file_or_directory)};
-    const struct {
-        BrowserPhase phase;
-        Message message;
-    } rows[] = {
+    const Table<BrowserPhase, Message> rows = {
         {phaseAfter(BrowserError::notPermitted()),
          {"Pacelet needs permission to see your tabs.",
           "Turn on Google Chrome for Pacelet in System Settings > Privacy & Security > "
           "Automation, then try again."}},
         {phaseAfter(BrowserError::notRunning()),
          {"Google Chrome isn't running.", "Open it and try again."}},
-        {phaseAfter(BrowserError::failed("execution error: no (-1728)")),
-         {"Couldn't read your tabs.", "execution error: no (-1728)"}},
-        {phaseAfter(BrowserError::failed("")), {"Couldn't read your tabs.", ""}},
-        {phaseAfter(missing), {"Couldn't read your tabs.", missing.what()}},
+        {phaseAfter(BrowserError::failed("error: no (-1728)")), {unread, "error: no (-1728)"}},
+        {phaseAfter(missing), {unread, missing.what()}},
     };
-    for (const auto& row : rows) {
-        EXPECT_TRUE(row.phase.isFailure());
-        EXPECT_EQ(BrowserTexts::failure(row.phase, ChromiumBrowser::chrome), row.message);
+    for (const auto& [phase, message] : rows) {
+        EXPECT_TRUE(phase.isFailure());
+        EXPECT_EQ(BrowserTexts::failure(phase, ChromiumBrowser::chrome), message);
     }
     for (const Kind kind : {Kind::primer, Kind::loading, Kind::loaded}) {
         EXPECT_FALSE((BrowserPhase{kind, {}}.isFailure()));
@@ -49,52 +64,38 @@ TEST(BrowserTexts, everyErrorHasItsMessage) {
 
 TEST(BrowserTexts, countInEnglish) {
     using namespace BrowserTexts;
-    const struct {
-        std::string text;
-        const char* expected;
-    } rows[] = {
-        {counts(0, 0), "0 tabs in 0 windows"},
+    const Table<std::string, const char*> rows = {
         {counts(1, 1), "1 tabs in 1 window"},
         {counts(140, 9), "140 tabs in 9 windows"},
         {windowTabs(1), "· 1 tabs"},
         {extensions({1, 4567 * 1024}), "Extensions: 1 running, 4.5 MB"},
-        {extensions({}), "Extensions: 0 running, 0 KB"},
         {closeDuplicates(1), "Close 1 duplicate"},
         {closeDuplicates(2), "Close 2 duplicates"},
         {closeDuplicatesTitle(1), "Close 1 duplicate tab?"},
         {closeDuplicatesTitle(12), "Close 12 duplicate tabs?"},
-        {closeSelected(0), "Close selected (0)"},
         {closeSelectedTitle(1), "Close 1 tab?"},
         {closeSelectedTitle(3), "Close 3 tabs?"},
         {note(ChromiumBrowser::chrome, false),
          "Google Chrome doesn't share memory per tab, so totals are for the whole browser."},
-        {note(ChromiumBrowser::chrome, true),
-         "Google Chrome doesn't share memory per tab, so totals are for the whole browser. "
-         "Incognito windows are never touched."},
     };
-    for (const auto& row : rows) {
-        EXPECT_EQ(row.text, row.expected);
+    for (const auto& [text, expected] : rows) {
+        EXPECT_EQ(text, expected);
     }
 }
 
 TEST(BrowserTexts, nameFiveTabsAndCountTheOthers) {
     std::vector<BrowserTab> tabs;
-    const auto add = [&](std::string title, std::string url) {
-        tabs.push_back({"1/1", "1", "1", std::move(title), std::move(url), false});
-    };
     EXPECT_EQ(BrowserTexts::closeMessage(tabs), "");
-    add("", "https://Example.com:8080/a?b");
-    EXPECT_EQ(BrowserTexts::closeMessage(tabs), "Example.com");
-    add("", "about blank");
-    add("Inbox", "https://mail.example.com");
-    add("Chat", "https://chat.example.com");
-    add("News", "https://news.example.com");
-    const std::string five = "Example.com\nabout blank\nInbox\nChat\nNews";
-    EXPECT_EQ(BrowserTexts::closeMessage(tabs), five);
-    add("Map", "https://map.example.com");
-    EXPECT_EQ(BrowserTexts::closeMessage(tabs), five + "\nand 1 more");
-    add("Map", "https://map.example.com");
-    EXPECT_EQ(BrowserTexts::closeMessage(tabs), five + "\nand 2 more");
+    for (const auto& [title, url] : Table<std::string, std::string>{
+             {"", "https://Example.com:8080/a?b"}, {"", "about blank"}, {"C", ""}, {"D", ""}}) {
+        tabs.push_back({"1/1", "1", "1", title, url, false});
+    }
+    tabs.push_back({"1/1", "1", "1", "E", "https://e.example.com", false});
+    const std::string five = "Example.com\nabout blank\nC\nD\nE";
+    for (const char* const more : {"", "\nand 1 more", "\nand 2 more"}) {
+        EXPECT_EQ(BrowserTexts::closeMessage(tabs), five + more);
+        tabs.push_back(tabs.back());
+    }
 }
 
 TEST(BrowserTexts, mergeNamesTheProfileOnlyAmongSeveral) {
@@ -106,24 +107,19 @@ TEST(BrowserTexts, mergeNamesTheProfileOnlyAmongSeveral) {
     work.push_back(window("5", {"e"}, "Work"));
     work.push_back(window("6", {"f"}, "Work"));
     const std::vector<BrowserWindow> oneNamed{window("1", {"a"}, "Work"), window("2", {}, "Work")};
-    const struct {
-        const std::vector<BrowserWindow>& windows;
-        const char* label;
-        const char* title;
-        int count;
-    } rows[] = {
+    const Table<std::vector<BrowserWindow>, const char*, const char*, int> rows = {
         {lone, "Merge into one window", "Merge into one window?", 2},
         {oneNamed, "Merge into one window", "Merge into one window?", 2},
         {named, "Merge Default profile windows", "Merge your Default profile windows?", 2},
         {work, "Merge Work windows", "Merge your Work windows?", 3},
     };
-    for (const auto& row : rows) {
-        const BrowserListing listing{row.windows};
+    for (const auto& [windows, label, title, count] : rows) {
+        const BrowserListing listing{windows};
         ASSERT_TRUE(listing.plan);
-        EXPECT_EQ(BrowserTexts::merge(*listing.plan, listing.profiles), row.label);
-        EXPECT_EQ(BrowserTexts::mergeTitle(*listing.plan, listing.profiles), row.title);
+        EXPECT_EQ(BrowserTexts::merge(*listing.plan, listing.profiles), label);
+        EXPECT_EQ(BrowserTexts::mergeTitle(*listing.plan, listing.profiles), title);
         EXPECT_EQ(BrowserTexts::mergeMessage(*listing.plan),
-                  "Tabs from " + std::to_string(row.count) +
+                  "Tabs from " + std::to_string(count) +
                       " windows move into one. They'll reload. Other profiles and incognito "
                       "windows aren't touched.");
     }
@@ -131,13 +127,9 @@ TEST(BrowserTexts, mergeNamesTheProfileOnlyAmongSeveral) {
 
 TEST(TabsLook, leavesOutWhatThereIsNothingToSayOf) {
     const BrowserListing empty;
-    EXPECT_EQ(tabsLook(empty, ChromiumBrowser::chrome, {}, {}).counts, "0 tabs in 0 windows");
-    for (const QString& text : {tabsLook(empty, ChromiumBrowser::chrome, {}, {}).extensions,
-                                tabsLook(empty, ChromiumBrowser::chrome, {}, {}).closeDuplicates,
-                                tabsLook(empty, ChromiumBrowser::chrome, {}, {}).closeSelected,
-                                tabsLook(empty, ChromiumBrowser::chrome, {}, {}).merge}) {
-        EXPECT_EQ(text, "");
-    }
+    const TabsLook look = tabsLook(empty, ChromiumBrowser::chrome, {}, {});
+    EXPECT_EQ(look.counts, "0 tabs in 0 windows");
+    EXPECT_EQ(look.extensions + look.closeDuplicates + look.closeSelected + look.merge, "");
     // A selection of tabs that have all gone can still be dropped by its button.
     EXPECT_EQ(tabsLook(empty, ChromiumBrowser::chrome, {}, {"1/1"}).closeSelected,
               "Close selected (0)");

@@ -1,4 +1,5 @@
 #include "tests/PaceletApp/Support/Stage.h"
+#include "tests/PaceletApp/Support/Table.h"
 
 #include <QTest>
 
@@ -26,12 +27,7 @@ QByteArray dialog(bool destructive) {
 }
 
 TEST(AlertDialog, keysAnswerItAndTheHarmlessAnswerComesFirstWhereWorkMayBeLost) {
-    struct Case {
-        bool destructive;
-        std::vector<int> keys;
-        const char* answers;
-    };
-    const Case cases[] = {
+    const Table<bool, std::vector<int>, const char*> cases = {
         {false, {Qt::Key_Return}, "confirmed "},
         {false, {Qt::Key_Enter}, "confirmed "},
         {false, {Qt::Key_Escape}, "cancelled "},
@@ -41,13 +37,13 @@ TEST(AlertDialog, keysAnswerItAndTheHarmlessAnswerComesFirstWhereWorkMayBeLost) 
         {true, {Qt::Key_Escape}, "cancelled "},
         {true, {Qt::Key_Tab, Qt::Key_Return}, "confirmed "},
     };
-    for (const Case& each : cases) {
-        Stage stage{dialog(each.destructive)};
+    for (const auto& [destructive, keys, answers] : cases) {
+        Stage stage{dialog(destructive)};
         ASSERT_TRUE(QTest::qWaitFor([&] { return stage.focused() != "behind"; }));
-        for (const int key : each.keys) {
+        for (const int key : keys) {
             stage.press(key);
         }
-        EXPECT_EQ(stage.property("root", "answers").toString(), each.answers);
+        EXPECT_EQ(stage.property("root", "answers").toString(), answers);
     }
 }
 

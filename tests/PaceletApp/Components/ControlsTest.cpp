@@ -1,4 +1,5 @@
 #include "tests/PaceletApp/Support/Stage.h"
+#include "tests/PaceletApp/Support/Table.h"
 
 #include <QAccessible>
 #include <QTest>
@@ -44,12 +45,7 @@ TEST(Controls, sayWhatTheyAre) {
         Chip { objectName: "chip"; text: "All 3"; selected: true }
         Spinner { objectName: "spinner" }
         SegmentedControl { objectName: "segments"; title: "Sort"; options: ["CPU", "Memory"] })"};
-    struct Case {
-        const char* name;
-        QAccessible::Role role;
-        const char* spoken;
-    };
-    const Case cases[] = {
+    const Table<const char*, QAccessible::Role, const char*> cases = {
         {"button", QAccessible::Button, "Get started"},
         {"box", QAccessible::CheckBox, "Start at login"},
         {"switch", QAccessible::CheckBox, "Keep usage history"},
@@ -58,11 +54,11 @@ TEST(Controls, sayWhatTheyAre) {
         {"spinner", QAccessible::Animation, "Working"},
         {"segments", QAccessible::PageTabList, "Sort"},
     };
-    for (const Case& each : cases) {
-        QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(stage.find(each.name));
-        ASSERT_NE(spoken, nullptr) << each.name;
-        EXPECT_EQ(spoken->role(), each.role) << each.name;
-        EXPECT_EQ(spoken->text(QAccessible::Name), each.spoken);
+    for (const auto& [name, role, words] : cases) {
+        QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(stage.find(name));
+        ASSERT_NE(spoken, nullptr) << name;
+        EXPECT_EQ(spoken->role(), role) << name;
+        EXPECT_EQ(spoken->text(QAccessible::Name), words);
     }
 }
 

@@ -1,5 +1,6 @@
 #include "PaceletApp/Components/AppIconProvider.h"
 #include "tests/PaceletApp/Support/Stage.h"
+#include "tests/PaceletApp/Support/Table.h"
 
 #include <QBuffer>
 #include <QImage>
@@ -43,29 +44,24 @@ public:
 };
 
 TEST(ProcessIcon, showsTheIconOrElseATileAndAsksForNothingItDoesNotNeed) {
-    struct Case {
-        QByteArray path;
-        bool icon;
-        int asked;
-    };
-    const Case cases[] = {
-        {"", false, 0},
-        {"/Applications/Plain.app", false, 1},
-        {"/Applications/Broken.app", false, 1},
-        {"/Applications/50% Ä & B?#.app", true, 1},
-    };
-    for (const Case& each : cases) {
+    const Table<const char*, bool, int> cases = {{"", false, 0},
+                                                 {"/Applications/Plain.app", false, 1},
+                                                 {"/Applications/Broken.app", false, 1},
+                                                 {"/Applications/50% Ä & B?#.app", true, 1}};
+    for (const auto& each : cases) {
+        const auto& [path, hasIcon, asked] = each;
         IconsOnly workspace;
         Stage stage{"Loader { objectName: \"loader\"; sourceComponent: ProcessIcon {} }"};
         stage.engine().addImageProvider(QStringLiteral("appicon"), new AppIconProvider{workspace});
         QObject* icon = stage.property("loader", "item").value<QObject*>();
-        icon->setProperty("appPath", QString::fromUtf8(each.path));
-        const auto centre = [&] { return stage.view().grabWindow().pixel(3, 17); };
-        const QRgb red = qRgb(255, 0, 0);
-        EXPECT_EQ(QTest::qWaitFor([&] { return (centre() == red) == each.icon; }), true);
+        icon->setProperty("appPath", QString::fromUtf8(path));
+        const auto isAsExpected = [&, expected = hasIcon] {
+            return (stage.view().grabWindow().pixel(3, 17) == qRgb(255, 0, 0)) == expected;
+        };
+        EXPECT_TRUE(QTest::qWaitFor(isAsExpected));
         QTest::qWait(50);
-        EXPECT_EQ(centre() == red, each.icon) << each.path.constData();
-        EXPECT_EQ(workspace.asked, each.asked);
+        EXPECT_TRUE(isAsExpected()) << path;
+        EXPECT_EQ(workspace.asked, asked);
     }
 }
 

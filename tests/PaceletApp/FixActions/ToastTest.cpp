@@ -1,15 +1,12 @@
 #include "PaceletApp/FixActions/ToastClock.h"
 #include "tests/PaceletApp/FixActions/FixRig.h"
+#include "tests/PaceletApp/Support/Table.h"
 
 namespace pacelet::testing {
 namespace {
 
 TEST(FixTexts, TellEveryOutcomeWithAndWithoutAnApplication) {
-    const struct {
-        FixOutcome outcome;
-        std::string withApp;
-        std::string without;
-    } rows[] = {
+    const Table<FixOutcome, std::string, std::string> rows = {
         {FixOutcome::done(), "Done", "Done"},
         {FixOutcome::alreadyGone(), "Safari already quit", "It already quit"},
         {FixOutcome::stillRunning(), "Safari is still running", "It is still running"},
@@ -18,9 +15,9 @@ TEST(FixTexts, TellEveryOutcomeWithAndWithoutAnApplication) {
          "That app is protected, so Pacelet won't quit it."},
         {FixOutcome::failed("-1743"), "Couldn't finish: -1743", "Couldn't finish: -1743"},
     };
-    for (const auto& row : rows) {
-        EXPECT_EQ(FixTexts::report(row.outcome, "Safari"), row.withApp);
-        EXPECT_EQ(FixTexts::report(row.outcome, {}), row.without);
+    for (const auto& [outcome, withApp, without] : rows) {
+        EXPECT_EQ(FixTexts::report(outcome, "Safari"), withApp);
+        EXPECT_EQ(FixTexts::report(outcome, {}), without);
     }
     EXPECT_EQ(FixTexts::stuckTitle("Safari"), "Safari won't quit. Restart your Mac to clear it.");
     EXPECT_EQ(FixTexts::stuckTitle({}), "This app won't quit. Restart your Mac to clear it.");

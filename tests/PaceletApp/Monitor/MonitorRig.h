@@ -121,29 +121,34 @@ protected:
     const std::string notes = "/Applications/Notes.app";
 };
 
+/// The monitor's signals, with the names by which tests speak of them.
+inline const std::pair<void (Monitor::*)(), const char*> monitorSignals[] = {
+    {&Monitor::groupsChanged, "groups"},
+    {&Monitor::signalsChanged, "signals"},
+    {&Monitor::resultChanged, "result"},
+    {&Monitor::lastCheckedChanged, "lastChecked"},
+    {&Monitor::errorChanged, "error"},
+    {&Monitor::spotlightBusySinceChanged, "spotlightBusySince"},
+    {&Monitor::explanationsChanged, "explanations"},
+    {&Monitor::cpuHistoryChanged, "cpuHistory"},
+    {&Monitor::memoryChanged, "memory"},
+    {&Monitor::isPausedChanged, "isPaused"},
+    {&Monitor::windowVisibleChanged, "windowVisible"},
+    {&Monitor::menuOpenChanged, "menuOpen"},
+    {&Monitor::stuckAppChanged, "stuckApp"},
+    {&Monitor::backgroundItemsChanged, "backgroundItems"},
+    {&Monitor::macChanged, "mac"},
+    {&Monitor::keepHistoryChanged, "keepHistory"},
+};
+
 /// The names of the monitor's signals in the order in which they came.
 class Notifications : public QObject {
 public:
     explicit Notifications(Monitor& monitor) {
-        const auto record = [&](auto signal, const char* name) {
-            connect(&monitor, signal, this, [this, name] { names.emplace_back(name); });
-        };
-        record(&Monitor::groupsChanged, "groups");
-        record(&Monitor::signalsChanged, "signals");
-        record(&Monitor::resultChanged, "result");
-        record(&Monitor::lastCheckedChanged, "lastChecked");
-        record(&Monitor::errorChanged, "error");
-        record(&Monitor::spotlightBusySinceChanged, "spotlightBusySince");
-        record(&Monitor::explanationsChanged, "explanations");
-        record(&Monitor::cpuHistoryChanged, "cpuHistory");
-        record(&Monitor::memoryChanged, "memory");
-        record(&Monitor::isPausedChanged, "isPaused");
-        record(&Monitor::windowVisibleChanged, "windowVisible");
-        record(&Monitor::menuOpenChanged, "menuOpen");
-        record(&Monitor::stuckAppChanged, "stuckApp");
-        record(&Monitor::backgroundItemsChanged, "backgroundItems");
-        record(&Monitor::macChanged, "mac");
-        record(&Monitor::keepHistoryChanged, "keepHistory");
+        for (const auto& each : monitorSignals) {
+            connect(&monitor, each.first, this,
+                    [this, name = each.second] { names.emplace_back(name); });
+        }
     }
 
     std::vector<std::string> take() { return std::exchange(names, {}); }

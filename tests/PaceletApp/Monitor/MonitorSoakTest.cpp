@@ -134,22 +134,13 @@ protected:
         finishWork(); // what is being written is on the disk, or lost, by then
         diskFails_ = false;
         mac.machine.clearFailures();
-        switch (below(6)) {
-        case 0:
-            mac.machine.inject(ToolMissing{"/bin/ps"});
-            break;
-        case 1:
-            mac.machine.inject(ToolFails{"/bin/ps", 1, {}});
-            break;
-        case 2:
-            mac.machine.inject(ToolPrints{"/bin/ps", "\xff rubbish\n"});
-            break;
-        case 3:
-            mac.machine.inject(FolderUnwritable{monitor->usageStore().directory});
-            diskFails_ = true;
-            break;
-        default:
-            break;
+        const std::size_t which = static_cast<std::size_t>(below(6));
+        const Failure failures[] = {ToolMissing{"/bin/ps"}, ToolFails{"/bin/ps", 1, {}},
+                                    ToolPrints{"/bin/ps", "\xff rubbish\n"},
+                                    FolderUnwritable{monitor->usageStore().directory}};
+        if (which < std::size(failures)) {
+            mac.machine.inject(failures[which]);
+            diskFails_ = which == 3;
         }
     }
 

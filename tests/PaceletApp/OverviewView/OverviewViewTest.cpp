@@ -26,31 +26,24 @@ struct Shown {
     }
 };
 
-TEST(OverviewView, showsTheStateOfTheMachineInWords) {
+TEST(OverviewView, changesWithWhatIsKnown) {
     SampleMachine machine{2};
+    machine.lastChecked.reset();
     Shown shown{machine};
-    EXPECT_THAT(shown.stage.texts(),
-                IsSupersetOf({"Overview", "Understand what's happening on your Mac.",
-                              "Live · checked 2s ago", "Your Mac is running smoothly.",
-                              "Nothing is slowing your Mac down right now.", "CPU load",
-                              "Across all CPU cores", "What's using your CPU", "App 0", "50.0%",
-                              "Safe to quit"}));
+    EXPECT_THAT(shown.stage.texts(), IsSupersetOf({"Checking your Mac…", "Checking…"}));
+    machine.lastChecked = fromUnixTime(100);
+    machine.showOn(shown.model);
+    EXPECT_THAT(shown.stage.texts(), IsSupersetOf({"Live · checked 2s ago",
+                                                   "Nothing is slowing your Mac down right now.",
+                                                   "App 0", "50.0%", "Safe to quit"}));
     EXPECT_THAT(shown.stage.texts(), Not(Contains(testing::StartsWith("And "))));
 
     machine.add(FindingKind::cpuHog, Severity::high, FixID::quitApp, machine.groups[0].id);
     machine.add(FindingKind::spotlight, Severity::low, {}, {}, "Settles by itself");
-    machine.paused = true;
     machine.showOn(shown.model);
-    EXPECT_THAT(shown.stage.texts(),
-                IsSupersetOf({"Cause 0.", "More of it.", "And 1 more cause", "Cause 1.",
-                              "Settles by itself", "Paused", "Resume"}));
+    EXPECT_THAT(shown.stage.texts(), IsSupersetOf({"Cause 0.", "More of it.", "And 1 more cause",
+                                                   "Cause 1.", "Settles by itself"}));
     EXPECT_THAT(shown.stage.texts(), Not(Contains("Your Mac is running smoothly.")));
-
-    machine.lastChecked.reset();
-    machine.paused = false;
-    machine.showOn(shown.model);
-    EXPECT_THAT(shown.stage.texts(), IsSupersetOf({"Checking your Mac…", "Checking…"}));
-    EXPECT_THAT(shown.stage.texts(), Not(Contains("Cause 0.")));
 }
 
 TEST(OverviewView, itsButtonsReachTheModel) {
@@ -61,17 +54,12 @@ TEST(OverviewView, itsButtonsReachTheModel) {
     QSignalSpy paused{shown.model.badge(), &LiveBadgeModel::pauseToggled};
     QSignalSpy all{&shown.model, &OverviewModel::allProcessesWanted};
     std::string asked;
-    QObject::connect(&shown.model, &OverviewModel::fixWanted,
-                     [&asked](FixID fix, const std::optional<std::string>& group) {
-                         asked += std::string{rawValue(fix)} + " " + group.value_or("-") + "; ";
-                     });
-    shown.stage.clickText("Pause");
-    shown.stage.clickText("All processes");
-    shown.stage.clickText("Quit App 0");
-    shown.stage.clickText("Free up space");
-    shown.stage.clickText("Quit App 2");
-    EXPECT_EQ(paused.count(), 1);
-    EXPECT_EQ(all.count(), 1);
+    record(shown.model, asked);
+    for (const char* const button :
+         {"Pause", "All processes", "Quit App 0", "Free up space", "Quit App 2"}) {
+        shown.stage.clickText(QString::fromUtf8(button));
+    }
+    EXPECT_EQ(paused.count() + all.count(), 2);
     EXPECT_EQ(asked, "quitApp /Applications/App 0.app; openTidyvault -; "
                      "quitApp /Applications/App 2.app; ");
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "PaceletApp/OverviewView/OverviewModel.h"
+#include "tests/PaceletApp/Support/SampleGroup.h"
 
 #include <map>
 #include <string>
@@ -20,12 +21,10 @@ struct SampleMachine {
 
     explicit SampleMachine(std::size_t apps = 0) {
         for (std::size_t number = 0; number < apps; ++number) {
-            ProcessGroup group;
-            group.displayName = "App " + std::to_string(number);
+            const double cpu = 50.0 - static_cast<double>(number);
+            ProcessGroup group =
+                sampleGroup({sampleUsage(1, "App " + std::to_string(number), cpu)}, true);
             group.id = "/Applications/" + group.displayName + ".app";
-            group.members.resize(1);
-            group.cpuPercent = 50.0 - static_cast<double>(number);
-            group.quittable = true;
             Explanation& explanation = explanations[group.id];
             explanation.summary = "Says hello.";
             explanation.verdict = Verdict::safe;
@@ -58,5 +57,13 @@ struct SampleMachine {
         model.badge()->show(paused, lastChecked, now);
     }
 };
+
+/// Writes down each fix that the user asks for, and of which group.
+inline void record(OverviewModel& model, std::string& asked) {
+    QObject::connect(&model, &OverviewModel::fixWanted,
+                     [&asked](FixID fix, const std::optional<std::string>& group) {
+                         asked += std::string{rawValue(fix)} + " " + group.value_or("-") + "; ";
+                     });
+}
 
 } // namespace pacelet

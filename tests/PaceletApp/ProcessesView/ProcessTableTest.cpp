@@ -1,5 +1,6 @@
 #include "PaceletApp/ProcessesView/ProcessTable.h"
 #include "tests/PaceletApp/ProcessesView/SampleGroups.h"
+#include "tests/PaceletApp/Support/Table.h"
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
@@ -102,38 +103,28 @@ TEST(ProcessTable, makesTheRowsInViewAndTurnsThemOver) {
 }
 
 TEST(ProcessTable, keepsWhatIsReadInPlace) {
-    struct Case {
-        const char* what;
-        int open; ///< group, from 0; -1 for none
-        double y;
-        std::size_t changing; ///< this group's CPU
-        double to;
-        double y2;
+    // The view begins at this row, and this much lower; the CPU of a group changes.
+    const Table<const char*, int, double, double, std::size_t, double, double> cases = {
+        {"a row above moves below the view", -1, 20, 0, 2, 1, 20},
+        {"a row below moves above the view", -1, 20, 9, 60, 5000, 20},
+        {"the open row above the view moves", 2, 20, 300, 2, 990.5, 20},
+        {"the open row above moves below", 2, 20, 300, 2, 1, 20 - 300 / rowHeight},
+        {"the open row below moves above", 60, 20, 0, 60, 5000, 20 + 300 / rowHeight},
+        {"the open row at the edge moves away", 19, 20, 0, 19, 950.5, 50},
+        {"its panel is at the edge, and it moves", 19, 20, 200, 19, 5000, 1},
+        {"the open row in the view moves", 22, 20, 0, 22, 970.5, 20},
+        {"the view is at its top", 2, 0, 0, 2, 1, 0},
     };
-    const Case cases[] = {
-        {"a row above moves below the view", -1, 20 * rowHeight, 2, 1, 20 * rowHeight},
-        {"a row below moves above the view", -1, 20 * rowHeight + 9, 60, 5000, 20 * rowHeight + 9},
-        {"the open row above the view moves", 2, 20 * rowHeight + 300, 2, 990.5,
-         20 * rowHeight + 300},
-        {"the open row above moves below", 2, 20 * rowHeight + 300, 2, 1, 20 * rowHeight},
-        {"the open row below moves above", 60, 20 * rowHeight, 60, 5000, 20 * rowHeight + 300},
-        {"the open row at the edge moves away", 19, 20 * rowHeight, 19, 950.5, 50 * rowHeight},
-        {"its panel is at the edge, and it moves", 19, 20 * rowHeight + 200, 19, 5000,
-         rowHeight + 200},
-        {"the open row in the view moves", 22, 20 * rowHeight, 22, 970.5, 20 * rowHeight},
-        {"the view is at its top", 2, 0, 2, 1, 0},
-    };
-    for (const Case& each : cases) {
+    for (const auto& [what, open, row, lower, changing, to, rowAfter] : cases) {
         Viewed viewed{100};
-        if (each.open >= 0) {
-            const double place = (each.open + 1) * rowHeight;
-            viewed.scroll(place);
-            viewed.open("pid:" + std::to_string(each.open + 1));
+        if (open >= 0) {
+            viewed.scroll((open + 1) * rowHeight);
+            viewed.open("pid:" + std::to_string(open + 1));
         }
-        viewed.scroll(each.y);
-        viewed.setCPU(each.changing, each.to);
+        viewed.scroll(row * rowHeight + lower);
+        viewed.setCPU(changing, to);
         viewed.tick();
-        EXPECT_EQ(viewed.y, each.y2) << each.what;
+        EXPECT_NEAR(viewed.y, rowAfter * rowHeight + lower, 1e-9) << what;
     }
 }
 
@@ -159,26 +150,18 @@ TEST(ProcessTable, aPressedRowStaysUnderThePointer) {
 }
 
 TEST(ProcessTable, bringsTheOpenRowToTheTopOnceSizesAreKnown) {
-    ProcessTable table;
-    SampleGroups sample;
-    for (int number = 0; number < 30; ++number) {
-        sample.add("x", 100 - number);
-    }
-    double y = 0;
-    QObject::connect(&table, &ProcessTable::scrolled, &table, [&](double to) {
-        y = to;
-        table.setView(y, 400);
-    });
-    table.show(visibleEntries(sample.entries(), {}), "pid:28");
-    table.scrollToOpen();
-    table.setView(0, 400);
+    Viewed viewed{30, 0};
+    viewed.table.show(visibleEntries(viewed.sample.entries(), {}), "pid:28");
+    viewed.table.scrollToOpen();
+    viewed.height = 400;
+    viewed.scroll(0);
     // Near the end of the list there is not enough below it until its panel is there.
-    EXPECT_EQ(y, 31 * rowHeight - 400);
-    table.setPanelHeight(500);
-    EXPECT_EQ(y, 28 * rowHeight);
-    table.setView(5, 400);
-    table.setPanelHeight(600);
-    EXPECT_EQ(y, 28 * rowHeight) << "whoever scrolls on is left alone";
+    EXPECT_EQ(viewed.y, 31 * rowHeight - 400);
+    viewed.table.setPanelHeight(500);
+    EXPECT_EQ(viewed.y, 28 * rowHeight);
+    viewed.scroll(5);
+    viewed.table.setPanelHeight(600);
+    EXPECT_EQ(viewed.y, 5) << "whoever scrolls on is left alone";
 }
 
 TEST(ProcessTable, theKeyboardKeepsToItsProcess) {

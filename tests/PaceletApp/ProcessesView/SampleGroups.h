@@ -1,11 +1,11 @@
 #pragma once
 
 #include "PaceletApp/ProcessesView/ProcessEntry.h"
+#include "tests/PaceletApp/Support/SampleGroup.h"
 
 #include <cstdint>
 #include <map>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace pacelet {
@@ -15,19 +15,17 @@ struct SampleGroups {
     std::vector<ProcessGroup> groups;
     std::map<std::string, Explanation> explanations;
 
-    ProcessGroup& add(std::string name, double cpu = 0, std::int64_t memory = 0,
-                      Verdict verdict = Verdict::review, std::vector<std::string> helpers = {}) {
-        ProcessGroup group;
-        group.id = "pid:" + std::to_string(groups.size() + 1);
-        group.cpuPercent = cpu;
-        group.memoryBytes = memory;
-        helpers.insert(helpers.begin(), name);
-        for (std::string& member : helpers) {
-            group.members.emplace_back().name = std::move(member);
+    ProcessGroup& add(const std::string& name, double cpu = 0, std::int64_t memory = 0,
+                      Verdict verdict = Verdict::review,
+                      const std::vector<std::string>& helpers = {}) {
+        std::vector<ProcessUsage> members{
+            sampleUsage(static_cast<std::int32_t>(groups.size()) + 1, name, cpu, memory)};
+        for (const std::string& helper : helpers) {
+            members.push_back(sampleUsage(0, helper));
         }
-        group.displayName = std::move(name);
+        const ProcessGroup group = sampleGroup(members);
         explanations[group.id].verdict = verdict;
-        return groups.emplace_back(std::move(group));
+        return groups.emplace_back(group);
     }
 
     std::vector<ProcessEntry> entries() const {

@@ -87,6 +87,19 @@ TEST_F(MenuTest, IsWalkedByKeys) {
     ASSERT_TRUE(QTest::qWaitForWindowActive(app().settings()));
 }
 
+TEST_F(MenuTest, TheSidebarLeadsFromScreenToScreenAndNotBehindAQuestion) {
+    probe->clickText("Usage");
+    EXPECT_EQ(app().router().screen(), Screen::usage);
+    probe->press(Qt::Key_Tab);
+    probe->press(Qt::Key_Return);
+    EXPECT_NE(app().router().screen(), Screen::usage);
+    const Screen there = app().router().screen();
+    app().actions().perform(FixID::restartMac, nullptr);
+    ASSERT_TRUE(comesUp("Restart your Mac?"));
+    probe->clickText("Background Items");
+    EXPECT_EQ(app().router().screen(), there);
+}
+
 TEST_F(MenuTest, ClosesTheWindow) {
     openMenu();
     probe->clickText("Close window");

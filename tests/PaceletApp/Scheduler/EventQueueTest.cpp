@@ -4,6 +4,7 @@
 #include <rapidcheck.h>
 
 #include <algorithm>
+#include <numeric>
 #include <vector>
 
 namespace pacelet {
@@ -18,9 +19,7 @@ TEST(EventQueue, RunsWhatIsDueInOrderAndKeepsTheOrderOfArrivalOfOneMoment) {
         const auto dues = *rc::gen::container<std::vector<int>>(rc::gen::inRange(0, 6));
         const int now = *rc::gen::inRange(-1, 7);
         std::vector<std::size_t> order(dues.size());
-        for (std::size_t index = 0; index < order.size(); ++index) {
-            order[index] = index;
-        }
+        std::iota(order.begin(), order.end(), std::size_t{0});
         std::ranges::stable_sort(order, {}, [&](std::size_t index) { return dues[index]; });
         std::erase_if(order, [&](std::size_t index) { return dues[index] > now; });
 

@@ -1,7 +1,6 @@
 #include "PaceletApp/Scheduler/VirtualScheduler.h"
 
 #include "PaceletApp/Scheduler/Detach.h"
-#include "PaceletApp/Scheduler/Heartbeat.h"
 #include "tests/Support/FakeKernel.h"
 
 #include <gtest/gtest.h>
@@ -28,15 +27,6 @@ protected:
     QCoro::Task<> sleeper(std::string name, double seconds, CancellationToken token = {}) {
         const bool passed = co_await scheduler->sleep(Seconds{seconds}, token);
         note(name + (passed ? " slept" : " cancelled"));
-    }
-
-    QCoro::Task<> worker(std::string name) {
-        auto work = scheduler->runInBackground([this, name] {
-            note(name + " works");
-            return name + " done";
-        });
-        const std::string result = co_await work;
-        note(result);
     }
 
     FakeClock clock;
@@ -78,47 +68,12 @@ TEST_F(VirtualSchedulerTest, ACancelledSleepEndsAtOnceButNotInsideTheCancelling)
     EXPECT_EQ(scheduler->pendingSleeps(), 0U);
 }
 
-TEST_F(VirtualSchedulerTest, DroppingTheSourceCancelsAndATokenMayOutliveIt) {
-    auto source = std::make_unique<CancellationSource>();
-    const CancellationToken token = source->token();
-    detach(sleeper("a", 30, token));
-    source.reset();
-    EXPECT_TRUE(token.isCancelled());
-    EXPECT_FALSE(CancellationToken{}.isCancelled());
-    scheduler->settle();
-    EXPECT_EQ(seen, (Seen{"0 a cancelled"}));
-}
-
-TEST_F(VirtualSchedulerTest, WorkEndsAtItsMomentAndOthersActInTheMiddleOfIt) {
-    scheduler->setBackgroundDuration(Seconds{4});
-    detach(worker("job"));
-    detach(sleeper("sleeper", 2));
-    EXPECT_EQ(scheduler->pendingJobs(), 1U);
-    scheduler->advance(Seconds{4});
-    EXPECT_EQ(seen, (Seen{"2 sleeper slept", "4 job works", "4 job done"}));
-    EXPECT_EQ(scheduler->pendingJobs(), 0U);
-}
-
 TEST_F(VirtualSchedulerTest, NothingRunsWhileTheMachineSleepsAndAllThatFellDueRunsAfterwards) {
     detach(sleeper("a", 30));
     scheduler->suspend(Seconds{100});
     EXPECT_TRUE(seen.empty());
     scheduler->settle();
     EXPECT_EQ(seen, (Seen{"100 a slept"}));
-}
-
-TEST_F(VirtualSchedulerTest, CarriesWhatTheWorkThrows) {
-    auto failing = [this]() -> QCoro::Task<> {
-        auto work = scheduler->runInBackground([] { throw std::out_of_range{"beyond"}; });
-        try {
-            co_await work;
-        } catch (const std::out_of_range& error) {
-            note(error.what());
-        }
-    };
-    detach(failing());
-    scheduler->settle();
-    EXPECT_EQ(seen, (Seen{"0 beyond"}));
 }
 
 TEST_F(VirtualSchedulerTest, ClosingUnwindsAllThatWaits) {
@@ -150,23 +105,6 @@ TEST_F(VirtualSchedulerTest, AnExceptionThatNobodyCatchesStopsTheProgram) {
             scheduler->advance(Seconds{1});
         },
         "a task of the UI thread failed: lost");
-}
-
-TEST_F(VirtualSchedulerTest, AHeartbeatBeatsWhileItIsActiveOnly) {
-    int beats = 0;
-    Heartbeat heartbeat{*scheduler, [] { return Seconds{5}; }, [&] { ++beats; }};
-    scheduler->advance(Seconds{60});
-    EXPECT_EQ(beats, 0);
-    heartbeat.setActive(true);
-    heartbeat.setActive(true);
-    scheduler->advance(Seconds{14.9});
-    EXPECT_EQ(beats, 2);
-    heartbeat.setActive(false);
-    scheduler->settle();
-    EXPECT_EQ(scheduler->pendingSleeps(), 0U);
-    heartbeat.setActive(true);
-    scheduler->advance(Seconds{5.1});
-    EXPECT_EQ(beats, 3);
 }
 
 } // namespace

