@@ -85,7 +85,7 @@ std::uint32_t iconColour(sd_bus* bus, const std::string& item) {
 }
 
 TEST(BusTray, ShowsTheDotAndOpensThePanelAtThePointer) {
-    const PrivateBus daemon;
+    PrivateBus daemon;
     const DesktopSession desktop;
     if (!daemon.runs() || !desktop.isUp()) {
         GTEST_SKIP() << "no desktop to start";

@@ -3,7 +3,7 @@
 #include "Hosts/Linux/X11/Connection.h"
 #include "tests/Support/PrivateDisplay.h"
 #include "tests/Support/TemporaryFolder.h"
-#include "tests/programs/ChildProgram.h"
+#include "tests/Support/ChildProgram.h"
 
 #include <cstdint>
 #include <initializer_list>

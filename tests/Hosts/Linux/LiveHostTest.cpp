@@ -2,7 +2,7 @@
 #include "Core/Sampling/PSParser.h"
 #include "Core/Sampling/PSProcessSource.h"
 #include "Hosts/Linux/LinuxHost.h"
-#include "tests/Support/Eventually.h"
+#include "tests/Support/ChildProgram.h"
 
 #include <array>
 #include <csignal>
@@ -10,7 +10,6 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <map>
-#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -105,23 +104,17 @@ TEST(LiveHost, HeldFilesBelongToTheProcessAndNotToItsNumber) {
     const FolderReader proc{"/proc"};
     ReadBuffer buffer;
     for (const bool mayHold : {true, false}) {
-        const pid_t child = ::fork();
-        ASSERT_GE(child, 0);
-        if (child == 0) {
-            ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-            ::pause();
-            ::_exit(0);
-        }
+        pacelet::testing::ChildProgram child{{"/bin/sleep", "60"}, {}};
         ProcessFiles files;
         for (int look = 0; look < 2; ++look) {
-            const auto glance = files.look(proc, child, mayHold, buffer);
+            const auto glance = files.look(proc, child.pid(), mayHold, buffer);
             ASSERT_TRUE(glance);
             EXPECT_EQ(glance->uid, ::geteuid());
-            EXPECT_EQ(parseProcStat(glance->stat)->pid, child);
+            EXPECT_EQ(parseProcStat(glance->stat)->pid, child.pid());
         }
-        ::kill(child, SIGKILL);
-        ::waitpid(child, nullptr, 0);
-        EXPECT_FALSE(files.look(proc, child, mayHold, buffer));
+        ::kill(child.pid(), SIGKILL);
+        EXPECT_EQ(child.end(), -SIGKILL);
+        EXPECT_FALSE(files.look(proc, child.pid(), mayHold, buffer));
         // Another process has the number now, as far as these files can tell.
         EXPECT_EQ(parseProcStat(files.look(proc, ::getpid(), mayHold, buffer)->stat)->pid,
                   ::getpid());

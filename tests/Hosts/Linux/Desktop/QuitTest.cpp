@@ -3,7 +3,7 @@
 #include "Core/Sampling/PSProcessSource.h"
 #include "Hosts/Linux/Desktop/RunningCopy.h"
 #include "Hosts/Linux/LinuxHost.h"
-#include "tests/Support/Eventually.h"
+#include "tests/Support/ChildProgram.h"
 #include "tests/Support/Processes.h"
 #include "tests/Support/TemporaryFolder.h"
 
@@ -13,7 +13,6 @@
 #include <gtest/gtest.h>
 #include <linux/sched.h>
 #include <stdexcept>
-#include <sys/prctl.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <thread>
@@ -28,38 +27,18 @@ using pacelet::testing::TemporaryFolder;
 enum class Manners { obedient, stubborn };
 
 /// A program that waits to be ended, as our child.
-class Program {
+class Program : public pacelet::testing::ChildProgram {
 public:
-    Program(const std::string& path, Manners manners) : pid_{::fork()} {
-        if (pid_ == 0) {
-            ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-            // What is ignored stays so in the program that is run next.
-            ::signal(SIGTERM, manners == Manners::stubborn ? SIG_IGN : SIG_DFL);
-            ::execl(path.c_str(), path.c_str(), "60", nullptr);
-            ::_exit(127);
-        }
-    }
-    Program(const Program&) = delete;
-    Program& operator=(const Program&) = delete;
-    ~Program() {
-        if (!isReaped_) {
-            ::kill(pid_, SIGKILL);
-            wait();
-        }
-    }
+    Program(const std::string& path, Manners manners)
+        : ChildProgram{
+              manners == Manners::obedient
+                  ? std::vector<std::string>{path, "60"}
+                  // What is ignored stays so in the program that is run next.
+                  : std::vector<std::string>{"/bin/sh", "-c", "trap '' TERM; exec \"$0\" 60", path},
+              {}} {}
 
-    std::int32_t pid() const { return pid_; }
-
-    /// Waits for its end, once only. The signal that ended it; 0 when it ended by itself.
-    int wait() {
-        int status = 0;
-        isReaped_ = ::waitpid(pid_, &status, 0) == pid_;
-        return WIFSIGNALED(status) ? WTERMSIG(status) : 0;
-    }
-
-private:
-    pid_t pid_;
-    bool isReaped_ = false;
+    /// Waits for its end: the signal that ended it, or 0.
+    int wait() { return -end().value_or(0); }
 };
 
 /// This machine with a menu of one application, "Sleeper".

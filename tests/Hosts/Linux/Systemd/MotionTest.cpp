@@ -69,7 +69,7 @@ TEST(Motion, ThePortalCountsBeforeTheSettings) {
     folder.write("gtk-4.0/settings.ini", "[Settings]\ngtk-theme-name=x\n");
     EXPECT_TRUE(prefersReducedMotion(config)) << "the newer file says nothing of it";
 
-    const pacelet::testing::PrivateBus daemon;
+    pacelet::testing::PrivateBus daemon;
     if (!daemon.runs()) {
         GTEST_SKIP() << "no bus daemon is installed";
     }

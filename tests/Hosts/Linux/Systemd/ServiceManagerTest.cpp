@@ -108,7 +108,7 @@ private:
 };
 
 TEST(ServiceManager, TellsLoadedServicesAndTheirProcesses) {
-    const pacelet::testing::PrivateBus daemon;
+    pacelet::testing::PrivateBus daemon;
     if (!daemon.runs()) {
         GTEST_SKIP() << "no bus daemon is installed";
     }
@@ -169,7 +169,7 @@ private:
 };
 
 TEST(SleepWatcher, TellsSleepAndWakeOnTheUIThread) {
-    const pacelet::testing::PrivateBus daemon;
+    pacelet::testing::PrivateBus daemon;
     if (!daemon.runs()) {
         GTEST_SKIP() << "no bus daemon is installed";
     }
