@@ -34,6 +34,11 @@ const ProcessCatalog catalog{{
      {}},
 }};
 
+/// A virtual machine.
+ProcessGroup guest(std::int32_t pid, double load) {
+    return lone(pid, std::string{Diagnosis::virtualizationPrefix} + "XPC/VirtualMachine", load);
+}
+
 /// A quiet machine that the tests upset.
 struct Machine : DiagnosisInput {
     Machine() {
@@ -52,6 +57,10 @@ struct Machine : DiagnosisInput {
         signals.diskFreeBytes = freeGB * decimalGB;
         signals.diskTotalBytes = totalGB * decimalGB;
     }
+    void press(Pressure pressure, std::vector<ProcessGroup> groupsNow) {
+        signals.pressure = pressure;
+        running = std::move(groupsNow);
+    }
     void upFor(double seconds, std::int64_t swap) {
         signals.uptime = seconds;
         signals.swapUsedBytes = swap;
@@ -63,9 +72,7 @@ struct Machine : DiagnosisInput {
         }
     }
     void virtualize(std::vector<ProcessGroup> others) {
-        const std::string path =
-            std::string{Diagnosis::virtualizationPrefix} + "XPC/VirtualMachine";
-        running = {lone(1, path, 300)};
+        running = {guest(1, 300)};
         running.insert(running.end(), others.begin(), others.end());
     }
 
@@ -83,47 +90,35 @@ TEST(Diagnosis, SaysWhatItFound) {
     const std::vector<ProcessGroup> eaters{lone(1, "/usr/sbin/huge", 5, 9 * GiB),
                                            app("Small", 4, GiB), app("First", 3, 3 * GiB),
                                            app("Second", 2, 3 * GiB)};
+    const std::vector<ProcessGroup> analysts{lone(1, "/x/photoanalysisd", 20),
+                                             lone(2, "/x/mediaanalysisd", 300)};
+    const std::vector<ProcessGroup> browsers{app("Microsoft Edge", 300, GiB, 12),
+                                             app("Brave Browser", 50, 1, 1)};
     const std::pair<const char*, Upset> cases[] = {
         {"stuck app", [](auto& m) { m.stuckApp = "Photo Tool"; }},
         {"warm", [](auto& m) { m.signals.thermal = Thermal::warm; }},
         {"hot", [](auto& m) { m.signals.thermal = Thermal::hot; }},
         {"very hot", [](auto& m) { m.signals.thermal = Thermal::veryHot; }},
         {"swap", [](auto& m) { m.signals.swapUsedBytes = 4 * GiB + 1; }},
-        {"pressure, the first of the largest to quit",
-         [&](auto& m) {
-             m.signals.pressure = Pressure::elevated;
-             m.running = eaters;
-         }},
-        {"critical pressure, nothing to quit",
-         [&](auto& m) {
-             m.signals.pressure = Pressure::critical;
-             m.running = {eaters[0]};
-         }},
+        {"memory pressure", [&](auto& m) { m.press(Pressure::elevated, eaters); }},
+        {"critical pressure", [&](auto& m) { m.press(Pressure::critical, {eaters[0]}); }},
         {"indexing", [](auto& m) { m.index({}); }},
         {"indexing for three hours", [](auto& m) { m.index(10800); }},
         {"indexing for longer", [](auto& m) { m.index(10800.5); }},
-        {"photos",
-         [](auto& m) {
-             m.running = {lone(1, "/x/photoanalysisd", 20), lone(2, "/x/mediaanalysisd", 300)};
-         }},
+        {"photos", [&](auto& m) { m.running = analysts; }},
         {"window server", [](auto& m) { m.running = {lone(1, "/x/WindowServer", 395)}; }},
         {"browser", [](auto& m) { m.running = {app("Google Chrome", 45, 1'500'000'000)}; }},
-        {"two browsers",
-         [](auto& m) {
-             m.running = {app("Microsoft Edge", 300, GiB, 12), app("Brave Browser", 50, 1, 1)};
-         }},
+        {"two browsers", [&](auto& m) { m.running = browsers; }},
         {"hog of the system", [](auto& m) { m.running = {lone(1, "/x/hog", 80)}; }},
         {"hog of the user", [](auto& m) { m.running = {app("Tower", 120)}; }},
         {"hog with a fix", [](auto& m) { m.running = {app("Indexer", 120)}; }},
         {"hog left alone", [](auto& m) { m.running = {unquittable(app("Indexer", 120))}; }},
-        {"two virtual machines of one host",
+        {"two virtual machines",
          [](auto& m) {
-             m.virtualize({lone(2, std::string{Diagnosis::virtualizationPrefix} + "x", 250),
-                           app("Docker", 2)});
+             m.virtualize({guest(2, 250), app("Docker", 2)});
          }},
         {"host left alone", [](auto& m) { m.virtualize({unquittable(app("Docker", 2))}); }},
-        {"virtual machine without a host",
-         [](auto& m) { m.virtualize({lone(3, "/x/Docker", 0)}); }},
+        {"no host", [](auto& m) { m.virtualize({lone(3, "/x/Docker", 0)}); }},
         {"disk almost full", [](auto& m) { m.disk(12, 100); }},
         {"disk getting full", [](auto& m) { m.disk(15, 151); }},
         {"large disk getting full", [](auto& m) { m.disk(40, 1000); }},
