@@ -23,8 +23,4 @@ std::string_view rawValue(ItemScope scope) {
     return rowOf(scopes, scope).rawValue;
 }
 
-std::optional<ItemScope> itemScopeFromRawValue(std::string_view rawValue) {
-    return fromRawValue<ItemScope>(scopes, rawValue);
-}
-
 } // namespace pacelet

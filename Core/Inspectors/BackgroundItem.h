@@ -11,7 +11,6 @@ namespace pacelet {
 enum class ItemScope { userAgent, systemAgent, systemDaemon, appBundled };
 
 std::string_view rawValue(ItemScope scope);
-std::optional<ItemScope> itemScopeFromRawValue(std::string_view rawValue);
 
 /// Something that is set up to run without being asked. All texts are UTF-8; bytes of a file or
 /// its name that are none are replaced by U+FFFD.
