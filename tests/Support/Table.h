@@ -9,9 +9,9 @@
 #include <string_view>
 #include <vector>
 
-/// Examples that stand in text files, tests/fixtures/tables/*.txt: a section starts with "== name",
-/// a remark with "# "; every other line is a row of fields between bars, blanks around a field
-/// dropped. \n, \r, \t, \\, \| and \xNN stand for what they say, \_ for a blank, \- for nothing.
+/// Tables of examples, tests/fixtures/tables/*.txt. A table starts with "== name", a remark with
+/// "# "; every other line is a row of fields between bars, blanks around a field dropped.
+/// \n, \r, \t, \\, \| and \xNN stand for what they say, \_ for a blank, \- for nothing.
 namespace pacelet::testing {
 
 template<std::size_t count>
@@ -53,22 +53,22 @@ std::array<std::string, count> fieldsOf(const std::string& line) {
     return fields;
 }
 
-/// The rows of one section of tests/fixtures/tables/`file`.txt; never none.
+/// The rows of one table of tests/fixtures/tables/`file`.txt; never none.
 template<std::size_t count>
 std::vector<std::array<std::string, count>> rows(const std::string& file,
-                                                 const std::string& section) {
+                                                 const std::string& table) {
     std::ifstream stream{PACELET_FIXTURES "/tables/" + file + ".txt", std::ios::binary};
     std::vector<std::array<std::string, count>> found;
     bool isInside = false;
     for (std::string line; std::getline(stream, line);) {
         if (line.starts_with("== ")) {
-            isInside = line == "== " + section;
+            isInside = line == "== " + table;
         } else if (isInside && !line.empty() && !line.starts_with("# ")) {
             found.push_back(fieldsOf<count>(line));
         }
     }
     if (found.empty()) {
-        throw std::invalid_argument{"no rows of " + section + " in " + file};
+        throw std::invalid_argument{"no rows of " + table + " in " + file};
     }
     return found;
 }
