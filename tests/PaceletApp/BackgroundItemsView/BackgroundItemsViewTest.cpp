@@ -1,15 +1,8 @@
 #include "Hosts/Simulated/Scenarios/Scenarios.h"
 #include "tests/PaceletApp/Support/ApplicationRig.h"
 
-#include <gmock/gmock.h>
-
 namespace pacelet::testing {
 namespace {
-
-using ::testing::AllOf;
-using ::testing::Contains;
-using ::testing::IsSupersetOf;
-using ::testing::Not;
 
 constexpr const char* launchctl = "/bin/launchctl";
 
@@ -66,15 +59,7 @@ TEST_F(BackgroundItemsViewTest, FollowsTheFiguresOfWhatRuns) {
     open(Screen::backgroundItems);
     pass(3);
     ASSERT_THAT(probe->texts(), Not(Contains("250% · 300 MB")));
-    {
-        const auto held = mac().machine.lock();
-        Simulated::Process tool = *held->processes.find("OptionsAgent");
-        tool.pid = 0;
-        tool.path = "/usr/local/bin/tool";
-        tool.load = {.percent = 250};
-        tool.footprint = 300 << 20;
-        held->processes.spawn(tool);
-    }
+    spawn("/usr/local/bin/tool", 250, 300 << 20);
     pass(70);
     EXPECT_TRUE(comesUp("250% · 300 MB"));
     {

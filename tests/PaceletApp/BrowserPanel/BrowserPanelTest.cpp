@@ -3,14 +3,8 @@
 #include "tests/PaceletApp/Support/ApplicationRig.h"
 #include "tests/PaceletApp/Support/Table.h"
 
-#include <gmock/gmock.h>
-
 namespace pacelet::testing {
 namespace {
-
-using ::testing::Contains;
-using ::testing::IsSupersetOf;
-using ::testing::Not;
 
 const std::string chrome = "com.google.Chrome";
 const std::string primerKey = "primer.automation." + chrome;
@@ -147,7 +141,7 @@ TEST_F(BrowserPanelTest, EveryErrorLeadsToItsMessageAndBack) {
     }
     probe->clickText("Open Automation settings");
     EXPECT_THAT(
-        mac().machine.lock()->records.openedURLs,
+        openedURLs(),
         Contains("x-apple.systempreferences:com.apple.preference.security?Privacy_Automation"));
     mac().machine.clearFailures();
     probe->press(Qt::Key_Tab);

@@ -4,9 +4,6 @@
 namespace pacelet::testing {
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
-
 using FixActionsTest = FixRig;
 
 const Question restartQuestion{"Restart your Mac?",
@@ -109,7 +106,7 @@ TEST_F(FixActionsTest, ANewDialogReplacesTheLastOneAndHasItsOwnIdentity) {
         perform(fix, groupOf(notes));
         const QUuid id = actions->confirmation()->id;
         EXPECT_FALSE(id.isNull());
-        EXPECT_THAT(ids, ::testing::Not(::testing::Contains(id)));
+        EXPECT_THAT(ids, Not(Contains(id)));
         ids.push_back(id);
     }
     accept();

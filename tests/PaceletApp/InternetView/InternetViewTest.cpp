@@ -3,18 +3,10 @@
 #include "tests/PaceletApp/Support/ApplicationRig.h"
 #include "tests/PaceletApp/Support/Table.h"
 
-#include <gmock/gmock.h>
-
 #include <thread>
 
 namespace pacelet::testing {
 namespace {
-
-using ::testing::AllOf;
-using ::testing::Contains;
-using ::testing::IsSupersetOf;
-using ::testing::Not;
-using ::testing::StartsWith;
 
 constexpr const char* nettop = "/usr/bin/nettop";
 constexpr const char* networkQuality = "/usr/bin/networkQuality";
@@ -114,7 +106,7 @@ TEST_F(InternetViewTest, HasItsWordsForEveryLink) {
     EXPECT_FALSE(probe->shows(healthy));
     probe->clickText("Wi-Fi settings");
     settle();
-    EXPECT_EQ(mac().machine.lock()->records.openedURLs.size(), 1U);
+    EXPECT_EQ(openedURLs().size(), 1U);
 }
 
 TEST_F(InternetViewTest, FoldsHelpersIntoTheirApplication) {

@@ -1,11 +1,7 @@
 #include "tests/PaceletApp/Support/ApplicationRig.h"
 
-#include <gmock/gmock.h>
-
 namespace pacelet::testing {
 namespace {
-
-using ::testing::IsSupersetOf;
 
 constexpr const char* title = "Find out why your Mac is slow";
 

@@ -3,31 +3,19 @@
 #include "PaceletApp/Websites.h"
 #include "tests/PaceletApp/Support/Table.h"
 
-#include <gmock/gmock.h>
-
 #include <algorithm>
 #include <string>
 
 namespace pacelet::testing {
 namespace {
 
-using ::testing::AllOf;
-using ::testing::Contains;
-using ::testing::IsSupersetOf;
-using ::testing::Not;
-
 class ProcessDetailTest : public ApplicationRig {
 protected:
     /// Opens the panel of the group of this name.
     void explain(std::string_view name) {
-        const auto& groups = app().monitor().groups();
-        const auto found = std::ranges::find(groups, name, &ProcessGroup::displayName);
-        ASSERT_NE(found, groups.end()) << name;
-        app().router().setExpandedID(found->id);
+        app().router().setExpandedID(groupNamed(name).id);
         open(Screen::processes);
     }
-
-    std::vector<std::string> opened() { return mac().machine.lock()->records.openedURLs; }
 };
 
 TEST_F(ProcessDetailTest, tellsTheStoryOfAnApplication) {
@@ -41,28 +29,21 @@ TEST_F(ProcessDetailTest, tellsTheStoryOfAnApplication) {
                               "Why it gets busy", "Busiest parts (151 processes)",
                               "Google Chrome Helper (GPU)", "Review tabs", "Read the full guide"}));
     probe->clickText("Read the full guide");
-    EXPECT_THAT(opened(), Contains(std::string{paceletWebsite} + "/process/chrome"));
+    EXPECT_THAT(openedURLs(), Contains(std::string{paceletWebsite} + "/process/chrome"));
     probe->clickText("Review tabs");
     EXPECT_EQ(app().router().browser(), ChromiumBrowser::chrome);
 }
 
 TEST_F(ProcessDetailTest, saysNoMoreThanIsKnown) {
     launch("quiet");
-    {
-        const auto world = mac().machine.lock();
-        Simulated::Process process;
-        process.user = Simulated::ann;
-        process.path = "/opt/x/unheard-of";
-        process.load.percent = 300;
-        world->processes.spawn(process);
-    }
+    spawn("/opt/x/unheard-of", 300);
     open();
     pass(9);
     explain("unheard-of");
     EXPECT_THAT(probe->texts(),
                 AllOf(Contains("We don't have an explanation for this process yet."),
                       Not(Contains("Why it gets busy")), Not(Contains("Read the full guide")),
-                      Not(Contains(::testing::StartsWith("Busiest parts")))));
+                      Not(Contains(StartsWith("Busiest parts")))));
 }
 
 TEST_F(ProcessDetailTest, findsWhatKeepsSpotlightBusy) {

@@ -3,12 +3,8 @@
 
 #include <QSignalSpy>
 
-#include <gmock/gmock.h>
-
 namespace pacelet::testing {
 namespace {
-
-using ::testing::IsSupersetOf;
 
 TEST(MenuEntries, HaveTheirKeysAndWaitForTheUpdater) {
     for (const bool can : {true, false}) {

@@ -4,12 +4,8 @@
 #include "tests/PaceletApp/Support/Stage.h"
 #include "tests/PaceletApp/Support/Table.h"
 
-#include <gmock/gmock.h>
-
 namespace pacelet::testing {
 namespace {
-
-using ::testing::IsSupersetOf;
 
 constexpr const char* question = "Clear usage history?";
 
