@@ -88,19 +88,15 @@ TEST(AppUpdater, FollowsWhetherItCanCheck) {
 
 TEST(FixTexts, TellEveryOutcomeWithAndWithoutAnApplication) {
     const Table<FixOutcome, std::string, std::string> rows = {
-        {FixOutcome::done(), "Done", "Done"},
         {FixOutcome::alreadyGone(), "Safari already quit", "It already quit"},
         {FixOutcome::stillRunning(), "Safari is still running", "It is still running"},
-        {FixOutcome::cancelled(), "Cancelled", "Cancelled"},
         {FixOutcome::refused(), "Safari is protected, so Pacelet won't quit it.",
          "That app is protected, so Pacelet won't quit it."},
-        {FixOutcome::failed("-1743"), "Couldn't finish: -1743", "Couldn't finish: -1743"},
     };
     for (const auto& [outcome, withApp, without] : rows) {
         EXPECT_EQ(FixTexts::report(outcome, "Safari"), withApp);
         EXPECT_EQ(FixTexts::report(outcome, {}), without);
     }
-    EXPECT_EQ(FixTexts::stuckTitle("Safari"), "Safari won't quit. Restart your Mac to clear it.");
     EXPECT_EQ(FixTexts::stuckTitle({}), "This app won't quit. Restart your Mac to clear it.");
 }
 
