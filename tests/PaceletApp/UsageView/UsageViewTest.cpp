@@ -140,10 +140,8 @@ TEST_F(UsageViewTest, AnotherRangeIsLoadedAtOnceAndTheOldOneDropped) {
     pass(1.5); // what was under way for seven days has come, and is dropped
     EXPECT_EQ(charts.count(), 0);
     EXPECT_EQ(bars(), 25U);
-    EXPECT_TRUE(probe->shows("Average CPU load"));
     pass(1);
     EXPECT_EQ(charts.count(), 1);
-    EXPECT_EQ(model->cpuChart().bars.back().right, 1);
     EXPECT_LT(bars(), 5U);
     // The same range again starts nothing.
     const auto jobs = scheduler().pendingJobs();
