@@ -6,7 +6,6 @@
 
 #include <QCollator>
 
-
 namespace pacelet::testing {
 namespace {
 
