@@ -3,14 +3,8 @@
 #include "tests/PaceletApp/Support/ApplicationRig.h"
 #include "tests/PaceletApp/Support/Table.h"
 
-#include <gmock/gmock.h>
-
 namespace pacelet::testing {
 namespace {
-
-using ::testing::Contains;
-using ::testing::IsSupersetOf;
-using ::testing::Not;
 
 const std::string chrome = "com.google.Chrome";
 const std::string primerKey = "primer.automation." + chrome;
@@ -113,16 +107,6 @@ TEST_F(BrowserPanelTest, ExplainsItselfBeforeItFirstTouchesTheBrowser) {
     EXPECT_TRUE(comesUp("Let Pacelet see your Brave Browser tabs"));
 }
 
-TEST_F(BrowserPanelTest, ListsWhatIsOpen) {
-    show();
-    EXPECT_THAT(probe->texts(),
-                IsSupersetOf({"Extensions: 6 running, 726.7 MB", "Close 25 duplicates",
-                              "Merge Work windows", "Work", "· 31 tabs", "Done"}));
-    EXPECT_THAT(probe->texts(), Contains(::testing::EndsWith("windows are never touched.")));
-    EXPECT_EQ(model()->rows()->rowCount(), 149);
-    EXPECT_EQ(model()->extensions(), (ExtensionUsage{6, model()->extensions()->memoryBytes}));
-}
-
 TEST_F(BrowserPanelTest, EveryErrorLeadsToItsMessageAndBack) {
     const char* const unread = "Couldn't read your tabs.";
     const Table<Simulated::Failure, const char*, const char*> rows = {
@@ -147,7 +131,7 @@ TEST_F(BrowserPanelTest, EveryErrorLeadsToItsMessageAndBack) {
     }
     probe->clickText("Open Automation settings");
     EXPECT_THAT(
-        mac().machine.lock()->records.openedURLs,
+        openedURLs(),
         Contains("x-apple.systempreferences:com.apple.preference.security?Privacy_Automation"));
     mac().machine.clearFailures();
     probe->press(Qt::Key_Tab);
@@ -157,6 +141,7 @@ TEST_F(BrowserPanelTest, EveryErrorLeadsToItsMessageAndBack) {
 
 TEST_F(BrowserPanelTest, ClosesDuplicatesOnceConfirmed) {
     show();
+    EXPECT_TRUE(probe->shows("Extensions: 6 running, 726.7 MB"));
     probe->clickText("Close 25 duplicates");
     EXPECT_TRUE(comesUp("Close 25 duplicate tabs?"));
     const QUuid first = model()->confirm()->id;
@@ -220,11 +205,11 @@ TEST_F(BrowserPanelTest, IncognitoTabsStayOutOfReach) {
     mac().machine.lock()->browsers.at(chrome).windows[0].incognito = true;
     show();
     EXPECT_TRUE(probe->shows("Incognito (not touched)"));
+    EXPECT_THAT(probe->texts(), Contains(::testing::EndsWith("windows are never touched.")));
     probe->clickText("Secret");
-    model()->select(1, true);
-    model()->select(0, true);
-    model()->select(99, true);
-    model()->select(-1, true);
+    for (const int row : {1, 0, 99, -1}) {
+        model()->select(row, true);
+    }
     EXPECT_TRUE(model()->selected().empty());
     probe->clickText("Open");
     EXPECT_EQ(model()->selected().size(), 1U);

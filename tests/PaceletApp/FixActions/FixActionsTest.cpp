@@ -1,11 +1,10 @@
 #include "tests/PaceletApp/FixActions/FixRig.h"
 #include "tests/PaceletApp/Support/Table.h"
 
+#include <set>
+
 namespace pacelet::testing {
 namespace {
-
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 using FixActionsTest = FixRig;
 
@@ -27,13 +26,11 @@ TEST_F(FixActionsTest, OpensTheSettingsAndAsksNothing) {
         {FixID::openBatterySettings, "Battery-Settings.extension"},
         {FixID::openWiFiSettings, "wifi-settings-extension"},
     };
-    const ProcessGroup group = groupOf(notes);
     for (const auto& [fix, page] : rows) {
-        for (const ProcessGroup* given : {static_cast<const ProcessGroup*>(nullptr), &group}) {
-            mac.machine.lock()->records.openedURLs.clear();
-            actions->perform(fix, given);
-            EXPECT_THAT(mac.machine.lock()->records.openedURLs, ElementsAre(prefix + page));
-        }
+        perform(fix);
+        perform(fix, groupOf(notes));
+        EXPECT_THAT(std::exchange(mac.machine.lock()->records.openedURLs, {}),
+                    ElementsAre(prefix + page, prefix + page));
     }
     EXPECT_FALSE(question() || actions->toast() || actions->stuckAlert() || router.expandedID());
     EXPECT_EQ(router.screen(), Screen::overview);
@@ -103,14 +100,11 @@ TEST_F(FixActionsTest, AsksBeforeWhatCouldLoseWork) {
 }
 
 TEST_F(FixActionsTest, ANewDialogReplacesTheLastOneAndHasItsOwnIdentity) {
-    std::vector<QUuid> ids;
+    std::set<QUuid> ids{QUuid{}};
     for (const FixID fix : {FixID::rebuildSpotlightIndex, FixID::rebuildSpotlightIndex,
                             FixID::quitApp, FixID::restartMac}) {
         perform(fix, groupOf(notes));
-        const QUuid id = actions->confirmation()->id;
-        EXPECT_FALSE(id.isNull());
-        EXPECT_THAT(ids, ::testing::Not(::testing::Contains(id)));
-        ids.push_back(id);
+        EXPECT_TRUE(ids.insert(actions->confirmation()->id).second);
     }
     accept();
     const auto records = mac.machine.lock()->records;

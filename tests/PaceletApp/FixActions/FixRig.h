@@ -3,8 +3,6 @@
 #include "PaceletApp/FixActions/FixActions.h"
 #include "tests/PaceletApp/Monitor/MonitorRig.h"
 
-#include <gmock/gmock.h>
-
 #include <memory>
 #include <optional>
 #include <ostream>

@@ -4,8 +4,6 @@ namespace pacelet::testing {
 namespace {
 
 using Simulated::QuitHabit;
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 class QuitTest : public FixRig {
 protected:

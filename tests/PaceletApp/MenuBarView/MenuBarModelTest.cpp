@@ -6,12 +6,8 @@
 
 #include <QSignalSpy>
 
-#include <gmock/gmock.h>
-
 namespace pacelet::testing {
 namespace {
-
-using ::testing::ElementsAre;
 
 class MenuBarModelTest : public FixRig {
 protected:

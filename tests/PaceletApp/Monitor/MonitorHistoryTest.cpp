@@ -1,7 +1,5 @@
 #include "tests/PaceletApp/Monitor/MonitorRig.h"
 
-#include <gmock/gmock.h>
-
 #include <filesystem>
 #include <fstream>
 
@@ -41,7 +39,7 @@ TEST_F(MonitorHistory, AWriteThatFailsIsLoggedAndItsRecordLost) {
     startUp();
     mac.machine.inject(Simulated::FolderUnwritable{folder()});
     advance(60);
-    EXPECT_THAT(logged(), ::testing::ElementsAre(::testing::StartsWith("history write failed: ")));
+    EXPECT_THAT(logged(), ElementsAre(StartsWith("history write failed: ")));
     EXPECT_EQ(monitor->error(), std::nullopt);
     mac.machine.clearFailures();
     advance(60);

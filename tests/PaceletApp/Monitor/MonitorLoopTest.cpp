@@ -1,13 +1,10 @@
 #include "tests/PaceletApp/Monitor/MonitorRig.h"
 #include "tests/PaceletApp/Support/Table.h"
 
-#include <gmock/gmock.h>
-
 namespace pacelet::testing {
 namespace {
 
 using ::testing::DoubleNear;
-using ::testing::Each;
 
 using MonitorLoop = MonitorRig;
 

@@ -3,8 +3,7 @@
 #include "Hosts/Simulated/SimulatedMac.h"
 #include "PaceletApp/Monitor/Monitor.h"
 #include "PaceletApp/Scheduler/VirtualScheduler.h"
-
-#include <gtest/gtest.h>
+#include "tests/PaceletApp/Support/Matchers.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -1,7 +1,5 @@
 #include "tests/PaceletApp/Monitor/MonitorRig.h"
 
-#include <gmock/gmock.h>
-
 #include <cmath>
 #include <malloc.h>
 #include <map>

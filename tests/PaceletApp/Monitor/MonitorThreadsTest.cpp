@@ -3,8 +3,6 @@
 #include "PaceletApp/Scheduler/RealScheduler.h"
 #include "tests/PaceletApp/Monitor/MonitorRig.h"
 
-#include <gtest/gtest.h>
-
 #include <QCoreApplication>
 
 #include <chrono>

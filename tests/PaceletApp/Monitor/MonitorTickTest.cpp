@@ -1,7 +1,6 @@
 #include "Core/Diagnosis/Diagnosis.h"
 #include "tests/PaceletApp/Monitor/MonitorRig.h"
 
-#include <gmock/gmock.h>
 #include <rapidcheck/gtest.h>
 
 #include <set>
@@ -9,10 +8,6 @@
 
 namespace pacelet::testing {
 namespace {
-
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
-using ::testing::SizeIs;
 
 using MonitorTick = MonitorRig;
 
@@ -82,7 +77,7 @@ TEST_F(MonitorTick, AFailureKeepsThePictureAndTheNextGoodTickSpansTheGap) {
     EXPECT_TRUE(pictureOf(*monitor) == good);
     const std::vector<std::string> lines = logged();
     ASSERT_THAT(lines, SizeIs(2));
-    EXPECT_THAT(lines, ::testing::Each(::testing::StartsWith("sample failed: ")));
+    EXPECT_THAT(lines, Each(StartsWith("sample failed: ")));
     EXPECT_NE(lines[0], lines[1]);
 
     setLoad("Notes", 110);
@@ -141,9 +136,8 @@ TEST_F(MonitorTick, TellsEachChangeOnceAndOnlyWhenTheWholeTickIsSet) {
         scheduler.settle();
     }
     const std::vector<std::string> names = notifications.take();
-    EXPECT_THAT(names, ::testing::Contains("cpuHistory"));
-    EXPECT_THAT(names, ::testing::Not(::testing::Contains(
-                           ::testing::AnyOf("lastChecked", "memory", "result"))));
+    EXPECT_THAT(names, Contains("cpuHistory"));
+    EXPECT_THAT(names, Not(Contains(::testing::AnyOf("lastChecked", "memory", "result"))));
 }
 
 TEST_F(MonitorTick, TellsSettersOnlyOfChanges) {

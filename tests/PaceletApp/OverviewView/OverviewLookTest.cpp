@@ -12,6 +12,8 @@
 namespace pacelet {
 namespace {
 
+using namespace std::string_literals;
+
 TEST(LiveText, tellsTheAgeInWholeSecondsAndNeverBelowNone) {
     const std::optional<TimePoint> never;
     const TimePoint now = fromUnixTime(86400);
@@ -29,13 +31,12 @@ TEST(LiveText, tellsTheAgeInWholeSecondsAndNeverBelowNone) {
 }
 
 TEST(ReadingsLook, wordsAndTonesFollowTheState) {
-    const Table<Pressure, Thermal, const char*> cases = {
+    const char* const hot = " macOS reports elevated heat";
+    const Table<Pressure, Thermal, std::string> cases = {
         {Pressure::normal, Thermal::normal, "Normal green Normal green Running at full speed"},
-        {Pressure::elevated, Thermal::warm,
-         "Elevated amber Warm amber macOS reports elevated heat"},
-        {Pressure::critical, Thermal::hot, "Critical red Hot red macOS reports elevated heat"},
-        {Pressure::normal, Thermal::veryHot,
-         "Normal green Very hot red macOS reports elevated heat"},
+        {Pressure::elevated, Thermal::warm, "Elevated amber Warm amber"s + hot},
+        {Pressure::critical, Thermal::hot, "Critical red Hot red"s + hot},
+        {Pressure::normal, Thermal::veryHot, "Normal green Very hot red"s + hot},
     };
     for (const auto& [pressure, thermal, words] : cases) {
         SystemSignals signals;
@@ -44,12 +45,10 @@ TEST(ReadingsLook, wordsAndTonesFollowTheState) {
         signals.cpuLoadPercent = 12.6;
         signals.memoryTotalBytes = std::int64_t{16} << 30;
         const ReadingsLook look = readingsLook(signals);
-        EXPECT_EQ(QStringList({look.pressure, look.pressureTone, look.thermal, look.thermalTone,
-                               look.thermalCaption})
-                      .join(u' '),
-                  words);
-        EXPECT_EQ(look.cpuLoad, "13%");
-        EXPECT_EQ(look.memoryInstalled, "16 GB installed");
+        const QStringList shown{look.pressure, look.pressureTone, look.thermal, look.thermalTone,
+                                look.thermalCaption};
+        EXPECT_EQ(shown.join(u' ').toStdString(), words);
+        EXPECT_EQ(look.cpuLoad + u' ' + look.memoryInstalled, "13% 16 GB installed");
     }
     EXPECT_EQ(readingsLook(std::nullopt).pressure, "—");
 }

@@ -1,9 +1,9 @@
+#include "PaceletApp/ProcessDetail/DetailLook.h"
 #include "tests/PaceletApp/Support/ApplicationRig.h"
-
-#include "PaceletApp/Websites.h"
+#include "tests/PaceletApp/Support/SampleGroup.h"
 #include "tests/PaceletApp/Support/Table.h"
 
-#include <gmock/gmock.h>
+#include "PaceletApp/Websites.h"
 
 #include <algorithm>
 #include <string>
@@ -11,23 +11,13 @@
 namespace pacelet::testing {
 namespace {
 
-using ::testing::AllOf;
-using ::testing::Contains;
-using ::testing::IsSupersetOf;
-using ::testing::Not;
-
 class ProcessDetailTest : public ApplicationRig {
 protected:
     /// Opens the panel of the group of this name.
     void explain(std::string_view name) {
-        const auto& groups = app().monitor().groups();
-        const auto found = std::ranges::find(groups, name, &ProcessGroup::displayName);
-        ASSERT_NE(found, groups.end()) << name;
-        app().router().setExpandedID(found->id);
+        app().router().setExpandedID(groupNamed(name).id);
         open(Screen::processes);
     }
-
-    std::vector<std::string> opened() { return mac().machine.lock()->records.openedURLs; }
 };
 
 TEST_F(ProcessDetailTest, tellsTheStoryOfAnApplication) {
@@ -41,28 +31,23 @@ TEST_F(ProcessDetailTest, tellsTheStoryOfAnApplication) {
                               "Why it gets busy", "Busiest parts (151 processes)",
                               "Google Chrome Helper (GPU)", "Review tabs", "Read the full guide"}));
     probe->clickText("Read the full guide");
-    EXPECT_THAT(opened(), Contains(std::string{paceletWebsite} + "/process/chrome"));
+    EXPECT_THAT(openedURLs(), Contains(std::string{paceletWebsite} + "/process/chrome"));
     probe->clickText("Review tabs");
     EXPECT_EQ(app().router().browser(), ChromiumBrowser::chrome);
 }
 
 TEST_F(ProcessDetailTest, saysNoMoreThanIsKnown) {
     launch("quiet");
-    {
-        const auto world = mac().machine.lock();
-        Simulated::Process process;
-        process.user = Simulated::ann;
-        process.path = "/opt/x/unheard-of";
-        process.load.percent = 300;
-        world->processes.spawn(process);
-    }
+    spawn("/opt/x/unheard-of", 300);
     open();
     pass(9);
     explain("unheard-of");
     EXPECT_THAT(probe->texts(),
                 AllOf(Contains("We don't have an explanation for this process yet."),
                       Not(Contains("Why it gets busy")), Not(Contains("Read the full guide")),
-                      Not(Contains(::testing::StartsWith("Busiest parts")))));
+                      Not(Contains(StartsWith("Busiest parts")))));
+    explain("mds");
+    EXPECT_TRUE(comesUp("No big build or virtual machine folders found."));
 }
 
 TEST_F(ProcessDetailTest, findsWhatKeepsSpotlightBusy) {
@@ -92,14 +77,6 @@ TEST_F(ProcessDetailTest, findsWhatKeepsSpotlightBusy) {
     EXPECT_TRUE(comesUp("Rebuild the Spotlight index?"));
 }
 
-TEST_F(ProcessDetailTest, findsNoFoldersWhereThereAreNone) {
-    launch("quiet");
-    open();
-    pass(9);
-    explain("mds");
-    EXPECT_TRUE(comesUp("No big build or virtual machine folders found."));
-}
-
 TEST_F(ProcessDetailTest, tellsWhatTheWindowServerDraws) {
     const Table<const char*, const char*, const char*, const char*> cases = {
         {"window-server", "Displays: 2 (2 scaled)", "9 windows", ""},
@@ -122,6 +99,89 @@ TEST_F(ProcessDetailTest, tellsWhatTheWindowServerDraws) {
         probe.reset();
         session.reset();
     }
+}
+
+TEST(ShownFixes, leaveOutWhatMakesNoSenseHere) {
+    const Table<bool, std::optional<double>, const char*> cases = {
+        {true, {}, "openSpotlightSettings quitApp "},
+        {false, {}, "openSpotlightSettings "},
+        {false, 10800.0, "openSpotlightSettings "},
+        {false, 10800.5, "openSpotlightSettings rebuildSpotlightIndex "},
+        {true, 90000.0, "openSpotlightSettings quitApp rebuildSpotlightIndex "},
+        {false, -5.0, "openSpotlightSettings "},
+    };
+    Explanation explanation;
+    explanation.fixes = {FixID::openSpotlightSettings, FixID::explain, FixID::quitApp,
+                         FixID::rebuildSpotlightIndex};
+    const TimePoint now = fromUnixTime(1'000'000);
+    for (const auto& [quittable, busyFor, expected] : cases) {
+        std::optional<TimePoint> since;
+        if (busyFor) {
+            since = now - Seconds{*busyFor};
+        }
+        const ProcessGroup group = sampleGroup({sampleUsage(1, "mds")}, quittable);
+        std::string shown;
+        for (const FixID fix : shownFixes(explanation, group, since, now)) {
+            shown += std::string{rawValue(fix)} + " ";
+        }
+        EXPECT_EQ(shown, expected) << busyFor.value_or(0);
+    }
+    EXPECT_TRUE(shownFixes({}, sampleGroup({sampleUsage(1, "mds")}), now, now).empty());
+}
+
+TEST(BusiestParts, areTheFirstFiveByCPU) {
+    ProcessGroup group = sampleGroup({sampleUsage(1, "main", 3, 1 << 20)});
+    EXPECT_EQ(partsLabel(group), "");
+    EXPECT_TRUE(busiestParts(group).empty());
+    for (std::int32_t pid = 2; pid <= 7; ++pid) {
+        const double cpu = pid == 7 ? 0.4 : 12.5;
+        group.members.push_back(sampleUsage(pid, "helper", cpu, std::int64_t{pid} << 30));
+    }
+    EXPECT_EQ(partsLabel(group), "Busiest parts (7 processes)");
+    const std::vector<FigureRow> rows = busiestParts(group);
+    ASSERT_EQ(rows.size(), 5U);
+    EXPECT_EQ(rows.front(), (FigureRow{"2", "helper", "13%", "2 GB"}));
+    EXPECT_EQ(rows[3].id + rows[4].id, "56") << "equal ones as they came";
+}
+
+TEST(Family, followsTheExactNameOfTheMainProcess) {
+    const Table<const char*, Family> rows = {{"mdworker_shared", Family::spotlight},
+                                             {"WindowServer", Family::windowServer},
+                                             {"windowserver", Family::other}};
+    for (const auto& [name, family] : rows) {
+        EXPECT_EQ(familyOf(sampleGroup({sampleUsage(1, "x"), sampleUsage(3, name, 90)})), family);
+    }
+}
+
+TEST(WindowServerHelp, wordsAndGroupFollowTheCensus) {
+    EXPECT_EQ(displaysText({2, 0}), "Displays: 2");
+    EXPECT_EQ(displaysText({3, 1}), "Displays: 3 (1 scaled)");
+
+    std::vector<WindowCount> counts;
+    for (std::int32_t pid = 1; pid <= 6; ++pid) {
+        counts.push_back({"App", pid, 7 - pid});
+    }
+    EXPECT_EQ(windowRows(counts).size(), 5U);
+    EXPECT_EQ(windowRows(counts).front().first, "6 windows");
+    counts = {{"Zed", 30, 1}, {"Ant", 10, 1}};
+    EXPECT_EQ(windowRows(counts).front(), (FigureRow{"30", "Zed", "1 window", ""}));
+
+    std::vector<ProcessGroup> groups{
+        sampleGroup({sampleUsage(10, "Ant")}),
+        sampleGroup({sampleUsage(20, "Zed"), sampleUsage(30, "Zed Helper")}, true)};
+    EXPECT_EQ(topGroup(counts, groups), &groups[1]);
+    EXPECT_EQ(topGroup({}, groups), nullptr);
+    counts[0].ownerPID = 99;
+    EXPECT_EQ(topGroup(counts, groups), nullptr) << "the second is not asked";
+    EXPECT_EQ(windowsFix(groups[0]), std::nullopt);
+    EXPECT_EQ(windowsFix(groups[1]), FixID::quitApp);
+    groups[1].appPath = "/Applications/Google Chrome.app";
+    EXPECT_EQ(windowsFix(groups[1]), FixID::reviewTabs);
+}
+
+TEST(GuideAddress, standsBelowTheWebsite) {
+    EXPECT_EQ(guideAddress("https://a.example", "mds"), "https://a.example/process/mds");
+    EXPECT_EQ(guideAddress("https://a.example", {}), "");
 }
 
 } // namespace

@@ -1,16 +1,10 @@
 #include "tests/PaceletApp/Support/ApplicationRig.h"
 
-#include <gmock/gmock.h>
-
 #include <algorithm>
 #include <string>
 
 namespace pacelet::testing {
 namespace {
-
-using ::testing::Contains;
-using ::testing::IsSupersetOf;
-using ::testing::Not;
 
 constexpr double rowHeight = 57;
 
@@ -20,13 +14,6 @@ protected:
         launch(scenario);
         open(Screen::processes);
         pass(seconds);
-    }
-
-    const ProcessGroup& groupNamed(std::string_view name) {
-        const auto& groups = app().monitor().groups();
-        const auto found = std::ranges::find(groups, name, &ProcessGroup::displayName);
-        EXPECT_NE(found, groups.end()) << name;
-        return *found;
     }
 
     void expand(std::string_view name) {
@@ -65,16 +52,6 @@ protected:
         const QPointF head = row(name)->mapToScene({300, rowHeight / 2});
         QTest::mouseClick(app().window(), Qt::LeftButton, {}, head.toPoint());
         settle();
-    }
-
-    Simulated::Process& spawn(const std::string& path, double percent) {
-        const auto world = mac().machine.lock();
-        Simulated::Process process;
-        process.user = Simulated::ann;
-        process.path = path;
-        process.load.percent = percent;
-        process.footprint = 1 << 20;
-        return world->processes.spawn(process);
     }
 };
 

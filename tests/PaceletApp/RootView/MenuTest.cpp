@@ -3,12 +3,8 @@
 
 #include <QSignalSpy>
 
-#include <gmock/gmock.h>
-
 namespace pacelet::testing {
 namespace {
-
-using ::testing::IsSupersetOf;
 
 TEST(MenuEntries, HaveTheirKeysAndWaitForTheUpdater) {
     for (const bool can : {true, false}) {
@@ -60,6 +56,9 @@ TEST_F(MenuTest, ListsWhatTheWindowCanDo) {
     openMenu();
     probe->press(Qt::Key_Escape);
     EXPECT_TRUE(goesAway("Check now"));
+    openMenu();
+    probe->clickText("Close window");
+    closes(&Application::window);
 }
 
 TEST_F(MenuTest, IsWalkedByKeys) {
@@ -98,12 +97,6 @@ TEST_F(MenuTest, TheSidebarLeadsFromScreenToScreenAndNotBehindAQuestion) {
     ASSERT_TRUE(comesUp("Restart your Mac?"));
     probe->clickText("Background Items");
     EXPECT_EQ(app().router().screen(), there);
-}
-
-TEST_F(MenuTest, ClosesTheWindow) {
-    openMenu();
-    probe->clickText("Close window");
-    closes(&Application::window);
 }
 
 } // namespace

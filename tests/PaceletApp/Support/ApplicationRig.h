@@ -1,18 +1,19 @@
 #pragma once
 
+#include "tests/PaceletApp/Support/Matchers.h"
 #include "tests/PaceletApp/Support/WindowProbe.h"
 #include "tools/session/Session.h"
 
 #include <QTest>
 
-#include <gtest/gtest.h>
-
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace pacelet::testing {
 
@@ -44,6 +45,26 @@ protected:
     /// How often a tool has been run.
     std::int64_t calls(std::string_view tool) {
         return mac().machine.lock()->records.toolCalls[std::string{tool}];
+    }
+
+    std::vector<std::string> openedURLs() { return mac().machine.lock()->records.openedURLs; }
+
+    /// A program of the user's that works this hard.
+    void spawn(const std::string& path, double percent, std::int64_t footprint = 1 << 20) {
+        const auto world = mac().machine.lock();
+        Simulated::Process process;
+        process.user = Simulated::ann;
+        process.path = path;
+        process.load.percent = percent;
+        process.footprint = footprint;
+        world->processes.spawn(process);
+    }
+
+    const ProcessGroup& groupNamed(std::string_view name) {
+        const auto& groups = app().monitor().groups();
+        const auto found = std::ranges::find(groups, name, &ProcessGroup::displayName);
+        EXPECT_NE(found, groups.end()) << name;
+        return *found;
     }
 
     /// Waits until this is on screen.

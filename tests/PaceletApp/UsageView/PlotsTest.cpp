@@ -1,6 +1,7 @@
 #include "PaceletApp/UsageView/BarPlot.h"
 #include "PaceletApp/UsageView/LoadPlot.h"
 #include "tests/PaceletApp/Support/Stage.h"
+#include "tests/PaceletApp/Support/Table.h"
 
 #include <gtest/gtest.h>
 
@@ -25,27 +26,16 @@ TEST(BarPlot, DrawsEachBarWhereAndAsHighAsItIs) {
         "Swap", {}, {{0, 0.2, 1, "a", "1"}, {0.4, 0.6, 0.5, "b", "2"}, {0.8, 1, 0, "c", "3"}}};
     Plot plot{"BarPlot { objectName: 'plot'; anchors.fill: parent; color: 'red'; chart: given }",
               QVariant::fromValue(chart)};
-    struct Case {
-        int x, y;
-        bool drawn;
-    };
-    for (const Case& each : {Case{10, 4, true},
-                             {10, 98, true},
-                             {1, 50, false},
-                             {19, 50, false},
-                             {30, 98, false},
-                             {50, 46, false},
-                             {50, 54, true},
-                             {50, 98, true},
-                             {90, 99, true},
-                             {90, 95, false}}) {
-        EXPECT_EQ(plot.red(each.x, each.y) > 200, each.drawn) << each.x << "," << each.y;
+    const Table<int, int, bool> points = {{10, 4, true},   {10, 98, true},  {1, 50, false},
+                                          {19, 50, false}, {30, 98, false}, {50, 46, false},
+                                          {50, 54, true},  {90, 99, true},  {90, 95, false}};
+    for (const auto& [x, y, drawn] : points) {
+        EXPECT_EQ(plot.red(x, y) > 200, drawn) << x << "," << y;
     }
     auto* bars = static_cast<BarPlot*>(plot.stage.item("plot"));
-    EXPECT_EQ(bars->barAt(0), 0);
-    EXPECT_EQ(bars->barAt(30), -1);
-    EXPECT_EQ(bars->barAt(59), 1);
-    EXPECT_EQ(bars->barAt(100), -1);
+    for (const auto& [x, bar] : Table<int, int>{{0, 0}, {30, -1}, {59, 1}, {100, -1}}) {
+        EXPECT_EQ(bars->barAt(x), bar);
+    }
     bars->setMarked(1);
     EXPECT_EQ(bars->tip(), QPointF(50, 50));
     EXPECT_EQ(bars->description(), "Time: 2, Swap: b");

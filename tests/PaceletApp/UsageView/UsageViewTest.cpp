@@ -6,16 +6,8 @@
 #include <QAccessible>
 #include <QSignalSpy>
 
-#include <gmock/gmock.h>
-
 namespace pacelet::testing {
 namespace {
-
-using ::testing::Contains;
-using ::testing::ElementsAre;
-using ::testing::IsSupersetOf;
-using ::testing::Not;
-using ::testing::StartsWith;
 
 const std::string checkBack = "Pacelet records one line a minute while it runs. Check back soon.";
 const std::string off = "Usage history is off. Turn it on in Settings.";
@@ -97,7 +89,7 @@ TEST_F(UsageViewTest, TheAdviceFollowsTheMachineAndNeedsNoFurtherHistory) {
     EXPECT_FALSE(probe->shows("Swap"));
     probe->clickText("Free up space");
     pass(1);
-    EXPECT_FALSE(mac().machine.lock()->records.openedURLs.empty());
+    EXPECT_FALSE(openedURLs().empty());
     // Space was made: the advice follows with the next look at the machine.
     {
         const auto machine = mac().machine.lock();
@@ -148,10 +140,8 @@ TEST_F(UsageViewTest, AnotherRangeIsLoadedAtOnceAndTheOldOneDropped) {
     pass(1.5); // what was under way for seven days has come, and is dropped
     EXPECT_EQ(charts.count(), 0);
     EXPECT_EQ(bars(), 25U);
-    EXPECT_TRUE(probe->shows("Average CPU load"));
     pass(1);
     EXPECT_EQ(charts.count(), 1);
-    EXPECT_EQ(model->cpuChart().bars.back().right, 1);
     EXPECT_LT(bars(), 5U);
     // The same range again starts nothing.
     const auto jobs = scheduler().pendingJobs();
