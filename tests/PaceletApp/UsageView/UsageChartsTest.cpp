@@ -139,7 +139,9 @@ RC_GTEST_PROP(LoadCurve, StaysWithinItsAxes, (std::vector<std::pair<std::int16_t
     for (std::size_t each = 0; each < curve.points.size(); ++each) {
         const QPointF& point = curve.points[each];
         RC_ASSERT(point.x() >= 0 && point.x() <= 1 && point.y() >= 0 && point.y() <= 1);
-        RC_ASSERT(each == 0 || curve.points[each - 1].x() <= point.x());
+        // The macro takes its expression apart, and would look at both sides of an "or".
+        const bool rises = each == 0 || curve.points[each - 1].x() <= point.x();
+        RC_ASSERT(rises);
     }
 }
 
