@@ -131,7 +131,7 @@ TEST(EventQueue, RunsWhatIsDueInOrderAndKeepsTheOrderOfArrivalOfOneMoment) {
         queue.runDue(at(now));
         RC_ASSERT(ran == order);
         RC_ASSERT(queue.size() == dues.size() - ran.size());
-        RC_ASSERT(!queue.nextDue() || *queue.nextDue() > at(now));
+        RC_ASSERT((!queue.nextDue() || *queue.nextDue() > at(now)));
     });
 }
 
