@@ -142,6 +142,8 @@ void watch(const DesktopSession& desktop, std::size_t processes, std::chrono::se
             sleepers.emplace_back(std::vector<std::string>{"sleep", "1000"}, Environment{});
         }
     }
+    // What is under the pointer moves as it changes; the figures are of a window left alone.
+    desktop.point(0, 0);
     ChildProgram pacelet = desktop.start("pacelet");
     std::this_thread::sleep_for(settling);
     fmt::print("\n{} processes\n", processCount());

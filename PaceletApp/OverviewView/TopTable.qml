@@ -44,9 +44,14 @@ Column {
         Column {
             width: parent.width
 
-            // A row that changes its place is seen to go there.
+            HoverHandler {
+                id: pointer
+            }
+
+            // Under the pointer, a row that changes its place is seen to go there. Elsewhere that
+            // would only cost: it happens at every other look.
             move: Transition {
-                enabled: !Theme.reducedMotion
+                enabled: pointer.hovered && !Theme.reducedMotion
 
                 NumberAnimation {
                     property: "y"
