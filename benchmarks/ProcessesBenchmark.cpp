@@ -159,6 +159,11 @@ private:
     double painting_ = 0;
 };
 
+void onCrowds(benchmark::internal::Benchmark* benchmark) {
+    benchmark->ArgName("groups")->Arg(500)->Arg(2000)->Arg(8000)->UseManualTime()->Unit(
+        benchmark::kMillisecond);
+}
+
 void tickWithTheScreenOpen(benchmark::State& state) {
     Program program{state.range(0)};
     double painting = 0;
@@ -169,13 +174,7 @@ void tickWithTheScreenOpen(benchmark::State& state) {
     state.counters["painting_ms"] =
         benchmark::Counter(painting * 1000, benchmark::Counter::kAvgIterations);
 }
-BENCHMARK(tickWithTheScreenOpen)
-    ->ArgName("groups")
-    ->Arg(500)
-    ->Arg(2000)
-    ->Arg(8000)
-    ->UseManualTime()
-    ->Unit(benchmark::kMillisecond);
+BENCHMARK(tickWithTheScreenOpen)->Apply(onCrowds);
 
 void arrivingAtTheScreen(benchmark::State& state) {
     Program program{state.range(0)};
@@ -183,13 +182,7 @@ void arrivingAtTheScreen(benchmark::State& state) {
         state.SetIterationTime(program.arrive());
     }
 }
-BENCHMARK(arrivingAtTheScreen)
-    ->ArgName("groups")
-    ->Arg(500)
-    ->Arg(2000)
-    ->Arg(8000)
-    ->UseManualTime()
-    ->Unit(benchmark::kMillisecond);
+BENCHMARK(arrivingAtTheScreen)->Apply(onCrowds);
 
 void frameOfAScroll(benchmark::State& state) {
     Program program{state.range(0)};
