@@ -1,6 +1,6 @@
 # The front door. Every goal installs what is missing and builds first.
 
-.PHONY: run demo test asan tsan bench figures fuzz package guides pictures clean
+.PHONY: run demo test lint asan asan-core tsan bench truth figures fuzz package guides pictures clean
 
 SCENARIO = chrome-tabs
 
@@ -18,9 +18,17 @@ test: ## The whole release suite, after a short run of every fuzzer
 	@scripts/build.sh release
 	@ctest --preset release -j2
 
+lint: ## Layout of the code, include walls, QML and clang-tidy, over the whole tree
+	@scripts/build.sh release
+	@scripts/lint.sh
+
 asan: ## The tests under the address and undefined-behaviour sanitizers
 	@scripts/build.sh asan
 	@ctest --preset asan -j2
+
+asan-core: ## The same for what has no screens: Core, the hosts, and the long-lived objects
+	@scripts/build.sh asan tests-core tests-host tests-live
+	@ctest --preset asan -j2 -L "core|host|live"
 
 tsan: ## The tests under the thread sanitizer
 	@scripts/build.sh tsan
@@ -29,6 +37,10 @@ tsan: ## The tests under the thread sanitizer
 bench: ## Every benchmark
 	@scripts/build.sh release
 	@for benchmark in build/release/bin/*-benchmark; do $$benchmark || exit 1; done
+
+truth: ## Speed test and traffic list against lines of known speed, in network namespaces
+	@scripts/build.sh release truth delay-line
+	@scripts/truth.sh
 
 figures: ## What the window costs: a start, memory, and processor time over four minutes
 	@scripts/build.sh release window-figures

@@ -2,8 +2,8 @@
 // many processes running. The time is processor time, that of child processes included, so that the
 // three can be compared on a machine that is busy with other things too.
 
-#include "Core/Sampling/Shell.h"
 #include "Hosts/Linux/LinuxHost.h"
+#include "Hosts/Posix/Shell.h"
 
 #include <algorithm>
 #include <array>

@@ -3,7 +3,7 @@
 
 #include "PaceletApp/Application/Application.h"
 #include "PaceletApp/Components/Typography.h"
-#include "PaceletApp/ProcessesView/ProcessTable.h"
+#include "PaceletApp/ProcessesView/ProcessViewport.h"
 #include "PaceletApp/Scheduler/RealScheduler.h"
 #include "benchmarks/CrowdedMac.h"
 #include "tools/session/Session.h"
@@ -14,13 +14,14 @@
 #include <benchmark/benchmark.h>
 
 #include <cmath>
+#include <memory>
 #include <string>
 
 namespace pacelet {
 namespace {
 
-std::vector<ProcessGroup> crowd(std::int64_t count) {
-    std::vector<ProcessGroup> groups;
+ProcessGroups crowd(std::int64_t count) {
+    ProcessGroups groups;
     for (std::int64_t number = 0; number < count; ++number) {
         ProcessGroup& group = groups.emplace_back();
         group.id = "pid:" + std::to_string(number);
@@ -35,21 +36,22 @@ std::vector<ProcessGroup> crowd(std::int64_t count) {
 
 /// Everything that a tick does to the list, with figures that put every group in another place.
 void rowsOfATick(benchmark::State& state) {
-    std::vector<ProcessGroup> groups = crowd(state.range(0));
-    const Explanation explanation;
+    const auto groups = std::make_shared<ProcessGroups>(crowd(state.range(0)));
+    const auto explanation = std::make_shared<const Explanation>();
     ProcessQuery query;
     query.search = state.range(1) != 0 ? QStringLiteral("length-1") : QString{};
-    ProcessTable table;
+    ProcessViewport table;
     table.setView(0, 700);
     double tick = 0;
     for (auto _ : state) {
         state.PauseTiming();
         tick += 1;
-        for (std::size_t number = 0; number < groups.size(); ++number) {
-            groups[number].cpuPercent = std::fmod(static_cast<double>(number) * 7919 * tick, 100);
+        for (std::size_t number = 0; number < groups->size(); ++number) {
+            (*groups)[number].cpuPercent =
+                std::fmod(static_cast<double>(number) * 7919 * tick, 100);
         }
         state.ResumeTiming();
-        const auto entries = allEntries(groups, [&](const ProcessGroup&) { return &explanation; });
+        const auto entries = allEntries(groups, [&](const ProcessGroup&) { return explanation; });
         table.show(visibleEntries(entries, query), "pid:3");
     }
 }

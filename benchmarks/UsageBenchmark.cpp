@@ -37,6 +37,16 @@ public:
         for (const MinuteRecord& each : history(now)) {
             store.append(each);
         }
+        const CauseStore& causes = session.application().monitor().causeStore();
+        for (std::int64_t t = now - days * minutesPerDay; t < now; ++t) {
+            const std::string name = "Application " + std::to_string(t / 30 % 12);
+            causes.append({t,
+                           {{{FindingKind::cpuHog, "/Applications/" + name + ".app", name},
+                             Severity::medium,
+                             60,
+                             100,
+                             120}}});
+        }
         session.open(Screen::internet);
         session.pass(600);
     }

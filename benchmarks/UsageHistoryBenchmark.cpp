@@ -1,3 +1,5 @@
+#include "Core/Usage/CauseStore.h"
+#include "Core/Usage/CauseWatch.h"
 #include "Core/Usage/HistoryLines.h"
 #include "Core/Usage/UpgradeAdvisor.h"
 #include "Core/Usage/UsageBuckets.h"
@@ -117,6 +119,53 @@ void append(benchmark::State& state) {
     }
 }
 BENCHMARK(append)->Unit(benchmark::kMicrosecond);
+
+const Cause causes[] = {{FindingKind::spotlight, "", ""},
+                        {FindingKind::browser, "/Applications/Google Chrome.app", "Google Chrome"},
+                        {FindingKind::cpuHog, "/Applications/Xcode.app", "Xcode"}};
+
+/// Thirty days with a cause in each minute.
+void loadCauses(benchmark::State& state) {
+    const testing::TemporaryFolder folder;
+    const CauseStore store{folder.path()};
+    const std::int64_t end = firstMinute + days * minutesPerDay;
+    for (std::int64_t t = firstMinute; t < end; ++t) {
+        store.append({t, {{causes[t / 20 % 3], Severity::medium, 60, 123.45, 150.5}}});
+    }
+    for (auto _ : state) {
+        const CauseJournal journal = store.load(distantPast);
+        state.counters["notes"] = static_cast<double>(journal.entries().size());
+    }
+}
+BENCHMARK(loadCauses)->Unit(benchmark::kMillisecond);
+
+/// What a tick with three causes costs the journal.
+void watchCauses(benchmark::State& state) {
+    CauseWatch watch;
+    std::vector<FoundCause> found;
+    for (const Cause& cause : causes) {
+        found.push_back({cause, Severity::medium, 100});
+    }
+    double now = 1.7e9;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(watch.add(found, fromUnixTime(now += 3)));
+    }
+}
+BENCHMARK(watchCauses)->Unit(benchmark::kMicrosecond);
+
+void summarizeCauses(benchmark::State& state) {
+    CauseJournal journal;
+    for (std::int64_t t = 0; t < days * minutesPerDay; ++t) {
+        const Cause& cause = causes[t / 20 % 3];
+        journal.add(
+            {t, journal.placeOf(cause.kind, cause.id, cause.name), Severity::low, 60, 1, 1});
+    }
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(journal.summary(0, days * minutesPerDay));
+        benchmark::DoNotOptimize(journal.shares(0, days * minutesPerDay, 96));
+    }
+}
+BENCHMARK(summarizeCauses)->Unit(benchmark::kMicrosecond);
 
 } // namespace
 } // namespace pacelet

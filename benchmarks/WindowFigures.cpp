@@ -3,7 +3,7 @@
 
 #include "Core/Support/Files.h"
 #include "Core/Support/Text.h"
-#include "tests/programs/DesktopSession.h"
+#include "tests/programs/support/DesktopSession.h"
 
 #include <algorithm>
 #include <cstdio>

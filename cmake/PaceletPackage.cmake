@@ -19,9 +19,11 @@ set(CPACK_DEBIAN_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_HOMEPAGE ${PACELET_WEBSITE})
 # The libraries that the programs link are found by themselves. What is loaded by name is told here:
-# the modules that the screens import, of which none brings another, and the fonts.
+# the modules that the screens import, of which none brings another, the fonts, and whom to trust
+# on the internet.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 string(JOIN ", " CPACK_DEBIAN_PACKAGE_DEPENDS
+  ca-certificates
   fonts-inter
   fonts-jetbrains-mono
   qml6-module-qtqml
@@ -31,5 +33,15 @@ string(JOIN ", " CPACK_DEBIAN_PACKAGE_DEPENDS
   qml6-module-qtquick-templates
   qml6-module-qtquick-window)
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS qt6-wayland)
+
+set(CPACK_PACELET_EXTENSION ${PROJECT_SOURCE_DIR}/resources/browser-extension)
+set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/cmake/PaceletBrowsers.cmake)
+set(conffiles "")
+foreach(folder chromium opt/chrome opt/edge)
+  string(APPEND conffiles "/etc/${folder}/native-messaging-hosts/app.pacelet.browser.json\n")
+endforeach()
+file(WRITE ${PROJECT_BINARY_DIR}/conffiles "${conffiles}")
+set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA ${PROJECT_BINARY_DIR}/conffiles)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 
 include(CPack)

@@ -1,16 +1,29 @@
-# pacelet_qml(files...) adds .qml files of this folder to the module of all screens.
-function(pacelet_qml)
-  qt_target_qml_sources(pacelet_screens QML_FILES ${ARGN})
+# pacelet_qml_module(TARGET folders...) makes the QML files of these folders, and the QML types among the
+# sources of the target, the module "Pacelet". Files are known by their names alone.
+function(pacelet_qml_module target)
+  set(files "")
   set(caches "")
-  foreach(file ${ARGN})
-    string(REPLACE "." "_" name ${file})
-    list(APPEND caches ${CMAKE_CURRENT_BINARY_DIR}/.rcc/qmlcache/pacelet_screens_${name}.cpp)
+  foreach(folder ${ARGN})
+    file(GLOB found CONFIGURE_DEPENDS RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} ${folder}/*.qml)
+    foreach(file ${found})
+      get_filename_component(name ${file} NAME)
+      set_source_files_properties(${file} PROPERTIES QT_RESOURCE_ALIAS ${name})
+      string(REGEX REPLACE "[/.]" "_" cache ${file})
+      list(APPEND caches ${CMAKE_CURRENT_BINARY_DIR}/.rcc/qmlcache/${target}_${cache}.cpp)
+    endforeach()
+    list(APPEND files ${found})
+    # The generated type registrations name the headers of QML types without their folder.
+    target_include_directories(${target} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}/${folder})
   endforeach()
+  set_source_files_properties(Components/Theme.qml PROPERTIES QT_QML_SINGLETON_TYPE TRUE)
   # Our warnings are for our own code, not for what is made from QML.
-  set_source_files_properties(${caches} TARGET_DIRECTORY pacelet_screens
-    PROPERTIES COMPILE_OPTIONS -w)
-  # A rule that makes a file is known in its own folder alone, so a target there has to ask for it.
-  get_filename_component(folder ${CMAKE_CURRENT_SOURCE_DIR} NAME)
-  add_custom_target(pacelet_screens_${folder} DEPENDS ${caches})
-  add_dependencies(pacelet_screens pacelet_screens_${folder})
+  set_source_files_properties(${caches} PROPERTIES COMPILE_OPTIONS -w)
+  qt_add_qml_module(${target}
+    URI Pacelet
+    VERSION 1.0
+    RESOURCE_PREFIX /qt/qml
+    OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/qml/Pacelet
+    NO_PLUGIN
+    DEPENDENCIES QtQuick
+    QML_FILES ${files})
 endfunction()

@@ -12,6 +12,10 @@ target_compile_options(pacelet_options INTERFACE
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   # GCC 12 sees overlaps in plain concatenations of strings that are not there.
   target_compile_options(pacelet_options INTERFACE -Wno-restrict)
+  if(CMAKE_UNITY_BUILD)
+    # It takes every file of a batch for a header, and warns of what one must not do.
+    target_compile_options(pacelet_options INTERFACE -Wno-subobject-linkage)
+  endif()
   if(PACELET_SANITIZE)
     # With the checks of the sanitizers in the way, it takes empty optionals for uninitialised ones.
     target_compile_options(pacelet_options INTERFACE -Wno-maybe-uninitialized)
@@ -33,10 +37,25 @@ if(PACELET_FUZZ)
   add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
 
-# pacelet_library(NAME) makes a static library; its folders add sources with target_sources().
+# pacelet_library(NAME FOLDERS folders...) makes a static library of all sources in these folders
+# below the present one ("." for the present one itself). A folder is compiled in one piece: names in
+# its unnamed namespaces are told apart.
 function(pacelet_library name)
+  cmake_parse_arguments(ARG "" "" "FOLDERS" ${ARGN})
   add_library(${name} STATIC)
   target_link_libraries(${name} PUBLIC pacelet_options)
+  pacelet_sources(${name} ${ARG_FOLDERS})
+endfunction()
+
+# pacelet_sources(TARGET folders...) adds the sources of folders to a target.
+function(pacelet_sources target)
+  set_target_properties(${target} PROPERTIES UNITY_BUILD_MODE GROUP)
+  foreach(folder ${ARGN})
+    file(GLOB sources CONFIGURE_DEPENDS
+      ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.h)
+    target_sources(${target} PRIVATE ${sources})
+    set_source_files_properties(${sources} PROPERTIES UNITY_GROUP "${target}_${folder}")
+  endforeach()
 endfunction()
 
 # pacelet_test(NAME LABEL label SOURCES files... LIBRARIES libraries...)
@@ -51,4 +70,9 @@ function(pacelet_test name)
     PACELET_FIXTURES="${PROJECT_SOURCE_DIR}/tests/fixtures"
     PACELET_BIN_DIR="${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES LABELS ${ARG_LABEL})
+  # All tests of a label: tests-core, tests-host, …
+  if(NOT TARGET tests-${ARG_LABEL})
+    add_custom_target(tests-${ARG_LABEL})
+  endif()
+  add_dependencies(tests-${ARG_LABEL} ${name})
 endfunction()

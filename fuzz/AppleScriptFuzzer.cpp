@@ -1,4 +1,4 @@
-#include "Hosts/Simulated/Script/OSAScript.h"
+#include "Hosts/Simulated/Tools/OSAScript.h"
 
 #include <cstdint>
 #include <string_view>

@@ -1,6 +1,6 @@
-#include "Core/Usage/HistoryLines.h"
 #include "Core/Support/Precondition.h"
 #include "Core/Support/Text.h"
+#include "Core/Usage/HistoryLines.h"
 
 #include <limits>
 #include <string>

@@ -1,5 +1,5 @@
-#include "Core/Usage/MacInfo.h"
 #include "Core/Support/Precondition.h"
+#include "Core/Usage/MacInfo.h"
 
 #include <string_view>
 

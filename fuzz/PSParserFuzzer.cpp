@@ -3,7 +3,8 @@
 #include <cstdlib>
 #include <string_view>
 
-/// Any text reads; only a resident size beyond 64 bits stops the program, so such lines are left out.
+/// Any text reads; only a resident size beyond 64 bits stops the program, so such lines are left
+/// out.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view text{reinterpret_cast<const char*>(data), size};
     std::size_t digits = 0;

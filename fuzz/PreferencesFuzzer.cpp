@@ -9,8 +9,8 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace pacelet::Linux;
     const std::string_view text{reinterpret_cast<const char*>(data), size};
-    const PreferenceValues values = parsePreferences(text);
-    if (parsePreferences(writePreferences(values)) != values) {
+    const PreferenceValues values = parsePreferences(text).values;
+    if (parsePreferences(writePreferences(values)) != ParsedPreferences{values, true}) {
         std::abort();
     }
     if (base64Decoded(base64Encoded(text)) != text) {

@@ -1,5 +1,6 @@
 // Shows the window on a simulated Mac, whose time passes as ours does.
 
+#include "Core/Support/StandardStreams.h"
 #include "Hosts/Linux/Desktop/Display.h"
 #include "Hosts/Simulated/SimulatedMac.h"
 #include "PaceletApp/Application/Program.h"
@@ -7,8 +8,9 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
-#include <cstdio>
+#include <algorithm>
 #include <exception>
+#include <string>
 
 namespace {
 
@@ -18,38 +20,40 @@ constexpr int statusUnavailable = 1;
 constexpr int statusUsage = 2;
 
 int explainUsage() {
-    fmt::print(stderr, "usage: pacelet-demo SCENARIO\nscenarios: {}\n",
-               fmt::join(Simulated::scenarioNames(), ", "));
+    StandardStreams::complain(fmt::format("usage: pacelet-demo SCENARIO\nscenarios: {}",
+                                          fmt::join(Simulated::scenarioNames(), ", ")));
     return statusUsage;
 }
 
 int showScenario(int argc, char** argv) {
-    if (argc != 2) {
+    const auto names = Simulated::scenarioNames();
+    if (argc != 2 || std::ranges::find(names, argv[1]) == names.end()) {
         return explainUsage();
     }
-    const auto mac = Simulated::makeScenario(argv[1]);
-    if (!mac) {
-        return explainUsage();
-    }
-    const auto display = Linux::chooseDisplay();
+    const std::string scenario = argv[1];
+    auto display = Linux::chooseDisplay();
     if (!display) {
-        fmt::print(stderr, "pacelet-demo: there is no display here; start it in a desktop session "
-                           "or under xvfb-run.\n");
+        StandardStreams::complain("pacelet-demo: there is no display here; start it in a desktop "
+                                  "session or under xvfb-run.");
         return statusUnavailable;
     }
-    mac->machine.followRealTime();
-    qputenv("QT_QPA_PLATFORM", display->c_str());
+    qputenv("QT_QPA_PLATFORM", display->plugin.c_str());
+    // First, so that a signal finds it there and the folders of the machine are taken away.
     Program program{argc, argv};
+    display->connection.reset();
+    const auto mac = Simulated::makeScenario(scenario);
+    mac->machine.followRealTime();
     return program.run(mac->platform());
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
+    StandardStreams::secure();
     try {
         return showScenario(argc, argv);
     } catch (const std::exception& error) {
-        fmt::print(stderr, "pacelet-demo: {}\n", error.what());
+        StandardStreams::complain(std::string{"pacelet-demo: "} + error.what());
         return statusUnavailable;
     }
 }

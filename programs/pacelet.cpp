@@ -2,20 +2,23 @@
 
 #include "Core/Diagnosis/Report.h"
 #include "Core/Knowledge/CatalogFile.h"
+#include "Core/Support/StandardStreams.h"
+#include "Hosts/Linux/Browser/BridgeWire.h"
 #include "Hosts/Linux/Desktop/Display.h"
 #include "Hosts/Linux/Desktop/Motion.h"
 #include "Hosts/Linux/LinuxHost.h"
 #include "PaceletApp/Application/Program.h"
 #include "PaceletApp/Application/SingleInstance.h"
 #include "PaceletApp/Version.h"
-#include "tools/pacelet-report/LiveLook.h"
+#include "programs/pacelet-report/LiveLook.h"
 
 #include <fmt/format.h>
 
-#include <cstdio>
 #include <exception>
 #include <optional>
+#include <string>
 #include <string_view>
+#include <utility>
 
 namespace {
 
@@ -28,41 +31,57 @@ int comeForward(const SingleInstance& running) {
     if (running.askToShow()) {
         return 0;
     }
-    fmt::print(stderr, "Pacelet runs already, but doesn't answer.\n");
+    StandardStreams::complain("Pacelet runs already, but doesn't answer.");
     return statusUnavailable;
 }
 
-int showWindow(const std::string& display, int argc, char** argv) {
-    SingleInstance instance{SingleInstance::standardFolder()};
+int showWindow(Linux::ChosenDisplay display, int argc, char** argv) {
+    SingleInstance instance{SingleInstance::standardFolders()};
     if (!instance.isFirst()) {
         return comeForward(instance);
     }
-    qputenv("QT_QPA_PLATFORM", display.c_str());
+    if (!instance.isKnown()) {
+        StandardStreams::complain("Pacelet has no folder of its own to see whether it runs "
+                                  "already.");
+    }
+    qputenv("QT_QPA_PLATFORM", display.plugin.c_str());
     Program program{argc, argv};
+    display.connection.reset();
     Linux::LinuxSettings settings;
     settings.postToUI = postToUI;
+    settings.runtimeFolder = Linux::BridgeWire::standardFolder();
     Linux::LinuxHost host{settings};
-    return program.run(host.platform(), {&instance, [folder = settings.configFolder] {
+    return program.run(host.platform(), {&instance,
+                                         [folder = settings.configFolder] {
                                              return Linux::prefersReducedMotion(folder);
-                                         }});
+                                         },
+                                         [&host] { host.stopLongTools(); }});
+}
+
+/// The exit status of a program whose work is to print `text`.
+int printed(std::string_view text) {
+    if (StandardStreams::print(text)) {
+        return 0;
+    }
+    StandardStreams::complain("pacelet: the answer couldn't be written");
+    return statusUnavailable;
 }
 
 int printAnswer() {
     try {
-        const ProcessCatalog catalog =
-            ProcessCatalog::bundled(ResourceLocations::beside(programFolder()));
         Linux::LinuxHost host;
-        const report::Look look =
-            report::lookAtMachine(host.tools(), host.kernel(), host.clock(), catalog);
-        fmt::print("{}\n", Report::render(report::diagnose(look, catalog), look.reading.groups,
-                                          catalog, look.reading.signals));
+        const Platform machine = host.platform();
+        const ProcessCatalog catalog =
+            ProcessCatalog::bundled(ResourceLocations::beside(programFolder())).on(machine.system);
+        const report::Look look = report::lookAtMachine(machine, catalog);
+        const std::string answer = Report::render(
+            report::diagnose(look, catalog), look.reading.groups, catalog, look.reading.signals);
+        return printed(answer + "\n\nThere is no display here. Start pacelet in a desktop session "
+                                "to see its window, or under xvfb-run.\n");
     } catch (const CatalogError&) {
-        fmt::print(stderr, "Pacelet couldn't load its process list. Reinstall Pacelet.\n");
+        StandardStreams::complain("Pacelet couldn't load its process list. Reinstall Pacelet.");
         return statusUnavailable;
     }
-    fmt::print("\nThere is no display here. Start pacelet in a desktop session to see its window, "
-               "or under xvfb-run.\n");
-    return 0;
 }
 
 /// What the first argument asks for instead of the window. Others are for the windowing system, or
@@ -83,15 +102,15 @@ std::optional<std::string> answerTo(std::string_view argument) {
 } // namespace
 
 int main(int argc, char** argv) {
+    StandardStreams::secure();
     try {
         if (const auto answer = argc > 1 ? answerTo(argv[1]) : std::nullopt) {
-            fmt::print("{}", *answer);
-            return 0;
+            return printed(*answer);
         }
-        const auto display = Linux::chooseDisplay();
-        return display ? showWindow(*display, argc, argv) : printAnswer();
+        auto display = Linux::chooseDisplay();
+        return display ? showWindow(*std::move(display), argc, argv) : printAnswer();
     } catch (const std::exception& error) {
-        fmt::print(stderr, "pacelet: {}\n", error.what());
+        StandardStreams::complain(std::string{"pacelet: "} + error.what());
         return statusUnavailable;
     }
 }

@@ -2,6 +2,7 @@
 
 #include "Core/Browser/BrowserError.h"
 #include "Core/Browser/OSAScriptRunner.h"
+#include "Core/Browser/TabListing.h"
 #include "Core/Browser/TabScript.h"
 
 namespace pacelet {

@@ -23,10 +23,6 @@ namespace pacelet::TabScript {
 /// Asks for the listing.
 std::string list(ChromiumBrowser browser);
 
-/// Reads a listing. What it cannot use it drops: a title that holds a separator costs its own tab
-/// only. `appName` is the browser's name, behind which a window's name tells the profile.
-std::vector<BrowserWindow> parse(std::string_view listing, std::string_view appName);
-
 /// Closes the tabs, each addressed by its own id.
 std::string close(const std::vector<BrowserTab>& tabs, ChromiumBrowser browser);
 

@@ -9,24 +9,27 @@ namespace pacelet::Diagnosis {
 
 namespace {
 
-std::vector<Finding> ranked(std::vector<Rules::Weighted> weighted) {
+WeighedResult ranked(std::vector<Rules::Weighted> weighted) {
     std::ranges::stable_sort(weighted, [](const auto& left, const auto& right) {
         if (left.finding.severity() != right.finding.severity()) {
             return left.finding.severity() > right.finding.severity();
         }
         return left.weight > right.weight;
     });
-    std::vector<Finding> findings;
-    findings.reserve(weighted.size());
+    WeighedResult all;
+    all.result.findings.reserve(weighted.size());
+    all.weights.reserve(weighted.size());
     for (Rules::Weighted& entry : weighted) {
-        findings.push_back(std::move(entry.finding));
+        all.result.findings.push_back(std::move(entry.finding));
+        all.weights.push_back(entry.weight);
     }
-    return findings;
+    all.result.status = statusOf(all.result.findings);
+    return all;
 }
 
 } // namespace
 
-DiagnosisResult run(const DiagnosisInput& input, const ProcessCatalog& catalog) {
+WeighedResult weigh(const DiagnosisInput& input, const ProcessCatalog& catalog) {
     Rules::Run run{input, catalog};
     Rules::stuckApp(run);
     Rules::heat(run);
@@ -39,11 +42,11 @@ DiagnosisResult run(const DiagnosisInput& input, const ProcessCatalog& catalog) 
     Rules::disk(run);
     Rules::lowPowerMode(run);
     Rules::longUptime(run);
+    return ranked(std::move(run.findings));
+}
 
-    DiagnosisResult result;
-    result.findings = ranked(std::move(run.findings));
-    result.status = statusOf(result.findings);
-    return result;
+DiagnosisResult run(const DiagnosisInput& input, const ProcessCatalog& catalog) {
+    return weigh(input, catalog).result;
 }
 
 double spotlightLoad(std::span<const ProcessGroup> groups) {

@@ -6,6 +6,7 @@
 #include <array>
 #include <span>
 #include <string_view>
+#include <vector>
 
 /// The rules that say what slows the machine down. Pure: no clock, no file, no state.
 namespace pacelet::Diagnosis {
@@ -36,7 +37,17 @@ inline constexpr std::string_view virtualizationPrefix =
 /// How long Spotlight must have been busy to count as stuck; strictly more than this.
 inline constexpr Seconds spotlightStuckAfter{10800.0};
 
+/// What the rules return, and what each finding's processes use of the CPU, in percent of one core
+/// and in the order of the findings; 0 for a finding that is about none.
+struct WeighedResult {
+    DiagnosisResult result;
+    std::vector<double> weights;
+};
+
 /// Runs all rules and ranks what they find: gravest first, then by CPU, then in rule order.
+WeighedResult weigh(const DiagnosisInput& input, const ProcessCatalog& catalog);
+
+/// The same without the weights.
 DiagnosisResult run(const DiagnosisInput& input, const ProcessCatalog& catalog);
 
 /// What the Spotlight family uses together, in percent of one core.

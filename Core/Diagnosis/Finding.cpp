@@ -60,6 +60,14 @@ std::string_view rawValue(Severity severity) {
     return rowOf(severities, severity).rawValue;
 }
 
+std::optional<FindingKind> kindFromRawValue(std::string_view rawValue) {
+    return fromRawValue<FindingKind>(kinds, rawValue);
+}
+
+std::optional<Severity> severityFromRawValue(std::string_view rawValue) {
+    return fromRawValue<Severity>(severities, rawValue);
+}
+
 Finding::Finding(Fields fields) : id_{rawValue(fields.kind)}, fields_{std::move(fields)} {
     if (fields_.groupID) {
         id_ += ":" + *fields_.groupID;

@@ -39,11 +39,13 @@ enum class FindingKind {
 };
 
 std::string_view rawValue(FindingKind kind);
+std::optional<FindingKind> kindFromRawValue(std::string_view rawValue);
 
 /// Name of the icon glyph of the kind.
 std::string_view symbol(FindingKind kind);
 
 std::string_view rawValue(Severity severity);
+std::optional<Severity> severityFromRawValue(std::string_view rawValue);
 
 /// One cause, with its sentences finished: no screen composes them.
 class Finding {

@@ -10,9 +10,27 @@
 
 namespace pacelet {
 
+namespace {
+
+/// Asks the machine about the programs that stand for the groups.
+void addFacts(std::vector<ProcessGroup>& groups, ProgramKnowledge& knowledge) {
+    std::vector<ProgramQuestion> questions;
+    questions.reserve(groups.size());
+    for (const ProcessGroup& group : groups) {
+        const ProcessUsage& primary = group.primary();
+        questions.push_back({primary.pid, primary.path});
+    }
+    auto answers = knowledge.about(questions);
+    for (std::size_t place = 0; place < groups.size(); ++place) {
+        groups[place].facts = std::move(answers[place]);
+    }
+}
+
+} // namespace
+
 MachineReading readMachine(ToolRunner& tools, Kernel& kernel, Clock& clock,
                            const std::optional<Snapshot>& previous, const ProcessCatalog& catalog,
-                           Explaining explaining) {
+                           Explaining explaining, ProgramKnowledge* knowledge) {
     const std::uint32_t uid = kernel.getuid();
     MachineReading reading;
     reading.snapshot = PSProcessSource{tools, clock}.sample();
@@ -20,6 +38,9 @@ MachineReading readMachine(ToolRunner& tools, Kernel& kernel, Clock& clock,
         previous, reading.snapshot, MemoryReader::ownProcesses(kernel, reading.snapshot, uid));
     const double total = CPUMeter::total(usages);
     reading.groups = AppGrouper::group(std::move(usages), uid);
+    if (knowledge != nullptr) {
+        addFacts(reading.groups, *knowledge);
+    }
     if (explaining == Explaining::yes) {
         reading.explanations.reserve(reading.groups.size());
         for (const ProcessGroup& group : reading.groups) {

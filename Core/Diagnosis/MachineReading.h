@@ -3,10 +3,11 @@
 #include "Core/Knowledge/ProcessCatalog.h"
 #include "Core/Platform/Clock.h"
 #include "Core/Platform/Kernel.h"
+#include "Core/Platform/ProcessSample.h"
+#include "Core/Platform/ProgramKnowledge.h"
 #include "Core/Platform/ToolRunner.h"
 #include "Core/Sampling/MemoryStats.h"
 #include "Core/Sampling/ProcessGroup.h"
-#include "Core/Sampling/ProcessSample.h"
 #include "Core/Sampling/SystemSignals.h"
 
 #include <optional>
@@ -29,9 +30,10 @@ struct MachineReading {
 enum class Explaining { no, yes };
 
 /// Reads the process table and the machine's signals, measured against `previous`. Blocks; runs on
-/// a background thread. Throws what `PSProcessSource::sample` throws.
+/// a background thread. `knowledge` is asked about each group, and null on a machine that tells
+/// nothing of its programs. Throws what `PSProcessSource::sample` throws.
 MachineReading readMachine(ToolRunner& tools, Kernel& kernel, Clock& clock,
                            const std::optional<Snapshot>& previous, const ProcessCatalog& catalog,
-                           Explaining explaining);
+                           Explaining explaining, ProgramKnowledge* knowledge = nullptr);
 
 } // namespace pacelet

@@ -23,24 +23,34 @@ constexpr std::array<StatusRow, 3> statuses{{
     {Status::struggling, "Struggling"},
 }};
 
-std::string signalsLine(const SystemSignals& signals) {
-    return fmt::format("CPU {} · Memory {} · Heat {}", Format::percent(signals.cpuLoadPercent),
-                       label(signals.pressure), label(signals.thermal));
+std::string signalsLine(const SystemSignals& signals, const Known& known) {
+    std::vector<std::string> parts;
+    if (known.load) {
+        parts.push_back("CPU " + Format::percent(signals.cpuLoadPercent));
+    }
+    if (known.signals) {
+        parts.push_back(fmt::format("Memory {}", label(signals.pressure)));
+        parts.push_back(fmt::format("Heat {}", label(signals.thermal)));
+    }
+    return fmt::format("{}", fmt::join(parts, " · "));
 }
 
-std::string groupLine(const ProcessGroup& group, const ProcessCatalog& catalog) {
+std::string groupLine(const ProcessGroup& group, const ProcessCatalog& catalog,
+                      const Known& known) {
     const Explanation explanation = catalog.explain(group);
     const std::string helpers =
         group.members.size() >= 2 ? fmt::format(" (+{})", group.helperCount()) : "";
-    return fmt::format("{}{}  {}  {}  {}  — {}", group.displayName, helpers,
-                       Format::percent(group.cpuPercent), Format::bytes(group.memoryBytes),
-                       label(explanation.verdict), explanation.title);
+    const std::string memory = known.memory ? Format::bytes(group.memoryBytes) + "  " : "";
+    return fmt::format("{}{}  {}  {}{}  — {}", group.displayName, helpers,
+                       Format::percent(group.cpuPercent), memory, label(explanation.verdict),
+                       explanation.title);
 }
 
 } // namespace
 
 std::string render(const DiagnosisResult& result, std::span<const ProcessGroup> groups,
-                   const ProcessCatalog& catalog, const SystemSignals& signals) {
+                   const ProcessCatalog& catalog, const SystemSignals& signals,
+                   const Known& known) {
     std::vector<std::string> lines;
     lines.push_back(fmt::format("Status: {}", statusLabel(result.status)));
     if (const Finding* hero = result.hero()) {
@@ -49,10 +59,12 @@ std::string render(const DiagnosisResult& result, std::span<const ProcessGroup> 
     for (const Finding& finding : result.more()) {
         lines.push_back("Also: " + finding.headline());
     }
-    lines.push_back(signalsLine(signals));
+    if (known.load || known.signals) {
+        lines.push_back(signalsLine(signals, known));
+    }
     lines.emplace_back();
     for (const ProcessGroup& group : groups.first(std::min(groups.size(), mostGroups))) {
-        lines.push_back(groupLine(group, catalog));
+        lines.push_back(groupLine(group, catalog, known));
     }
     return fmt::format("{}", fmt::join(lines, "\n"));
 }

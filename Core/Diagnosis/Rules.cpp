@@ -61,6 +61,32 @@ const ProcessGroup* memoryCulprit(std::span<const ProcessGroup> groups) {
     return largest;
 }
 
+/// Whether memory is short. Pages that lie in the swap from long ago are no sign of it on a machine
+/// that tells how much it could hand out, and has plenty.
+bool isShortOfMemory(const SystemSignals& signals) {
+    constexpr std::int64_t heavySwap = 4 * gibibyte;
+    constexpr std::int64_t plentyShare = 5;
+    const bool hasPlenty = signals.memoryAvailableBytes &&
+                           *signals.memoryAvailableBytes >= signals.memoryTotalBytes / plentyShare;
+    return signals.pressure != Pressure::normal ||
+           (signals.swapUsedBytes > heavySwap && !hasPlenty);
+}
+
+/// The group that eats the memory of a machine which tells what it has left: one that can be quit,
+/// unless another is more than twice as large. Null when nobody holds a noteworthy part.
+const ProcessGroup* memoryEater(std::span<const ProcessGroup> groups, std::int64_t installed) {
+    constexpr std::int64_t noteworthyShare = 10;
+    const auto largest = std::ranges::max_element(groups, {}, &ProcessGroup::memoryBytes);
+    const ProcessGroup* culprit = memoryCulprit(groups);
+    if (culprit == nullptr) {
+        return nullptr;
+    }
+    if (culprit->memoryBytes < largest->memoryBytes / 2) {
+        culprit = &*largest;
+    }
+    return culprit->memoryBytes >= installed / noteworthyShare ? culprit : nullptr;
+}
+
 /// A virtual machine's processor time belongs to the application that runs it.
 Finding::Fields virtualMachine(const Run& run, const ProcessGroup& busy) {
     Finding::Fields fields;
@@ -104,7 +130,7 @@ void stuckApp(Run& run) {
         return;
     }
     Finding::Fields fields{.kind = FindingKind::stuckApp, .severity = Severity::high};
-    fields.headline = *run.input.stuckApp + " won't quit. Restart your Mac to clear it.";
+    fields.headline = run.say("{} won't quit. Restart your Mac to clear it.", *run.input.stuckApp);
     fields.detail = "Some apps can't be closed once they're stuck. A restart clears them.";
     fields.primaryFix = FixID::restartMac;
     run.add(std::move(fields), 0);
@@ -117,19 +143,23 @@ void heat(Run& run) {
         return;
     case Thermal::warm:
         fields.severity = Severity::low;
-        fields.headline = "Your Mac is warm, so macOS is slowing it slightly to cool down.";
-        fields.detail = "kernel_task holds back other work to cool your Mac. Heavy apps and "
-                        "blocked vents make it worse.";
+        fields.headline =
+            run.say("Your Mac is warm, so macOS is slowing it slightly to cool down.");
+        fields.detail =
+            run.say("kernel_task holds back other work to cool your Mac. Heavy apps and "
+                    "blocked vents make it worse.");
         break;
     case Thermal::hot:
         fields.severity = Severity::high;
-        fields.headline = "Your Mac is hot and slowing itself down to cool off.";
-        fields.detail = "kernel_task holds back other work to cool your Mac. Quit heavy apps and "
-                        "give it some air.";
+        fields.headline = run.say("Your Mac is hot and slowing itself down to cool off.");
+        fields.detail =
+            run.say("kernel_task holds back other work to cool your Mac. Quit heavy apps and "
+                    "give it some air.");
         break;
     case Thermal::veryHot:
         fields.severity = Severity::critical;
-        fields.headline = "Your Mac is very hot and running much slower to protect itself.";
+        fields.headline =
+            run.say("Your Mac is very hot and running much slower to protect itself.");
         fields.detail = "Quit heavy apps, unplug extra displays and give it some air.";
         break;
     }
@@ -138,17 +168,22 @@ void heat(Run& run) {
 }
 
 void memory(Run& run) {
-    constexpr std::int64_t heavySwap = 4 * gibibyte;
     const SystemSignals& signals = run.input.signals;
-    if (signals.pressure == Pressure::normal && signals.swapUsedBytes <= heavySwap) {
+    if (!isShortOfMemory(signals)) {
         return;
     }
     Finding::Fields fields{.kind = FindingKind::memory};
     fields.severity = signals.pressure == Pressure::critical ? Severity::high : Severity::medium;
-    fields.headline = "Your Mac is running low on memory.";
-    const ProcessGroup* culprit = memoryCulprit(run.input.groups);
+    fields.headline = run.say("Your Mac is running low on memory.");
+    const bool tellsWhatIsLeft = signals.memoryAvailableBytes.has_value();
+    const ProcessGroup* culprit = tellsWhatIsLeft
+                                      ? memoryEater(run.input.groups, signals.memoryTotalBytes)
+                                      : memoryCulprit(run.input.groups);
     if (culprit == nullptr) {
-        fields.detail = "Swap in use: " + Format::bytes(signals.swapUsedBytes) + ".";
+        fields.detail = tellsWhatIsLeft
+                            ? "No single app holds much of it. Only " +
+                                  Format::bytes(*signals.memoryAvailableBytes) + " is left."
+                            : "Swap in use: " + Format::bytes(signals.swapUsedBytes) + ".";
         run.add(std::move(fields), 0);
         return;
     }
@@ -195,8 +230,9 @@ void photos(Run& run) {
     }
     Finding::Fields fields{.kind = FindingKind::photos, .severity = Severity::low};
     fields.headline = "Photos is analyzing your library.";
-    fields.detail = "It finds faces and objects in your photos, mostly while your Mac is idle and "
-                    "plugged in.";
+    fields.detail =
+        run.say("It finds faces and objects in your photos, mostly while your Mac is idle "
+                "and plugged in.");
     fields.groupID = load->top().id;
     fields.leaveNote = "Runs while plugged in";
     run.add(std::move(fields), load->cpuPercent);
@@ -280,14 +316,15 @@ void disk(Run& run) {
     if (freeGB < fullBelow) {
         fields.severity = Severity::high;
         fields.headline = "Your disk is almost full.";
-        fields.detail = "Only " + Format::bytes(signals.diskFreeBytes) +
-                        " free. macOS slows down when space runs low.";
+        fields.detail = run.say("Only {} free. macOS slows down when space runs low.",
+                                Format::bytes(signals.diskFreeBytes));
     } else if (freeGB<roomyFrom&& static_cast<double>(signals.diskTotalBytes) * healthyShare>
                    freeBytes) {
         fields.severity = Severity::medium;
         fields.headline = "Your disk is getting full.";
-        fields.detail = Format::bytes(signals.diskFreeBytes) +
-                        " free. Keep at least 10% free so macOS has room for memory and updates.";
+        fields.detail =
+            run.say("{} free. Keep at least 10% free so macOS has room for memory and updates.",
+                    Format::bytes(signals.diskFreeBytes));
     } else {
         return;
     }
@@ -299,8 +336,8 @@ void lowPowerMode(Run& run) {
         return;
     }
     Finding::Fields fields{.kind = FindingKind::lowPower, .severity = Severity::low};
-    fields.headline = "Low Power Mode is on, so your Mac runs slower to save energy.";
-    fields.detail = "Turn it off in Battery settings when you need full speed.";
+    fields.headline = run.say("Low Power Mode is on, so your Mac runs slower to save energy.");
+    fields.detail = run.say("Turn it off in Battery settings when you need full speed.");
     fields.primaryFix = FixID::openBatterySettings;
     run.add(std::move(fields), 0);
 }
@@ -310,12 +347,12 @@ void longUptime(Run& run) {
     constexpr std::int64_t noteworthySwap = 2 * gibibyte;
     const SystemSignals& signals = run.input.signals;
     const std::int64_t days =
-        checkedTruncate(signals.uptime / secondsPerDay, "the uptime is not a finite number");
+        checkedTruncate(signals.uptime / secondsPerDay, "the uptime is out of range");
     if (days < manyDays || signals.swapUsedBytes <= noteworthySwap) {
         return;
     }
     Finding::Fields fields{.kind = FindingKind::longUptime, .severity = Severity::low};
-    fields.headline = "Your Mac hasn't restarted in " + std::to_string(days) + " days.";
+    fields.headline = run.say("Your Mac hasn't restarted in {} days.", days);
     fields.detail = "A restart clears memory that has built up over time.";
     fields.primaryFix = FixID::restartMac;
     run.add(std::move(fields), 0);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Core/Diagnosis/Diagnosis.h"
+#include "Core/Platform/HostWords.h"
 
 #include <string_view>
 #include <unordered_set>
@@ -23,6 +24,12 @@ struct Run {
     /// views point into `input.groups`.
     std::unordered_set<std::string_view> handled{};
     std::vector<Weighted> findings{};
+
+    /// The sentence in the words of this machine, and the data in its places.
+    template<typename... Data>
+    std::string say(fmt::format_string<const Data&...> sentence, const Data&... data) const {
+        return HostWords::say(catalog.system, sentence, data...);
+    }
 
     void add(Finding::Fields fields, double weight) {
         findings.push_back(Weighted{Finding{std::move(fields)}, weight});

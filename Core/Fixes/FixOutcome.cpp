@@ -10,11 +10,11 @@ namespace {
 
 constexpr std::int64_t userCanceled = -128;
 
-struct KindRow {
+struct OutcomeRow {
     FixOutcome::Kind value;
     std::string_view rawValue;
 };
-constexpr std::array<KindRow, 6> kinds{{
+constexpr std::array<OutcomeRow, 6> outcomeKinds{{
     {FixOutcome::Kind::failed, "failed"},
     {FixOutcome::Kind::done, "done"},
     {FixOutcome::Kind::alreadyGone, "alreadyGone"},
@@ -30,7 +30,7 @@ FixOutcome FixOutcome::fromAppleScriptError(std::int64_t number) {
 }
 
 std::string FixOutcome::description() const {
-    const std::string_view name = rowOf(kinds, kind_).rawValue;
+    const std::string_view name = rowOf(outcomeKinds, kind_).rawValue;
     return kind_ == Kind::failed ? fmt::format("{}(\"{}\")", name, reason_) : std::string{name};
 }
 

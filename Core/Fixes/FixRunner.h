@@ -2,8 +2,8 @@
 
 #include "Core/Fixes/FixOutcome.h"
 #include "Core/Fixes/QuitAttempt.h"
-#include "Core/Fixes/SettingsPane.h"
 #include "Core/Platform/Platform.h"
+#include "Core/Platform/SettingsPane.h"
 #include "Core/Sampling/ProcessGroup.h"
 
 #include <cstdint>

@@ -1,14 +1,14 @@
 #pragma once
 
-#include "Core/Inspectors/BackgroundItem.h"
-#include "Core/Sampling/ProcessSample.h"
+#include "Core/Platform/BackgroundItem.h"
+#include "Core/Platform/ProcessSample.h"
+#include "Core/Sampling/LaunchctlList.h"
 
 #include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 /// What is set up to run in the background: launch agents and daemons in their usual folders, and
@@ -18,9 +18,6 @@ namespace pacelet::BackgroundItemsReader {
 
 /// Names of the installed applications by bundle identifier.
 using InstalledApps = std::map<std::string, std::string>;
-
-/// Process identifiers of jobs by label.
-using RunningJobs = std::unordered_map<std::string, std::int32_t>;
 
 /// Reads the folders of a user and of the machine: first the launch folders, then what each
 /// application carries, folder entries always by name in byte order. Nothing is filtered or merged,
@@ -40,8 +37,8 @@ std::optional<BackgroundItem> parse(std::string_view plist, const std::string& s
 std::optional<std::string> ownerApp(const std::optional<std::string>& program,
                                     std::string_view label, const InstalledApps& installed);
 
-/// The running jobs of the output of `launchctl list`.
-RunningJobs parseLaunchctlList(std::string_view text);
+using pacelet::parseLaunchctlList;
+using pacelet::RunningJobs;
 
 /// The items with `pid` filled in: by label, else by a process that runs just the item's program
 /// (the first of them).

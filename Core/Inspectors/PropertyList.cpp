@@ -39,13 +39,14 @@ void PropertyList::Release::operator()(void* node) const {
 }
 
 std::optional<PropertyList> PropertyList::parse(std::string_view bytes) {
-    if (!PropertyListLimits::allow(bytes)) {
+    // The decoder compares up to a few bytes beyond the end, so these must be there; and it knows
+    // neither byte order marks nor UTF-16.
+    const std::string decoded = decodedText(std::string{bytes});
+    if (!PropertyListLimits::allow(decoded)) {
         return std::nullopt;
     }
-    // The decoder compares up to a few bytes beyond the end, so these must be there.
-    const std::string terminated{bytes};
     plist_t top = nullptr;
-    plist_from_memory(terminated.data(), static_cast<std::uint32_t>(terminated.size()), &top);
+    plist_from_memory(decoded.data(), static_cast<std::uint32_t>(decoded.size()), &top);
     PropertyList list{top};
     return PLIST_IS_DICT(top) ? std::optional{std::move(list)} : std::nullopt;
 }

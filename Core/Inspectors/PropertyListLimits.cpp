@@ -1,6 +1,9 @@
 #include "Core/Inspectors/PropertyListLimits.h"
 
+#include "Core/Support/Text.h"
+
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <vector>
@@ -12,21 +15,34 @@ namespace {
 /// Entities times bytes: about half a second of moving text.
 constexpr std::size_t mostMoves = std::size_t{1} << 31;
 
-bool closesContainer(std::string_view tag) {
-    return tag.starts_with("/dict") || tag.starts_with("/array");
-}
+enum class Kind { plist, dictionary, array, key, value };
 
-bool opensContainer(std::string_view tag) {
-    return (tag.starts_with("dict") || tag.starts_with("array")) && !tag.ends_with('/');
-}
+struct ElementRow {
+    std::string_view name;
+    Kind kind;
+};
+constexpr std::array<ElementRow, 11> elements{{
+    {"plist", Kind::plist},
+    {"dict", Kind::dictionary},
+    {"array", Kind::array},
+    {"key", Kind::key},
+    {"string", Kind::value},
+    {"integer", Kind::value},
+    {"real", Kind::value},
+    {"date", Kind::value},
+    {"data", Kind::value},
+    {"true", Kind::value},
+    {"false", Kind::value},
+}};
 
-/// Counts how deep the containers of an XML list nest, at least as deep as the decoder will see
-/// it: forms that would allow to hide a container from this count are refused, if rare ones.
-class NestingScan {
+/// Walks over the tags of an XML list, for the decoder takes broken ones for whole. It counts how
+/// deep containers nest, at least as deep as the decoder will see it: forms that would allow to
+/// hide a container from this count are refused, if rare ones.
+class TagWalk {
 public:
-    explicit NestingScan(std::string_view xml) : rest_{xml} {}
+    explicit TagWalk(std::string_view xml) : rest_{xml} {}
 
-    bool staysShallow() {
+    bool isWholeAndShallow() {
         while (skipThrough("<")) {
             const bool fine = rest_.starts_with("!--")        ? skipThrough("-->", 3)
                               : rest_.starts_with("![CDATA[") ? skipThrough("]]>")
@@ -35,10 +51,16 @@ public:
                 return false;
             }
         }
-        return true;
+        return isComplete_;
     }
 
 private:
+    struct Element {
+        std::string_view name;
+        Kind kind;
+        bool lacksValue; ///< a dictionary behind a key, or a list without its one content
+    };
+
     bool skipThrough(std::string_view mark, std::size_t from = 0) {
         const std::size_t at = rest_.find(mark, from);
         if (at == std::string_view::npos) {
@@ -51,22 +73,67 @@ private:
     bool takeTag() {
         if (rest_.starts_with('!') || rest_.starts_with('?')) {
             // Document type and processing instruction: only ahead of all content.
-            return depth_ == 0;
+            return open_.empty() && !isComplete_;
         }
-        const std::string_view tag = rest_.substr(0, rest_.find('>'));
-        const bool opens = opensContainer(tag);
-        if (tag.find('"') != std::string_view::npos && (opens || depth_ > 0)) {
+        const std::size_t length = rest_.find('>');
+        if (length == std::string_view::npos) {
             return false;
         }
-        rest_.remove_prefix(tag.size());
-        if (closesContainer(tag) && depth_ > 0) {
-            --depth_;
+        const std::string_view tag = rest_.substr(0, length);
+        rest_.remove_prefix(length + 1);
+        if (tag.starts_with('/')) {
+            return close(trimmed(tag.substr(1)));
         }
-        return !opens || ++depth_ <= deepestNesting;
+        const auto isNamed = [&](const ElementRow& row) {
+            return row.name == tag.substr(0, tag.find_first_of(" \t\r\n/"));
+        };
+        const auto row = std::ranges::find_if(elements, isNamed);
+        // A quoted ">" would end a tag for one reader and not for the other.
+        const bool isPlain = tag.find('"') == std::string_view::npos;
+        return row != elements.end() && (isPlain || row->kind == Kind::plist) && open(*row) &&
+               (!tag.ends_with('/') || close(row->name));
+    }
+
+    bool open(const ElementRow& row) {
+        if (isComplete_ || (open_.empty() ? row.kind == Kind::key : !mayHold(open_.back(), row))) {
+            return false;
+        }
+        open_.push_back({row.name, row.kind, row.kind == Kind::plist});
+        depth_ += isContainer(row.kind) ? 1 : 0;
+        return depth_ <= deepestNesting;
+    }
+
+    bool close(std::string_view name) {
+        if (open_.empty() || open_.back().name != name || open_.back().lacksValue) {
+            return false;
+        }
+        depth_ -= isContainer(open_.back().kind) ? 1 : 0;
+        open_.pop_back();
+        isComplete_ = open_.empty();
+        return true;
+    }
+
+    static bool isContainer(Kind kind) { return kind == Kind::dictionary || kind == Kind::array; }
+
+    /// Whether an element may stand next in `parent`, which takes note of it.
+    static bool mayHold(Element& parent, const ElementRow& next) {
+        const bool isKey = next.kind == Kind::key;
+        if (next.kind == Kind::plist || parent.kind == Kind::key || parent.kind == Kind::value) {
+            return false;
+        }
+        if (parent.kind == Kind::array) {
+            return !isKey;
+        }
+        const bool fits =
+            isKey ? parent.kind == Kind::dictionary && !parent.lacksValue : parent.lacksValue;
+        parent.lacksValue = isKey;
+        return fits;
     }
 
     std::string_view rest_;
+    std::vector<Element> open_;
     std::size_t depth_ = 0;
+    bool isComplete_ = false;
 };
 
 /// A walk through a binary list, each shared object visited as often as it is referred to, which
@@ -194,7 +261,7 @@ bool allow(std::string_view bytes) {
                BinaryWalk{bytes}.staysSmall();
     }
     const auto entities = static_cast<std::size_t>(std::count(bytes.begin(), bytes.end(), '&'));
-    return entities * bytes.size() <= mostMoves && NestingScan{bytes}.staysShallow();
+    return entities * bytes.size() <= mostMoves && TagWalk{bytes}.isWholeAndShallow();
 }
 
 } // namespace pacelet::PropertyListLimits

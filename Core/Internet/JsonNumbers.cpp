@@ -1,12 +1,13 @@
 #include "Core/Internet/JsonNumbers.h"
 
 #include "Core/Support/Checked.h"
+#include "Core/Support/JsonDocument.h"
 
 namespace pacelet {
 
 std::optional<JsonNumbers> JsonNumbers::read(std::string_view json) {
     JsonNumbers numbers;
-    if (numbers.parser_->parse(json.data(), json.size()).get(numbers.object_)) {
+    if (parseJson(*numbers.parser_, json).get(numbers.object_)) {
         return std::nullopt;
     }
     return numbers;

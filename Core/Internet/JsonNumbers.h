@@ -12,7 +12,7 @@ namespace pacelet {
 class JsonNumbers {
 public:
     /// Nothing unless `json` is one valid JSON document whose top level is an object. A number that
-    /// neither 64-bit integers nor finite floats hold makes a document invalid.
+    /// no finite float holds reads as none.
     static std::optional<JsonNumbers> read(std::string_view json);
 
     /// Whether `key` is missing, or null.

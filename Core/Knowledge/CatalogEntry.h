@@ -2,12 +2,17 @@
 
 #include "Core/Knowledge/FixID.h"
 #include "Core/Knowledge/Verdict.h"
+#include "Core/Platform/OperatingSystem.h"
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace pacelet {
+
+/// The icon glyph of what has none of its own.
+inline constexpr std::string_view defaultSymbol = "gearshape";
 
 /// One hand-written record of the catalog.
 struct CatalogEntry {
@@ -30,6 +35,7 @@ struct CatalogEntry {
     std::vector<FixID> fixes; ///< in order of preference
     std::string guide;        ///< path component of the guide page
     std::optional<std::string> symbol;
+    std::optional<OperatingSystem> system; ///< where these names mean this; absent: everywhere
 
     bool operator==(const CatalogEntry&) const = default;
 };

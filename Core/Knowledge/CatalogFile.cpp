@@ -1,9 +1,9 @@
 #include "Core/Knowledge/CatalogFile.h"
 
+#include "Core/Support/Files.h"
+#include "Core/Support/JsonDocument.h"
+
 #include <fmt/format.h>
-#include <fstream>
-#include <simdjson.h>
-#include <sstream>
 #include <system_error>
 
 namespace pacelet::CatalogFile {
@@ -12,6 +12,9 @@ namespace {
 
 using simdjson::dom::element;
 using simdjson::dom::object;
+
+/// The catalog has some 100 KB.
+constexpr std::size_t largestFile = std::size_t{64} << 20;
 
 [[noreturn]] void failDecoding(const std::string& message) {
     throw CatalogError{CatalogError::Kind::undecodable, message};
@@ -91,6 +94,12 @@ CatalogEntry decodeEntry(const Fields& fields) {
     }
     entry.guide = fields.text("guide");
     entry.symbol = fields.optionalText("symbol");
+    if (const auto system = fields.optionalText("system")) {
+        entry.system = operatingSystemFromRawValue(*system);
+        if (!entry.system) {
+            fields.fail("system");
+        }
+    }
     return entry;
 }
 
@@ -99,7 +108,7 @@ CatalogEntry decodeEntry(const Fields& fields) {
 std::vector<CatalogEntry> decode(std::string_view json) {
     simdjson::dom::parser parser;
     simdjson::dom::array list;
-    if (const auto error = parser.parse(json.data(), json.size()).get(list)) {
+    if (const auto error = parseJson(parser, json).get(list)) {
         failDecoding(fmt::format("no JSON array of entries: {}", simdjson::error_message(error)));
     }
     std::vector<CatalogEntry> entries;
@@ -120,13 +129,12 @@ std::vector<CatalogEntry> read(const std::filesystem::path& file) {
     if (!std::filesystem::exists(file, error)) {
         throw CatalogError{CatalogError::Kind::notFound, "no such file: " + file.string()};
     }
-    std::ifstream stream{file, std::ios::binary};
-    std::ostringstream text;
-    text << stream.rdbuf();
-    if (!stream || !text) {
-        throw CatalogError{CatalogError::Kind::unreadable, "couldn't read " + file.string()};
+    std::string text;
+    if (const auto failure = readFile(file.string(), largestFile, text)) {
+        throw CatalogError{CatalogError::Kind::unreadable,
+                           fmt::format("couldn't read {}: {}", file.string(), failure.message())};
     }
-    return decode(text.view());
+    return decode(text);
 }
 
 } // namespace pacelet::CatalogFile

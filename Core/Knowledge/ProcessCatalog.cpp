@@ -1,17 +1,19 @@
 #include "Core/Knowledge/ProcessCatalog.h"
 
 #include "Core/Knowledge/CatalogFile.h"
+#include "Core/Knowledge/LocalExplanation.h"
+#include "Core/Platform/HostWords.h"
 #include "Core/Support/Precondition.h"
+#include "Core/Support/Text.h"
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <system_error>
 
 namespace pacelet {
 
 namespace {
-
-constexpr std::string_view defaultSymbol = "gearshape";
 
 /// Executables below these folders are the system's own. Narrower than what the safety gate
 /// protects: nothing here reaches below "/usr/local/".
@@ -42,9 +44,22 @@ Explanation fallback(std::string title, std::string summary, Verdict verdict) {
     return explanation;
 }
 
-Explanation processFallback(std::string_view path, const std::optional<std::string>& appName) {
-    if (std::ranges::any_of(systemPrefixes,
-                            [&](auto prefix) { return path.starts_with(prefix); })) {
+/// Every text of an entry that a user reads.
+void reword(CatalogEntry& entry, OperatingSystem system) {
+    for (std::string* const text : {&entry.title, &entry.summary, &entry.whyHigh}) {
+        *text = HostWords::on(system, *text);
+    }
+    if (entry.idleNote) {
+        entry.idleNote = HostWords::on(system, *entry.idleNote);
+    }
+}
+
+Explanation processFallback(std::string_view path, const std::optional<std::string>& appName,
+                            OperatingSystem system) {
+    // Elsewhere these folders hold whatever was installed, too.
+    if (system == OperatingSystem::macOS && std::ranges::any_of(systemPrefixes, [&](auto prefix) {
+            return path.starts_with(prefix);
+        })) {
         return fallback("Part of macOS", "A built-in macOS process.", Verdict::leave);
     }
     if (appName) {
@@ -82,25 +97,48 @@ ProcessCatalog ProcessCatalog::bundled(const ResourceLocations& locations) {
     return {CatalogFile::read(locations.resourceBundle / fileName)};
 }
 
-Explanation ProcessCatalog::explain(std::string_view name, std::string_view path,
-                                    const std::optional<std::string>& appName) const {
+ProcessCatalog ProcessCatalog::on(OperatingSystem thisSystem) const {
+    ProcessCatalog catalog{{}, thisSystem};
+    std::ranges::copy_if(
+        entries, std::back_inserter(catalog.entries),
+        [&](const CatalogEntry& entry) { return entry.system.value_or(thisSystem) == thisSystem; });
+    if (thisSystem != OperatingSystem::macOS) {
+        for (CatalogEntry& entry : catalog.entries) {
+            reword(entry, thisSystem);
+        }
+    }
+    return catalog;
+}
+
+const CatalogEntry* ProcessCatalog::entryFor(std::string_view name, std::string_view path) const {
     for (const CatalogEntry& entry : entries) {
         if (std::ranges::find(entry.match.names, name) != entry.match.names.end()) {
-            return explanationOf(entry);
+            return &entry;
         }
     }
     for (const CatalogEntry& entry : entries) {
         if (anyPrefixOf(entry.match.pathPrefixes, path)) {
-            return explanationOf(entry);
+            return &entry;
         }
     }
-    return processFallback(path, appName);
+    return nullptr;
+}
+
+Explanation ProcessCatalog::explain(std::string_view name, std::string_view path,
+                                    const std::optional<std::string>& appName) const {
+    const CatalogEntry* const entry = entryFor(name, path);
+    return entry != nullptr ? explanationOf(*entry) : processFallback(path, appName, system);
 }
 
 Explanation ProcessCatalog::explain(const ProcessGroup& group) const {
     const ProcessUsage& primary = group.primary();
-    return explain(primary.name, primary.path,
-                   group.appPath ? std::optional{group.displayName} : std::nullopt);
+    const auto appName = group.appPath ? std::optional{group.displayName} : std::nullopt;
+    if (group.facts != nullptr && entryFor(primary.name, primary.path) == nullptr) {
+        if (auto local = LocalExplanation::make(*group.facts, primary.name, appName)) {
+            return *std::move(local);
+        }
+    }
+    return explain(primary.name, primary.path, appName);
 }
 
 Explanation ProcessCatalog::explainLabel(std::string_view launchdLabel,
@@ -117,6 +155,22 @@ Explanation ProcessCatalog::explainLabel(std::string_view launchdLabel,
     return fallback("Unknown developer",
                     "A background helper from a developer Pacelet doesn't recognize.",
                     Verdict::review);
+}
+
+Explanation ProcessCatalog::explain(const BackgroundItem& item) const {
+    Explanation byLabel = explainLabel(item.label, item.ownerApp);
+    if (!byLabel.isFallback || !item.facts) {
+        return byLabel;
+    }
+    if (item.program) {
+        if (const CatalogEntry* const entry =
+                entryFor(lastPathComponent(*item.program), *item.program)) {
+            return explanationOf(*entry);
+        }
+    }
+    // What stands in front of the label's ending is a name fit to be read.
+    return LocalExplanation::make(*item.facts, withoutExtension(item.label), item.ownerApp)
+        .value_or(std::move(byLabel));
 }
 
 } // namespace pacelet

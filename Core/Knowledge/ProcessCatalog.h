@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Core/Knowledge/CatalogEntry.h"
+#include "Core/Platform/BackgroundItem.h"
 #include "Core/Sampling/ProcessGroup.h"
 
 #include <filesystem>
@@ -25,24 +26,36 @@ struct ResourceLocations {
 /// Immutable once loaded, so any thread may read it.
 struct ProcessCatalog {
     std::vector<CatalogEntry> entries; ///< in file order: the first match wins
+    OperatingSystem system = OperatingSystem::macOS;
 
     /// Loads "processes.json" from the first location that has it. Throws `CatalogError`. Stops the
     /// program when the file is not in the main folder and there is no resource bundle at all.
     static ProcessCatalog bundled(const ResourceLocations& locations);
+
+    /// The catalog for machines with this system: without the entries of others.
+    ProcessCatalog on(OperatingSystem thisSystem) const;
 
     /// An exact name in any entry beats every path prefix. `appName` names the application that the
     /// process belongs to.
     Explanation explain(std::string_view name, std::string_view path,
                         const std::optional<std::string>& appName) const;
 
-    /// Explains the group's primary member.
+    /// Explains the group's primary member. What no entry claims is explained by the group's facts,
+    /// as far as they tell anything.
     Explanation explain(const ProcessGroup& group) const;
 
     /// Explains a background item by its launchd label.
     Explanation explainLabel(std::string_view launchdLabel,
                              const std::optional<std::string>& ownerApp) const;
 
+    /// Explains a background item: by its label; where it tells of itself, by the entry of its
+    /// program or by what it tells; else by its owner.
+    Explanation explain(const BackgroundItem& item) const;
+
     bool operator==(const ProcessCatalog&) const = default;
+
+private:
+    const CatalogEntry* entryFor(std::string_view name, std::string_view path) const;
 };
 
 } // namespace pacelet

@@ -56,7 +56,7 @@ public:
     /// when there is no such value or it does not fit. Names in use, with their records:
     /// "kern.memorystatus_vm_pressure_level" (int32: 1 normal, 2 warn, 4 critical), "vm.swapusage"
     /// (`SwapUsageRecord`), "kern.boottime" (`BootTimeRecord`), "hw.optional.arm64" (int32),
-    /// "hw.model" (a text with a NUL at its end).
+    /// "hw.model" and "kern.ostype" (texts with a NUL at their ends).
     virtual std::optional<std::size_t> sysctlbyname(std::string_view name,
                                                     std::span<std::byte> record) = 0;
 
@@ -73,6 +73,10 @@ public:
 
     /// Bytes of installed memory.
     virtual std::int64_t physicalMemory() = 0;
+
+    /// Bytes of memory that could be handed out without swapping; nothing where the system keeps no
+    /// such count, as on a Mac.
+    virtual std::optional<std::int64_t> availableMemory() = 0;
 
     /// 0 nominal, 1 fair, 2 serious, 3 critical.
     virtual int thermalState() = 0;

@@ -50,6 +50,10 @@ public:
     virtual std::unique_ptr<WiFiInterface> wifiInterface() = 0;
 
     virtual std::shared_ptr<PathMonitor> makePathMonitor() = 0;
+
+    /// Whether data on the present way to the internet is counted and may cost money, as far as the
+    /// system knows. It may block for a moment, so never on the UI thread.
+    virtual bool isExpensive() = 0;
 };
 
 } // namespace pacelet

@@ -1,11 +1,14 @@
 #pragma once
 
+#include "Core/Platform/BackgroundItemSource.h"
 #include "Core/Platform/Clock.h"
 #include "Core/Platform/Kernel.h"
 #include "Core/Platform/Log.h"
 #include "Core/Platform/LoginItems.h"
 #include "Core/Platform/NetworkLink.h"
+#include "Core/Platform/OperatingSystem.h"
 #include "Core/Platform/Preferences.h"
+#include "Core/Platform/ProgramKnowledge.h"
 #include "Core/Platform/ToolRunner.h"
 #include "Core/Platform/WindowServer.h"
 #include "Core/Platform/Workspace.h"
@@ -29,6 +32,9 @@ struct Platform {
     std::string home;               ///< the user's home folder, without a slash at its end
     std::string root;               ///< where "Applications" and "Library" stand: "/" on a Mac
     std::string applicationSupport; ///< folder of per-user application data
+    OperatingSystem system = OperatingSystem::macOS;
+    ProgramKnowledge* knowledge = nullptr; ///< null where the machine tells nothing of its programs
+    BackgroundItemSource* backgroundItems = nullptr; ///< null where a Mac's folders tell all
 };
 
 } // namespace pacelet

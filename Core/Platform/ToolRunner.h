@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Core/Sampling/Shell.h"
+#include "Core/Platform/ShellOutput.h"
 
 #include <string>
 #include <vector>

@@ -68,7 +68,8 @@ private:
 void complete(ProcessGroup& group, std::uint32_t currentUID) {
     for (const ProcessUsage& member : group.members) {
         group.cpuPercent += member.cpuPercent;
-        group.memoryBytes = checkedAdd(group.memoryBytes, member.memoryBytes);
+        group.memoryBytes = checkedAdd(group.memoryBytes, member.memoryBytes,
+                                       "the memory of a group exceeds 64 bits");
     }
     if (!group.appPath) {
         group.displayName = group.members.front().name;
@@ -101,18 +102,6 @@ std::vector<ProcessGroup> sorted(std::vector<ProcessGroup> groups) {
 }
 
 } // namespace
-
-std::optional<std::string_view> outermostApp(std::string_view path) {
-    constexpr std::string_view extension = ".app";
-    constexpr std::string_view inside = ".app/";
-    if (const std::size_t at = path.find(inside); at != std::string_view::npos) {
-        return path.substr(0, at + extension.size());
-    }
-    if (path.ends_with(extension)) {
-        return path;
-    }
-    return std::nullopt;
-}
 
 std::vector<ProcessGroup> group(std::vector<ProcessUsage> usages, std::uint32_t currentUID) {
     Folding folding{usages.size()};

@@ -70,9 +70,10 @@ std::string storage(std::int64_t count) {
     constexpr double gigabytesPerTerabyte = 1000;
     const double size = static_cast<double>(count) / gigabyte;
     if (size >= gigabytesPerTerabyte) {
-        return fmt::format("{} TB", checkedRound(size / gigabytesPerTerabyte));
+        return fmt::format("{} TB",
+                           checkedRound(size / gigabytesPerTerabyte, "a size is out of range"));
     }
-    return fmt::format("{} GB", checkedRound(size));
+    return fmt::format("{} GB", checkedRound(size, "a size is out of range"));
 }
 
 } // namespace pacelet::Format

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Core/Platform/Kernel.h"
+#include "Core/Platform/ProcessSample.h"
 #include "Core/Sampling/CPUMeter.h"
-#include "Core/Sampling/ProcessSample.h"
 
 namespace pacelet::MemoryReader {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Core/Sampling/ProcessSample.h"
+#include "Core/Platform/ProcessSample.h"
 
 #include <optional>
 #include <string_view>

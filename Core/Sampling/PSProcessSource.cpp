@@ -1,6 +1,6 @@
 #include "Core/Sampling/PSProcessSource.h"
 
-#include "Core/Inspectors/BackgroundItemsReader.h"
+#include "Core/Sampling/LaunchctlList.h"
 #include "Core/Sampling/PSParser.h"
 
 namespace pacelet {
@@ -30,7 +30,7 @@ std::string PSProcessSource::argsListing(ToolRunner& tools) {
 }
 
 std::unordered_map<std::string, std::int32_t> PSProcessSource::launchctlList(ToolRunner& tools) {
-    return BackgroundItemsReader::parseLaunchctlList(tools.run("/bin/launchctl", {"list"}).stdout);
+    return parseLaunchctlList(tools.run("/bin/launchctl", {"list"}).stdout);
 }
 
 } // namespace pacelet

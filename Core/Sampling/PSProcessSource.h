@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Core/Platform/Clock.h"
+#include "Core/Platform/ProcessSample.h"
 #include "Core/Platform/ToolRunner.h"
-#include "Core/Sampling/ProcessSample.h"
 
 #include <cstdint>
 #include <stdexcept>

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "Core/Platform/ProgramKnowledge.h"
 #include "Core/Sampling/ProcessUsage.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -19,6 +21,9 @@ struct ProcessGroup {
     double cpuPercent = 0;              ///< percent of one core, summed over the members
     std::int64_t memoryBytes = 0;       ///< summed over the members
     bool quittable = false;             ///< whether the program offers to quit it
+    /// What the machine itself tells of the process that stands for the group; null where it does
+    /// not, as on a Mac.
+    std::shared_ptr<const ProgramFacts> facts = nullptr;
 
     std::size_t helperCount() const { return members.size() - 1; }
 

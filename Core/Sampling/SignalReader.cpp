@@ -30,6 +30,7 @@ SystemSignals read(Kernel& kernel, Clock& clock, double totalCPUPercent) {
     }
     signals.thermal = thermalFromState(kernel.thermalState());
     signals.memoryTotalBytes = kernel.physicalMemory();
+    signals.memoryAvailableBytes = kernel.availableMemory();
     signals.cpuLoadPercent = SystemSignals::cpuLoad(totalCPUPercent, signals.coreCount);
     return signals;
 }

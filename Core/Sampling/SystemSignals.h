@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 namespace pacelet {
@@ -30,6 +31,8 @@ struct SystemSignals {
     std::int64_t diskTotalBytes = 0; ///< start-up volume; 0 when unknown
     double uptime = 0;               ///< seconds since boot
     std::int64_t memoryTotalBytes = 0;
+    /// What could be handed out without swapping; nothing where the system keeps no such count.
+    std::optional<std::int64_t> memoryAvailableBytes{};
 
     /// Turns a sum of percentages of one core into a percentage of the machine, from 0 to 100.
     /// Fewer than one core count as one.

@@ -11,17 +11,16 @@
 namespace pacelet {
 
 /// Arithmetic on the program's own values that must not wrap around: an overflow is a fault of ours
-/// and stops the program.
+/// and stops the program with `what`, which names the value.
 template<std::integral T>
-constexpr T checkedAdd(T left, T right, std::string_view what = "integer overflow in an addition") {
+constexpr T checkedAdd(T left, T right, std::string_view what) {
     T sum{};
     precondition(!__builtin_add_overflow(left, right, &sum), what);
     return sum;
 }
 
 template<std::integral T>
-constexpr T checkedMultiply(T left, T right,
-                            std::string_view what = "integer overflow in a multiplication") {
+constexpr T checkedMultiply(T left, T right, std::string_view what) {
     T product{};
     precondition(!__builtin_mul_overflow(left, right, &product), what);
     return product;
@@ -37,17 +36,16 @@ inline std::optional<std::int64_t> truncatedIfFits(double value) {
     return static_cast<std::int64_t>(value);
 }
 
-/// The same, but a value that is not finite, or outside the range, stops the program.
-inline std::int64_t checkedTruncate(double value,
-                                    std::string_view what = "a float does not fit an integer") {
+/// The same, but a value that is not finite, or outside the range, stops the program with
+/// `what`.
+inline std::int64_t checkedTruncate(double value, std::string_view what) {
     const std::optional<std::int64_t> whole = truncatedIfFits(value);
     precondition(whole.has_value(), what);
     return *whole;
 }
 
 /// `value` rounded to the nearest integer, halves away from zero; stops the program as above.
-inline std::int64_t checkedRound(double value,
-                                 std::string_view what = "a float does not fit an integer") {
+inline std::int64_t checkedRound(double value, std::string_view what) {
     return checkedTruncate(std::round(value), what);
 }
 

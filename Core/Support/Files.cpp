@@ -16,6 +16,21 @@ std::error_code lastError() {
     return {errno, std::generic_category()};
 }
 
+/// The file at `path`, links followed, and its facts. Not open, with `errno` set, when it is no
+/// regular file or cannot be read.
+Descriptor openRegular(const std::string& path, struct stat& facts) {
+    // Without O_NONBLOCK, opening a pipe that nobody writes to would wait for ever.
+    Descriptor file{::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)};
+    if (file && ::fstat(file.get(), &facts) == 0 && S_ISREG(facts.st_mode)) {
+        return file;
+    }
+    if (file) {
+        file.reset();
+        errno = EINVAL;
+    }
+    return file;
+}
+
 /// Reads until `contents` is full or the file ends; cuts `contents` to what was read.
 std::error_code readInto(int fd, std::string& contents) {
     std::size_t filled = 0;
@@ -62,14 +77,10 @@ std::vector<std::string> sortedNames(const std::string& folder) {
 
 std::error_code readFile(const std::string& path, std::size_t maximumBytes, std::string& contents) {
     contents.clear();
-    // Without O_NONBLOCK, opening a pipe that nobody writes to would wait for ever.
-    const Descriptor file{::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)};
     struct stat facts {};
-    if (!file || ::fstat(file.get(), &facts) != 0) {
+    const Descriptor file = openRegular(path, facts);
+    if (!file) {
         return lastError();
-    }
-    if (!S_ISREG(facts.st_mode)) {
-        return std::make_error_code(std::errc::invalid_argument);
     }
     if (facts.st_size > static_cast<off_t>(maximumBytes)) {
         return std::make_error_code(std::errc::file_too_large);
@@ -80,6 +91,24 @@ std::error_code readFile(const std::string& path, std::size_t maximumBytes, std:
         contents.clear();
     }
     return error;
+}
+
+std::string readBeginning(const std::string& path, std::size_t bytes) {
+    struct stat facts {};
+    const Descriptor file = openRegular(path, facts);
+    std::string contents(file ? bytes : 0, '\0');
+    return readInto(file.get(), contents) ? std::string{} : contents;
+}
+
+std::error_code writeAll(int fd, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t count = ::write(fd, bytes.data(), bytes.size());
+        if (count < 0 && errno != EINTR) {
+            return lastError();
+        }
+        bytes.remove_prefix(count > 0 ? static_cast<std::size_t>(count) : 0);
+    }
+    return {};
 }
 
 } // namespace pacelet

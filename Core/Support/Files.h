@@ -20,4 +20,11 @@ std::vector<std::string> sortedNames(const std::string& folder);
 /// that neither a pipe nor a runaway file holds up the caller. On an error `contents` is empty.
 std::error_code readFile(const std::string& path, std::size_t maximumBytes, std::string& contents);
 
+/// The first `bytes` of a regular file, or fewer where it is shorter; empty when it is none or
+/// cannot be read.
+std::string readBeginning(const std::string& path, std::size_t bytes);
+
+/// Writes all of `bytes` at the descriptor's place.
+std::error_code writeAll(int fd, std::string_view bytes);
+
 } // namespace pacelet

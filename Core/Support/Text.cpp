@@ -60,6 +60,50 @@ Sequence firstSequence(std::string_view text) {
     return {length, lead.followers > 0};
 }
 
+void appendUTF8(std::string& text, std::uint32_t codePoint) {
+    const auto append = [&](std::uint32_t byte) { text += static_cast<char>(byte); };
+    if (codePoint < 0x80) {
+        append(codePoint);
+        return;
+    }
+    if (codePoint < 0x800) {
+        append(0xC0 | codePoint >> 6);
+    } else if (codePoint < 0x10000) {
+        append(0xE0 | codePoint >> 12);
+        append(0x80 | (codePoint >> 6 & 0x3F));
+    } else {
+        append(0xF0 | codePoint >> 18);
+        append(0x80 | (codePoint >> 12 & 0x3F));
+        append(0x80 | (codePoint >> 6 & 0x3F));
+    }
+    append(0x80 | (codePoint & 0x3F));
+}
+
+std::string utf8OfUTF16(std::string_view bytes, bool bigEndian) {
+    const auto unitAt = [&](std::size_t at) {
+        const auto first = static_cast<unsigned char>(bytes[at]);
+        const auto second = static_cast<unsigned char>(bytes[at + 1]);
+        return static_cast<std::uint32_t>(bigEndian ? first << 8 | second : second << 8 | first);
+    };
+    std::string text;
+    text.reserve(bytes.size() / 2);
+    for (std::size_t at = 0; at + 1 < bytes.size(); at += 2) {
+        const std::uint32_t unit = unitAt(at);
+        const bool isSurrogate = unit >= 0xD800 && unit < 0xE000;
+        const std::uint32_t next =
+            unit < 0xDC00 && isSurrogate && at + 3 < bytes.size() ? unitAt(at + 2) : 0;
+        if (!isSurrogate) {
+            appendUTF8(text, unit);
+        } else if (next >= 0xDC00 && next < 0xE000) {
+            appendUTF8(text, 0x10000 + ((unit - 0xD800) << 10) + (next - 0xDC00));
+            at += 2;
+        } else {
+            text += replacement;
+        }
+    }
+    return bytes.size() % 2 == 0 ? text : text.append(replacement);
+}
+
 } // namespace
 
 std::vector<std::string_view> splitDroppingEmpty(std::string_view text, char separator) {
@@ -141,6 +185,20 @@ std::string repairedUTF8(std::string text) {
         rest.remove_prefix(sequence.length);
     }
     return repaired;
+}
+
+std::string decodedText(std::string bytes) {
+    if (bytes.starts_with(byteOrderMark)) {
+        return bytes.substr(byteOrderMark.size());
+    }
+    const auto byteAt = [&](std::size_t index) -> unsigned {
+        return static_cast<unsigned char>(bytes[index]);
+    };
+    if (bytes.size() < 2 || (byteAt(0) == 0) == (byteAt(1) == 0)) {
+        const bool isMarked = bytes.starts_with("\xFE\xFF") || bytes.starts_with("\xFF\xFE");
+        return isMarked ? utf8OfUTF16(std::string_view{bytes}.substr(2), byteAt(0) == 0xFE) : bytes;
+    }
+    return utf8OfUTF16(bytes, byteAt(0) == 0);
 }
 
 std::optional<double> parseFloat(std::string_view text) {

@@ -73,6 +73,14 @@ std::string_view withoutExtension(std::string_view name);
 /// What `withoutExtension` leaves out, the dot not included; empty when there is none.
 std::string_view pathExtension(std::string_view name);
 
+/// The byte order mark, as UTF-8 writes it.
+inline constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
+/// The text of a file as UTF-8, without a byte order mark. UTF-16 is told by its mark, or by the
+/// zero that stands in its first character where that is a plain one; halves of a character become
+/// U+FFFD. Anything else is handed back as it stands.
+std::string decodedText(std::string bytes);
+
 /// UTF-8 with every invalid sequence replaced by U+FFFD, one for each longest prefix of a sequence
 /// that might have become valid. Valid text is returned as it is.
 std::string repairedUTF8(std::string text);

@@ -1,6 +1,7 @@
 #include "Core/Usage/DayFile.h"
 
 #include "Core/Support/Descriptor.h"
+#include "Core/Support/Files.h"
 
 #include <cerrno>
 #include <fcntl.h>
@@ -13,18 +14,12 @@ std::error_code lastError() {
     return {errno, std::generic_category()};
 }
 
-std::error_code writeAll(int fd, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t count = ::write(fd, bytes.data(), bytes.size());
-        if (count < 0 && errno == EINTR) {
-            continue;
-        }
-        if (count < 0) {
-            return lastError();
-        }
-        bytes.remove_prefix(static_cast<std::size_t>(count));
-    }
-    return {};
+/// Whether the file's last line lacks its end: a power cut or a full disk may have taken it. A file
+/// that may not be read counts as whole.
+bool endsWithinLine(const std::string& path, off_t end) {
+    const Descriptor file{::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)};
+    char last = '\n';
+    return end > 0 && file && ::pread(file.get(), &last, 1, end - 1) == 1 && last != '\n';
 }
 
 } // namespace
@@ -44,9 +39,11 @@ std::error_code append(const std::string& path, std::string_view line) {
     if (end < 0) {
         return lastError();
     }
-    const std::error_code error = writeAll(file.get(), line);
+    const std::string bytes = std::string{endsWithinLine(path, end) ? "\n" : ""}.append(line);
+    const std::error_code error = writeAll(file.get(), bytes);
     if (error) {
-        // Should this fail too, the half line stays, and readers leave it out.
+        // Should this fail too, the half line stays: readers leave it out, and the next line begins
+        // behind it.
         [[maybe_unused]] const int cut = ::ftruncate(file.get(), end);
     }
     return error;

@@ -1,18 +1,13 @@
 #include "Core/Usage/HistoryLines.h"
 
 #include "Core/Support/JsonWriter.h"
-#include "Core/Support/Text.h"
+#include "Core/Usage/JsonLines.h"
 
-#include <simdjson.h>
 #include <string_view>
 
 namespace pacelet::HistoryLines {
 
 namespace {
-
-/// A record takes some hundred bytes. Longer lines than this are not worth the memory that parsing
-/// them takes.
-constexpr std::size_t longestLine = std::size_t{1} << 20;
 
 /// Reads the value of one known key; false when it is of another type. Each key that was met sets
 /// its bit in `met`.
@@ -49,11 +44,7 @@ bool decodeMember(const simdjson::dom::key_value_pair& member, MinuteRecord& rec
 
 constexpr unsigned allKeys = 0b1111111;
 
-bool decodeRecord(simdjson::dom::element line, MinuteRecord& record) {
-    simdjson::dom::object members;
-    if (line.get(members) != simdjson::SUCCESS) {
-        return false;
-    }
+bool decodeRecord(const simdjson::dom::object& members, MinuteRecord& record) {
     unsigned met = 0;
     for (const simdjson::dom::key_value_pair member : members) {
         if (!decodeMember(member, record, met)) {
@@ -80,20 +71,9 @@ std::string encode(const MinuteRecord& record) {
 }
 
 void decode(std::string& text, std::int64_t earliest, std::vector<MinuteRecord>& records) {
-    if (!simdjson::validate_utf8(text.data(), text.size())) {
-        return;
-    }
-    const std::size_t size = text.size();
-    // The parser may look beyond the end of a line, by this much at most.
-    text.append(simdjson::SIMDJSON_PADDING, ' ');
-    simdjson::dom::parser parser;
-    forEachLine(std::string_view{text}.substr(0, size), [&](std::string_view line) {
-        simdjson::dom::element element;
+    JsonLines::forEachObject(text, [&](const simdjson::dom::object& line) {
         MinuteRecord record;
-        constexpr bool copy = false;
-        if (line.size() <= longestLine &&
-            parser.parse(line.data(), line.size(), copy).get(element) == simdjson::SUCCESS &&
-            decodeRecord(element, record) && record.t >= earliest) {
+        if (decodeRecord(line, record) && record.t >= earliest) {
             records.push_back(record);
         }
     });

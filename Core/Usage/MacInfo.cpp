@@ -1,10 +1,10 @@
 #include "Core/Usage/MacInfo.h"
 
+#include "Core/Support/JsonDocument.h"
 #include "Core/Support/Text.h"
 
 #include <algorithm>
 #include <array>
-#include <simdjson.h>
 
 namespace pacelet {
 
@@ -46,11 +46,16 @@ std::string kernelText(Kernel& kernel, std::string_view name) {
     return repairedUTF8(std::string{value.substr(0, value.find('\0'))});
 }
 
+bool runsOnAMac(Kernel& kernel) {
+    const std::string system = kernelText(kernel, "kern.ostype");
+    return system.empty() || system == "Darwin";
+}
+
 MacInfo fromKernel(Kernel& kernel) {
     const bool isAppleSilicon =
         readSysctl<std::int32_t>(kernel, "hw.optional.arm64").value_or(0) == 1;
     return {kernelText(kernel, "hw.model"), isAppleSilicon ? "Apple silicon" : "Intel",
-            kernel.physicalMemory(), isAppleSilicon};
+            kernel.physicalMemory(), isAppleSilicon, runsOnAMac(kernel)};
 }
 
 } // namespace
@@ -60,6 +65,7 @@ MacInfo MacInfo::read(ToolRunner& tools, Kernel& kernel) {
         const Shell::Output output =
             tools.run("/usr/sbin/system_profiler", {"SPHardwareDataType", "-json"});
         if (auto info = parse(output.stdout, kernel.physicalMemory())) {
+            info->isMac = runsOnAMac(kernel);
             return *std::move(info);
         }
     } catch (const LaunchError&) {
@@ -72,8 +78,7 @@ std::optional<MacInfo> MacInfo::parse(std::string_view systemProfilerJSON,
                                       std::int64_t physicalMemory) {
     simdjson::dom::parser parser;
     simdjson::dom::element report;
-    if (parser.parse(systemProfilerJSON.data(), systemProfilerJSON.size()).get(report) !=
-        simdjson::SUCCESS) {
+    if (parseJson(parser, systemProfilerJSON).get(report) != simdjson::SUCCESS) {
         return std::nullopt;
     }
     const auto fields = hardware(report);

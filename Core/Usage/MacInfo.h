@@ -16,6 +16,7 @@ struct MacInfo {
     std::string chip;
     std::int64_t memoryBytes = 0; ///< installed memory
     bool isAppleSilicon = false;
+    bool isMac = true; ///< not when the kernel says that it is another system's
 
     /// Asks `system_profiler`, and the kernel when that gives nothing of use. Blocks for as long as
     /// the tool runs; always answers.

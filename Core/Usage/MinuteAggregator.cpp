@@ -25,7 +25,8 @@ std::int64_t rank(Pressure pressure) {
 std::optional<MinuteRecord> MinuteAggregator::add(double cpuLoad, Pressure pressure,
                                                   std::int64_t swapUsed, std::int64_t memUsed,
                                                   TimePoint at) {
-    const std::int64_t sampled = checkedTruncate(unixTime(at) / secondsPerMinute);
+    const std::int64_t sampled =
+        checkedTruncate(unixTime(at) / secondsPerMinute, "the time of a sample is out of range");
     std::optional<MinuteRecord> closed;
     if (minute && *minute != sampled && n >= 1) {
         closed = MinuteRecord{*minute, sum / static_cast<double>(n), peak, worst, swap, mem, n};

@@ -51,8 +51,9 @@ bool isShortOfMemory(double pressureShare, const std::vector<MinuteRecord>& reco
 } // namespace
 
 std::int64_t recommendedMemoryGB(std::int64_t current) {
-    const auto step = std::lower_bound(memorySteps.begin(), memorySteps.end(),
-                                       checkedMultiply<std::int64_t>(current, 2));
+    const auto step = std::lower_bound(
+        memorySteps.begin(), memorySteps.end(),
+        checkedMultiply<std::int64_t>(current, 2, "twice the memory exceeds 64 bits"));
     return step == memorySteps.end() ? memorySteps.back() : *step;
 }
 

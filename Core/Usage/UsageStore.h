@@ -1,27 +1,14 @@
 #pragma once
 
 #include "Core/Support/Time.h"
+#include "Core/Usage/DaySeries.h"
 #include "Core/Usage/MinuteRecord.h"
 
 #include <cstdint>
 #include <filesystem>
-#include <string>
-#include <system_error>
 #include <vector>
 
 namespace pacelet {
-
-/// A history file could not be written or removed. `code()` tells why, `what()` names the file too.
-class UsageStoreError : public std::system_error {
-public:
-    UsageStoreError(std::filesystem::path path, std::error_code reason);
-
-    /// The file or folder that was worked on.
-    const std::filesystem::path& path() const { return path_; }
-
-private:
-    std::filesystem::path path_;
-};
 
 /// The history on disk: one file a UTC day ("usage-2026-03-06.jsonl"), one line a record, in the
 /// order in which the minutes closed. There is no cache, no lock and no other state, so copies of
@@ -50,15 +37,7 @@ struct UsageStore {
     bool operator==(const UsageStore&) const = default;
 
 private:
-    /// The names of the day files, sorted, which is in order of their days. A missing or unreadable
-    /// folder has none.
-    std::vector<std::string> files() const;
-
-    /// The name of the file of the UTC day of `date`; a date beyond the calendar (years -32767 to
-    /// 32767) stops the program.
-    static std::string dayName(TimePoint date);
-
-    void remove(const std::string& name) const;
+    DaySeries series() const { return {directory, "usage-"}; }
 };
 
 } // namespace pacelet

@@ -1,5 +1,7 @@
 #include "Hosts/Linux/JournalLog.h"
 
+#include "Core/Support/StandardStreams.h"
+
 #include <fmt/format.h>
 
 #include <sys/socket.h>
@@ -65,13 +67,22 @@ bool JournalLog::send(std::string_view entry) const {
     return sent == static_cast<ssize_t>(entry.size());
 }
 
+bool JournalLog::repeatsLast(LogLevel level, const std::string& entry) {
+    const std::lock_guard lock{mutex_};
+    const bool repeats = level == LogLevel::error && entry == last_;
+    last_ = entry;
+    return repeats;
+}
+
 void JournalLog::write(LogLevel level, std::string_view subsystem, std::string_view category,
                        std::string_view message) {
-    if (send(journalEntry(level, subsystem, category, message))) {
+    const std::string entry = journalEntry(level, subsystem, category, message);
+    if (repeatsLast(level, entry) || send(entry)) {
         return;
     }
     const std::string_view word = level == LogLevel::error ? "error: " : "";
-    fmt::print(stderr, "{} [{}:{}] {}{}\n", identifier, subsystem, category, word, message);
+    StandardStreams::complain(
+        fmt::format("{} [{}:{}] {}{}", identifier, subsystem, category, word, message));
 }
 
 } // namespace pacelet::Linux

@@ -3,6 +3,7 @@
 #include "Core/Platform/Log.h"
 #include "Core/Support/Descriptor.h"
 
+#include <mutex>
 #include <string>
 #include <string_view>
 
@@ -14,7 +15,8 @@ std::string journalEntry(LogLevel level, std::string_view subsystem, std::string
                          std::string_view message);
 
 /// The system journal, with subsystem and category as fields of their own. Where there is no
-/// journal, or it does not take the entry, that goes to standard error as one line.
+/// journal, or it does not take the entry, that goes to standard error as one line. An error that
+/// only repeats the entry before it, as one that comes back each minute does, is not said again.
 class JournalLog final : public Log {
 public:
     /// `socketPath` is where the journal listens.
@@ -24,10 +26,13 @@ public:
                std::string_view message) override;
 
 private:
+    bool repeatsLast(LogLevel level, const std::string& entry);
     bool send(std::string_view entry) const;
 
     std::string socketPath_;
     Descriptor socket_;
+    std::mutex mutex_;
+    std::string last_; // under the mutex
 };
 
 } // namespace pacelet::Linux

@@ -1,10 +1,9 @@
 #include "Hosts/Linux/LinuxKernel.h"
 
 #include "Core/Support/Text.h"
+#include "Hosts/Linux/Hardware/InstalledMemory.h"
 #include "Hosts/Linux/Proc/MemoryInfo.h"
 #include "Hosts/Linux/Proc/PressureStall.h"
-#include "Hosts/Linux/Proc/ProcPath.h"
-#include "Hosts/Linux/Proc/ProcStatus.h"
 
 #include <algorithm>
 #include <array>
@@ -37,6 +36,10 @@ std::string readText(const FolderReader& folder, const char* path) {
     return std::string{folder.read(path, buffer).value_or("")};
 }
 
+std::int64_t installed(const MemoryInfo& info, const FolderReader& run) {
+    return installedMemory(info.total.value_or(0), readText(run, firmwareRecordPath));
+}
+
 std::optional<BootTimeRecord> bootTime(const FolderReader& proc) {
     constexpr std::string_view key = "btime ";
     std::optional<BootTimeRecord> record;
@@ -63,7 +66,9 @@ std::string model(const FolderReader& sys) {
 
 std::optional<std::size_t> readPressure(const FolderReader& proc, const FolderReader&,
                                         Record record) {
-    return fill(record, pressureLevel(parsePressureStall(readText(proc, "pressure/memory"))));
+    const MemoryInfo info = parseMemoryInfo(readText(proc, "meminfo"));
+    return fill(record, pressureLevel(parsePressureStall(readText(proc, "pressure/memory")),
+                                      availableShare(info)));
 }
 
 std::optional<std::size_t> readSwap(const FolderReader& proc, const FolderReader&, Record record) {
@@ -75,10 +80,9 @@ std::optional<std::size_t> readBootTime(const FolderReader& proc, const FolderRe
     return fill(record, bootTime(proc));
 }
 
-/// A Mac that lacks this value is of a kind that coming systems leave behind, and its owner is
-/// advised accordingly. Linux leaves no processor behind that it runs on.
-std::optional<std::size_t> readARM64(const FolderReader&, const FolderReader&, Record record) {
-    return fill(record, std::optional<std::int32_t>{1});
+std::optional<std::size_t> readSystemName(const FolderReader&, const FolderReader&, Record record) {
+    constexpr std::string_view name{"Linux\0", 6};
+    return fill(record, name.data(), name.size());
 }
 
 std::optional<std::size_t> readModel(const FolderReader&, const FolderReader& sys, Record record) {
@@ -96,15 +100,16 @@ constexpr std::array sysctls{
     Sysctl{"kern.memorystatus_vm_pressure_level", readPressure},
     Sysctl{"vm.swapusage", readSwap},
     Sysctl{"kern.boottime", readBootTime},
-    Sysctl{"hw.optional.arm64", readARM64},
+    Sysctl{"kern.ostype", readSystemName},
     Sysctl{"hw.model", readModel},
 };
 
 } // namespace
 
-LinuxKernel::LinuxKernel(const std::string& procFolder, const std::string& sysFolder, Clock& clock)
-    : proc_{procFolder}, sys_{sysFolder}, thermalZones_{sysFolder + "/class/thermal"}, clock_{
-                                                                                           clock} {}
+LinuxKernel::LinuxKernel(const std::string& procFolder, const std::string& sysFolder,
+                         const std::string& runFolder, Clock& clock)
+    : proc_{procFolder}, sys_{sysFolder}, run_{runFolder},
+      thermalZones_{sysFolder + "/class/thermal"}, clock_{clock}, footprints_{proc_, clock} {}
 
 std::optional<std::size_t> LinuxKernel::sysctlbyname(std::string_view name,
                                                      std::span<std::byte> record) {
@@ -117,7 +122,8 @@ std::optional<std::size_t> LinuxKernel::sysctlbyname(std::string_view name,
 }
 
 std::optional<VMStatistics64> LinuxKernel::hostStatistics64() {
-    return memoryStatistics(parseMemoryInfo(readText(proc_, "meminfo")), pageSize());
+    const MemoryInfo info = parseMemoryInfo(readText(proc_, "meminfo"));
+    return memoryStatistics(info, pageSize(), installed(info, run_));
 }
 
 std::int64_t LinuxKernel::pageSize() {
@@ -125,9 +131,7 @@ std::int64_t LinuxKernel::pageSize() {
 }
 
 std::optional<std::int64_t> LinuxKernel::physFootprint(std::int32_t pid) {
-    ReadBuffer buffer;
-    const auto status = proc_.read(ProcPath{pid, "status"}.text(), buffer);
-    return status ? parseFootprint(*status) : std::nullopt;
+    return footprints_.of(pid);
 }
 
 std::int64_t LinuxKernel::activeProcessorCount() {
@@ -137,7 +141,11 @@ std::int64_t LinuxKernel::activeProcessorCount() {
 }
 
 std::int64_t LinuxKernel::physicalMemory() {
-    return parseMemoryInfo(readText(proc_, "meminfo")).total.value_or(0);
+    return installed(parseMemoryInfo(readText(proc_, "meminfo")), run_);
+}
+
+std::optional<std::int64_t> LinuxKernel::availableMemory() {
+    return parseMemoryInfo(readText(proc_, "meminfo")).available;
 }
 
 Seconds LinuxKernel::systemUptime() {

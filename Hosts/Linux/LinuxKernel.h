@@ -3,6 +3,7 @@
 #include "Core/Platform/Clock.h"
 #include "Core/Platform/Kernel.h"
 #include "Hosts/Linux/Proc/FolderReader.h"
+#include "Hosts/Linux/Proc/Footprints.h"
 #include "Hosts/Linux/ThermalZones.h"
 
 #include <string>
@@ -13,8 +14,9 @@ namespace pacelet::Linux {
 /// (pressure in a small kernel, heat in a container) is absent.
 class LinuxKernel final : public Kernel {
 public:
-    /// The folders are "/proc" and "/sys" but in tests. `clock` counts from boot.
-    LinuxKernel(const std::string& procFolder, const std::string& sysFolder, Clock& clock);
+    /// The folders are "/proc", "/sys" and "/run" but in tests. `clock` counts from boot.
+    LinuxKernel(const std::string& procFolder, const std::string& sysFolder,
+                const std::string& runFolder, Clock& clock);
 
     std::optional<std::size_t> sysctlbyname(std::string_view name,
                                             std::span<std::byte> record) override;
@@ -23,6 +25,7 @@ public:
     std::optional<std::int64_t> physFootprint(std::int32_t pid) override;
     std::int64_t activeProcessorCount() override;
     std::int64_t physicalMemory() override;
+    std::optional<std::int64_t> availableMemory() override;
     int thermalState() override { return thermalZones_.state(); }
     Seconds systemUptime() override;
     bool isLowPowerModeEnabled() override;
@@ -32,8 +35,10 @@ public:
 private:
     FolderReader proc_;
     FolderReader sys_;
+    FolderReader run_;
     ThermalZones thermalZones_;
     Clock& clock_;
+    Footprints footprints_;
 };
 
 } // namespace pacelet::Linux

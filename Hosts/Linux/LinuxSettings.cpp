@@ -1,5 +1,6 @@
 #include "Hosts/Linux/LinuxSettings.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 
@@ -31,6 +32,16 @@ std::string LinuxSettings::standardDisplay() {
 std::string LinuxSettings::ownProgram() {
     std::error_code error;
     return std::filesystem::read_symlink("/proc/self/exe", error).string();
+}
+
+std::string LinuxSettings::besideProgram(const std::string& program,
+                                         const std::vector<std::string>& places) {
+    const auto folder = std::filesystem::path{program}.parent_path();
+    const auto found = std::find_if(places.begin(), places.end(), [&](const std::string& place) {
+        std::error_code error;
+        return std::filesystem::exists(folder / place, error);
+    });
+    return (folder / (found == places.end() ? places.front() : *found)).lexically_normal().string();
 }
 
 } // namespace pacelet::Linux

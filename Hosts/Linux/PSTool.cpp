@@ -1,8 +1,9 @@
 #include "Hosts/Linux/PSTool.h"
 
-#include "Core/Sampling/ProcessSample.h"
+#include "Core/Platform/ProcessSample.h"
 #include "Hosts/Linux/Proc/ShownText.h"
 
+#include <algorithm>
 #include <fmt/compile.h>
 #include <fmt/format.h>
 #include <utility>
@@ -31,11 +32,21 @@ CPUTime cpuTime(std::int64_t hundredths) {
             static_cast<int>(hundredths % 100)};
 }
 
-/// Percent of one core over the whole life of a process; 0 for one that has only just begun.
-double lifetimePercent(const ProcessRow& row) {
-    constexpr Seconds clockTick{0.01};
-    return row.age < clockTick ? 0 : static_cast<double>(row.cpuHundredths) / row.age.count();
+/// Percent of one core since the last table, which was shown `sinceShown` ago. A process that was
+/// not in it did all its work since then, or in its life if that is longer. `sweepTime` went by
+/// while all were looked at.
+double recentPercent(const ProcessRow& row, Seconds sinceShown, Seconds sweepTime) {
+    const Seconds span =
+        row.shownHundredths ? sinceShown : std::max(sinceShown, row.age + sweepTime);
+    return static_cast<double>(row.cpuHundredths - row.shownHundredths.value_or(0)) / span.count();
 }
+
+/// What a first table looks back on, where processes are so old: a program that is just starting up
+/// works hard for a moment, which says little.
+constexpr Seconds firstSpan{10};
+
+/// Times are told in hundredths: a share of less than this would be guesswork.
+constexpr Seconds shortestSpan{1};
 
 /// A command line whose program is named by the path under which it appears.
 std::string shownCommandLine(const KnownProcess& process, std::string_view commandLine) {
@@ -88,18 +99,42 @@ std::vector<AppProcess> PSTool::appProcesses(std::uint32_t uid) {
     return found;
 }
 
+std::vector<std::optional<ProcessOrigin>>
+PSTool::origins(std::span<const ProgramQuestion> questions) {
+    const std::lock_guard lock{mutex_};
+    std::vector<std::optional<ProcessOrigin>> origins;
+    origins.reserve(questions.size());
+    for (const ProgramQuestion& question : questions) {
+        const KnownProcess* const process = processes_.known(question.pid);
+        if (process == nullptr || process->path != question.path) {
+            origins.emplace_back();
+            continue;
+        }
+        const KnownProcess* const parent = processes_.known(process->ppid);
+        const bool leads = parent == nullptr || parent->unit != process->unit;
+        origins.push_back(ProcessOrigin{process->executable, process->starter, process->appID,
+                                        leads ? process->unit : std::string{}, process->reason});
+    }
+    return origins;
+}
+
 std::string PSTool::table() {
     std::string text;
     text.reserve(usualSize_);
     const Seconds uptime = clock_.monotonicNow().time_since_epoch();
-    for (const ProcessRow& row : processes_.read(uptime)) {
+    const Seconds sinceShown = shownAt_ ? std::max(shortestSpan, uptime - *shownAt_) : firstSpan;
+    const auto& rows = processes_.read(uptime);
+    const Seconds sweepTime = clock_.monotonicNow().time_since_epoch() - uptime;
+    for (const ProcessRow& row : rows) {
         const CPUTime time = cpuTime(row.cpuHundredths);
         fmt::format_to(std::back_inserter(text),
                        FMT_COMPILE("{:>5} {:>5} {:>5} {:<8} {:>3}:{:02}.{:02} {:>6} {:>5.1f} {}\n"),
                        row.pid, row.ppid, row.uid, users_.nameOf(row.uid), time.minutes,
-                       time.seconds, time.hundredths, row.residentKilobytes, lifetimePercent(row),
-                       row.process->path);
+                       time.seconds, time.hundredths, row.residentKilobytes,
+                       recentPercent(row, sinceShown, sweepTime), row.process->path);
     }
+    processes_.markShown();
+    shownAt_ = uptime;
     usualSize_ = text.size() + text.size() / 8;
     return text;
 }

@@ -1,13 +1,16 @@
 #pragma once
 
 #include "Core/Platform/Clock.h"
-#include "Core/Sampling/Shell.h"
+#include "Core/Platform/ShellOutput.h"
 #include "Hosts/Linux/Apps/DesktopCatalog.h"
+#include "Hosts/Linux/Knowledge/LocalKnowledge.h"
 #include "Hosts/Linux/Proc/AppProcess.h"
-#include "Hosts/Linux/Proc/ProcessTable.h"
+#include "Hosts/Linux/Proc/LiveProcesses.h"
 #include "Hosts/Linux/Proc/UserNames.h"
 
 #include <mutex>
+#include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -28,15 +31,20 @@ public:
     /// so that whoever acts on one sees what the listing shows.
     std::vector<AppProcess> appProcesses(std::uint32_t uid);
 
+    /// What is known of these processes since the last listing; nothing for one that was not there,
+    /// or runs another program now.
+    std::vector<std::optional<ProcessOrigin>> origins(std::span<const ProgramQuestion> questions);
+
 private:
     std::string table();
     std::string commandLines();
 
     std::mutex mutex_;
     Clock& clock_;
-    ProcessTable processes_;
+    LiveProcesses processes_;
     UserNames users_;
-    std::size_t usualSize_ = 0; ///< of an answer, with some room
+    std::optional<Seconds> shownAt_; ///< uptime at the last table
+    std::size_t usualSize_ = 0;      ///< of an answer, with some room
 };
 
 } // namespace pacelet::Linux

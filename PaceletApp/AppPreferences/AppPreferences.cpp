@@ -15,7 +15,8 @@ constexpr std::string_view showMenuBarKey = "showMenuBar";
 AppPreferences::AppPreferences(Preferences& preferences, QObject* parent)
     : QObject{parent}, preferences_{preferences},
       onboarded_{preferences.boolean(onboardedKey).value_or(false)},
-      showMenuBar_{preferences.boolean(showMenuBarKey).value_or(true)} {}
+      showMenuBar_{preferences.boolean(showMenuBarKey).value_or(true)},
+      troubleObserver_{preferences.observeTrouble([this] { Q_EMIT troubleChanged(); })} {}
 
 void AppPreferences::setOnboarded(bool onboarded) {
     if (std::exchange(onboarded_, onboarded) != onboarded) {

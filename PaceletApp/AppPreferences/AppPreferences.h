@@ -24,14 +24,19 @@ public:
     bool showMenuBar() const { return showMenuBar_; }
     void setShowMenuBar(bool show);
 
+    /// What keeps any preference from being what the user has chosen.
+    PreferencesTrouble trouble() const { return preferences_.trouble(); }
+
 Q_SIGNALS:
     void onboardedChanged();
     void showMenuBarChanged();
+    void troubleChanged();
 
 private:
     Preferences& preferences_;
     bool onboarded_;
     bool showMenuBar_;
+    ObserverHandle troubleObserver_;
 };
 
 } // namespace pacelet

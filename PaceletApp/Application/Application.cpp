@@ -34,10 +34,10 @@ void bringForward(QQuickWindow& window) {
 
 Application::Application(const Platform& platform, Scheduler& scheduler,
                          std::optional<ProcessCatalog> catalog)
-    : platform_{platform}, scheduler_{scheduler},
+    : words_{platform.system}, platform_{platform}, scheduler_{scheduler},
       preferences_{platform.preferences}, monitor_{platform, scheduler, std::move(catalog)},
-      actions_{platform, scheduler, monitor_, router_, tidyvaultWebsite}, updater_{UpdateSettings{},
-                                                                                   nullptr} {
+      actions_{platform, scheduler, monitor_, router_, tidyvaultWebsite},
+      updater_{UpdateSettings{}, nullptr}, speedTester_{platform, scheduler} {
     connect(&preferences_, &AppPreferences::showMenuBarChanged, this, &Application::showTray);
 }
 
@@ -99,7 +99,8 @@ void Application::showWindow() {
 }
 
 SharedObjects Application::sharedObjects() {
-    return {monitor_, router_, actions_, preferences_, updater_, scheduler_, platform_};
+    return {monitor_, router_,      actions_,   preferences_,
+            updater_, speedTester_, scheduler_, platform_};
 }
 
 void Application::openWindow() {

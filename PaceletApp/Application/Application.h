@@ -6,7 +6,9 @@
 #include "PaceletApp/Application/Scene.h"
 #include "PaceletApp/Application/TrayItem.h"
 #include "PaceletApp/FixActions/FixActions.h"
+#include "PaceletApp/InternetView/SpeedTester.h"
 #include "PaceletApp/RootView/RootModel.h"
+#include "PaceletApp/Support/HostTranslator.h"
 
 #include <QObject>
 #include <QRect>
@@ -72,6 +74,7 @@ private:
     void dropClosed();
     QQmlEngine& engine();
 
+    HostTranslator words_;
     Platform platform_;
     Scheduler& scheduler_;
     AppPreferences preferences_;
@@ -79,6 +82,7 @@ private:
     Router router_;
     FixActions actions_;
     AppUpdater updater_;
+    SpeedTester speedTester_;
     std::unique_ptr<TrayItem> tray_;
     bool reducedMotion_ = false;
     std::unique_ptr<QQmlEngine> engine_;

@@ -24,12 +24,14 @@ QCoro::Task<> askDesktop(QPointer<Application> application, Scheduler& scheduler
 
 void followMotion(Application& application, Scheduler& scheduler,
                   std::function<bool()> prefersReducedMotion) {
-    QObject::connect(&application.monitor(), &Monitor::windowVisibleChanged, &application,
-                     [&application, &scheduler, ask = std::move(prefersReducedMotion)] {
-                         if (application.monitor().windowVisible()) {
-                             detach(askDesktop(&application, scheduler, ask));
-                         }
-                     });
+    QObject::connect(
+        &application.monitor(), &Monitor::changed, &application,
+        [&application, &scheduler, ask = std::move(prefersReducedMotion)](const Fields& fields) {
+            const Monitor& monitor = application.monitor();
+            if (fields.hold(monitor.windowVisible) && monitor.windowVisible()) {
+                detach(askDesktop(&application, scheduler, ask));
+            }
+        });
 }
 
 } // namespace pacelet

@@ -1,10 +1,12 @@
 #include "PaceletApp/Application/Program.h"
 
+#include "Core/Support/StandardStreams.h"
 #include "PaceletApp/Application/Application.h"
 #include "PaceletApp/Application/MotionFollower.h"
 #include "PaceletApp/Application/SingleInstance.h"
 #include "PaceletApp/Components/Typography.h"
 #include "PaceletApp/Scheduler/RealScheduler.h"
+#include "PaceletApp/Support/Sentence.h"
 
 #include <QIcon>
 
@@ -12,6 +14,9 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <stdexcept>
+#include <system_error>
+#include <thread>
 #include <utility>
 
 namespace pacelet {
@@ -21,11 +26,37 @@ namespace {
 /// How long the end of the program waits for tools that are still running.
 constexpr Seconds patience{1};
 
-/// Nothing here needs a graphics card, and the light renderer keeps the program itself cheap.
-int& withLightGraphics(int& argc) {
+/// What Qt did with its messages before the start.
+QtMessageHandler usualHandler = nullptr;
+
+/// Where Qt finds no windowing system it aborts, as if the program were broken.
+void endPlainly(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    if (type == QtFatalMsg) {
+        StandardStreams::complain("Pacelet can't open a window here. " +
+                                  message.trimmed().toStdString());
+        std::_Exit(EXIT_FAILURE);
+    }
+    usualHandler(type, context, message);
+}
+
+/// Much of the program waits on threads; without any it would stand still in silence.
+void checkThreads() {
+    try {
+        std::thread{[] {}}.join();
+    } catch (const std::system_error& error) {
+        throw std::runtime_error{
+            fmt::format("this system lets Pacelet start no thread: {}", error.code().message())};
+    }
+}
+
+/// What comes before Qt connects to the windowing system.
+int& prepared(int& argc) {
+    checkThreads();
+    // Nothing here needs a graphics card, and the light renderer keeps the program itself cheap.
     if (qEnvironmentVariableIsEmpty("QT_QUICK_BACKEND")) {
         qputenv("QT_QUICK_BACKEND", "software");
     }
+    usualHandler = qInstallMessageHandler(endPlainly);
     return argc;
 }
 
@@ -45,9 +76,9 @@ int runUntilQuit(const Platform& platform, Scheduler& scheduler,
     }
     application.start();
     if (application.preferences().showMenuBar() && !TrayItem::isAvailable()) {
-        fmt::print(stderr,
-                   "Pacelet: this desktop has no system tray, so there is no menu-bar item. "
-                   "Start Pacelet again to bring its window back.\n");
+        StandardStreams::complain(
+            sentence("Pacelet: this desktop has no system tray, so there is no menu-bar item. "
+                     "Start Pacelet again to bring its window back."));
     }
     application.showWindow();
     return QCoreApplication::exec();
@@ -64,7 +95,8 @@ void postToUI(std::function<void()> function) {
                               Qt::QueuedConnection);
 }
 
-Program::Program(int& argc, char** argv) : application_{withLightGraphics(argc), argv} {
+Program::Program(int& argc, char** argv) : application_{prepared(argc), argv} {
+    qInstallMessageHandler(usualHandler);
     QGuiApplication::setApplicationName(QStringLiteral("pacelet"));
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Pacelet"));
     QGuiApplication::setDesktopFileName(QStringLiteral("app.pacelet.Pacelet"));
@@ -77,8 +109,12 @@ Program::Program(int& argc, char** argv) : application_{withLightGraphics(argc),
 int Program::run(const Platform& platform, const ProgramSurroundings& surroundings) {
     RealScheduler scheduler{platform.clock};
     const int status = runUntilQuit(platform, scheduler, surroundings);
+    if (surroundings.stopLongTools) {
+        surroundings.stopLongTools();
+    }
     if (!scheduler.waitForBackground(patience)) {
         // A tool that hangs cannot be waited for, nor can what it writes into be taken away.
+        platform.preferences.synchronize();
         std::fflush(nullptr);
         std::_Exit(status);
     }

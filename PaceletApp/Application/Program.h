@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Core/Platform/Platform.h"
+#include "PaceletApp/Application/QuitSignals.h"
 
 #include <QApplication>
 
@@ -22,19 +23,24 @@ struct ProgramSurroundings {
     SingleInstance* instance = nullptr; ///< tells of further starts
     /// Whether the desktop asks for little motion. It may block, on any thread.
     std::function<bool()> prefersReducedMotion;
+    /// Ends tools that would go on for long; called once the user has ended the program.
+    std::function<void()> stopLongTools{};
 };
 
 /// The frame of a program with a window.
 class Program {
 public:
+    /// Connects to the windowing system. Where that cannot be used, the program ends here, with a
+    /// line that says so. Throws `std::runtime_error` where the system gives it no thread.
     Program(int& argc, char** argv);
 
     /// Shows the main window on the machine behind `platform`, and lives on without it until the
-    /// user ends the program. Gives the program's exit status.
+    /// user ends the program, by a signal maybe. Gives the program's exit status.
     int run(const Platform& platform, const ProgramSurroundings& surroundings = {});
 
 private:
     QApplication application_;
+    QuitSignals quitSignals_;
 };
 
 } // namespace pacelet

@@ -1,14 +1,23 @@
 #include "PaceletApp/Application/SingleInstance.h"
 
+#include "Core/Support/StandardStreams.h"
+
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFileInfo>
 #include <QLocalSocket>
+#include <QStandardPaths>
 #include <QThread>
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
+#include <sys/un.h>
 #include <unistd.h>
+
+#include <cerrno>
+#include <utility>
 
 namespace pacelet {
 
@@ -17,34 +26,63 @@ namespace {
 const QByteArray showMessage = QByteArrayLiteral("show\n");
 
 /// How long a second start waits for the first one, which may be starting itself, in milliseconds.
-constexpr int patience = 3000;
+constexpr int answerLimit = 3000;
 constexpr int betweenTries = 50;
 
 /// Reads no more than this from whoever connects.
 constexpr qint64 longestMessage = 64;
 
-} // namespace
+const QString socketName = QStringLiteral("/window.socket");
 
-SingleInstance::SingleInstance(const QString& folder, QObject* parent)
-    : QObject{parent}, socket_{folder + QStringLiteral("/window.socket")} {
-    if (!QDir{}.mkpath(folder)) {
-        return;
-    }
-    QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    const QByteArray lockFile = QFile::encodeName(folder + QStringLiteral("/lock"));
-    lock_ = Descriptor{open(lockFile.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600)};
-    if (!lock_) {
-        return;
-    }
-    first_ = flock(lock_.get(), LOCK_EX | LOCK_NB) == 0;
+/// Whether the folder belongs to the user alone. It is made where it is missing; one that another
+/// user made, or a link, is left alone.
+bool isOwn(const QByteArray& folder) {
+    struct stat facts {};
+    return (mkdir(folder.constData(), S_IRWXU) == 0 || errno == EEXIST) &&
+           lstat(folder.constData(), &facts) == 0 && S_ISDIR(facts.st_mode) &&
+           facts.st_uid == geteuid() && chmod(folder.constData(), S_IRWXU) == 0;
 }
 
-QString SingleInstance::standardFolder() {
-    const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
-    if (!runtime.isEmpty() && QDir{runtime}.exists()) {
-        return runtime + QStringLiteral("/pacelet");
+bool leavesRoom(const QByteArray& socket) {
+    return static_cast<std::size_t>(socket.size()) < sizeof sockaddr_un{}.sun_path;
+}
+
+} // namespace
+
+SingleInstance::SingleInstance(const QStringList& folders, QObject* parent) : QObject{parent} {
+    for (const QString& folder : folders) {
+        const QByteArray path = QFile::encodeName(folder);
+        const QByteArray lock = path + "/lock";
+        if (!leavesRoom(path + QFile::encodeName(socketName)) || !isOwn(path)) {
+            continue;
+        }
+        Descriptor held{open(lock.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600)};
+        const bool locked = held && flock(held.get(), LOCK_EX | LOCK_NB) == 0;
+        if (locked || (held && errno == EWOULDBLOCK)) {
+            socket_ = folder + socketName;
+            lock_ = std::move(held);
+            first_ = locked;
+            return;
+        }
     }
-    return QDir::tempPath() + QStringLiteral("/pacelet-%1").arg(getuid());
+}
+
+QStringList SingleInstance::standardFolders() {
+    QStringList folders;
+    const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    // Qt makes the one that is missing a moment later: every start has to see the same.
+    mkdir(QFile::encodeName(runtime).constData(), S_IRWXU);
+    // Whoever works as another user may still have the old one's.
+    if (!runtime.isEmpty() && QFileInfo{runtime}.ownerId() == geteuid()) {
+        folders.append(runtime + QStringLiteral("/pacelet"));
+    }
+    folders.append(QDir::tempPath() + QStringLiteral("/pacelet-%1").arg(geteuid()));
+    // Without a home, Qt would have it in the root folder.
+    if (!qEnvironmentVariableIsEmpty("HOME")) {
+        folders.append(QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) +
+                       QStringLiteral("/pacelet"));
+    }
+    return folders;
 }
 
 void SingleInstance::listen() {
@@ -57,7 +95,10 @@ void SingleInstance::listen() {
     server_ = std::make_unique<QLocalServer>();
     server_->setSocketOptions(QLocalServer::UserAccessOption);
     connect(server_.get(), &QLocalServer::newConnection, this, &SingleInstance::answer);
-    server_->listen(socket_);
+    if (!server_->listen(socket_)) {
+        StandardStreams::complain("Pacelet: another start won't bring this window forward: " +
+                                  server_->errorString().toStdString());
+    }
 }
 
 void SingleInstance::answer() {
@@ -80,13 +121,13 @@ void SingleInstance::answer() {
 bool SingleInstance::askToShow() const {
     QElapsedTimer elapsed;
     elapsed.start();
-    while (elapsed.elapsed() < patience) {
+    while (elapsed.elapsed() < answerLimit) {
         QLocalSocket socket;
         socket.connectToServer(socket_);
-        if (socket.waitForConnected(patience)) {
+        if (socket.waitForConnected(answerLimit)) {
             socket.write(showMessage);
             socket.flush();
-            return socket.waitForReadyRead(patience) && socket.readAll() == showMessage;
+            return socket.waitForReadyRead(answerLimit) && socket.readAll() == showMessage;
         }
         QThread::msleep(betweenTries);
     }

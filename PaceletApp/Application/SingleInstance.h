@@ -5,6 +5,7 @@
 #include <QLocalServer>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 
 #include <memory>
 
@@ -16,18 +17,23 @@ class SingleInstance final : public QObject {
     Q_OBJECT
 
 public:
-    /// `folder` is one of the user's own, and is made when it is not there.
-    explicit SingleInstance(const QString& folder, QObject* parent = nullptr);
+    /// The first of `folders` counts that is the user's own and nobody else's, or can be made so,
+    /// and whose path leaves room for a socket's.
+    explicit SingleInstance(const QStringList& folders, QObject* parent = nullptr);
 
-    /// The user's runtime folder; one below the folder of temporary files where there is none.
-    static QString standardFolder();
+    /// The user's runtime folder, one below the folder of temporary files, and one of the user's
+    /// files.
+    static QStringList standardFolders();
 
-    /// False when another process of the user runs the program. Where the folder cannot be used,
-    /// nothing is known, and this is the first.
+    /// False when another process of the user runs the program. Where none of the folders can be
+    /// used, nothing is known, and this is the first.
     bool isFirst() const { return first_; }
 
-    /// Begins to answer later starts, which are patient for a while. Needs the program's event loop,
-    /// so the QCoreApplication has been made; does nothing when this is not the first.
+    /// False where none of the folders can be used: every start is the first one then.
+    bool isKnown() const { return static_cast<bool>(lock_); }
+
+    /// Begins to answer later starts, which are patient for a while. Needs the program's event
+    /// loop, so the QCoreApplication has been made; does nothing when this is not the first.
     void listen();
 
     /// Asks the running program to bring its window forward. False when it does not answer in time.

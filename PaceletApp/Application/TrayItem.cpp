@@ -5,8 +5,11 @@
 namespace pacelet {
 
 TrayItem::TrayItem(Monitor& monitor, QObject* parent) : QObject{parent}, monitor_{monitor} {
-    connect(&monitor, &Monitor::resultChanged, this, &TrayItem::refresh);
-    connect(&monitor, &Monitor::lastCheckedChanged, this, &TrayItem::refresh);
+    connect(&monitor, &Monitor::changed, this, [this](const Fields& fields) {
+        if (fields.hold(monitor_.result, monitor_.lastChecked)) {
+            refresh();
+        }
+    });
     // Whatever button it is: there is one panel, and no menu.
     connect(&icon_, &QSystemTrayIcon::activated, this, &TrayItem::pressed);
     refresh();

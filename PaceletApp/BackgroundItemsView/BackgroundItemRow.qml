@@ -18,7 +18,7 @@ Item {
     implicitHeight: words.height + 20
     Accessible.role: Accessible.ListItem
     Accessible.name: title
-    Accessible.description: label + ", " + scope + ", " + (running ? "Running " + figures : "Not running")
+    Accessible.description: label + ", " + scope + ", " + (running ? qsTr("Running %1").arg(figures) : qsTr("Not running"))
 
     Column {
         id: words
@@ -33,9 +33,12 @@ Item {
         ElidedText {
             width: parent.width
             text: row.title
+            wrapMode: Text.Wrap
+            maximumLineCount: 2
             horizontalAlignment: Text.AlignLeft
             font: Theme.controlMedium
             color: Theme.text
+            Accessible.ignored: true
         }
 
         ElidedText {
@@ -44,6 +47,8 @@ Item {
             horizontalAlignment: Text.AlignLeft
             font: Theme.monoNote
             color: Theme.text3
+            boundless: true
+            Accessible.ignored: true
         }
     }
 
@@ -58,6 +63,7 @@ Item {
         horizontalAlignment: Text.AlignLeft
         font: Theme.note
         color: Theme.text2
+        Accessible.ignored: true
     }
 
     Item {
@@ -73,9 +79,10 @@ Item {
             id: pill
 
             visible: row.running
-            text: "Running"
+            text: qsTr("Running")
             fg: Theme.green
             bg: Theme.greenBG
+            Accessible.ignored: true
         }
 
         ElidedText {
@@ -86,14 +93,16 @@ Item {
             text: row.figures
             font: Theme.smallFigures
             color: Theme.text2
+            Accessible.ignored: true
         }
 
         Text {
             anchors.verticalCenter: parent.verticalCenter
             visible: !row.running
-            text: "Not running"
+            text: qsTr("Not running")
             font: Theme.note
             color: Theme.text3
+            Accessible.ignored: true
         }
     }
 

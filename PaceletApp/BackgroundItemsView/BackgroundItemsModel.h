@@ -16,6 +16,7 @@ class BackgroundItemsModel final : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("made by the shell")
     Q_PROPERTY(QAbstractItemModel* rows READ rows CONSTANT)
+    /// There are none, and that is known.
     Q_PROPERTY(bool empty READ empty NOTIFY emptyChanged)
 
 public:
@@ -34,7 +35,7 @@ private:
     Monitor& monitor_;
     QCollator collator_;
     BackgroundListModel rows_;
-    bool empty_ = true;
+    bool empty_ = false;
 };
 
 } // namespace pacelet

@@ -32,7 +32,7 @@ FocusScope {
         boundsBehavior: Flickable.StopAtBounds
         reuseItems: true
         Accessible.role: Accessible.List
-        Accessible.name: "Background Items"
+        Accessible.name: qsTr("Background Items")
         T.ScrollBar.vertical: QuietScrollBar {}
 
         function scrollBy(distance: real) {
@@ -70,8 +70,8 @@ FocusScope {
                 x: list.side
                 y: 28
                 width: parent.width - 2 * list.side
-                title: "Background Items"
-                subtitle: "Apps can add helpers that run in the background. Here's what each one does."
+                title: qsTr("Background Items")
+                subtitle: qsTr("Apps can add helpers that run in the background. Here's what each one does.")
             }
         }
 
@@ -147,7 +147,7 @@ FocusScope {
         width: Math.min(parent.width - 68, 520)
         visible: view.model.empty
         symbol: "checkmark.circle"
-        title: "No background items found"
-        description: "Nothing is set to run in the background."
+        title: qsTr("No background items found")
+        description: qsTr("Nothing is set to run in the background.")
     }
 }

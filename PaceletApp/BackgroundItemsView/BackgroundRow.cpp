@@ -31,8 +31,7 @@ BackgroundRow itemRow(const BackgroundItem& item, const BackgroundFacts& facts) 
     if (explanation) {
         row.verdict = qtText(rawValue(explanation->verdict));
     }
-    const ProcessUsage* const usage = item.pid ? facts.usage(*item.pid) : nullptr;
-    if (usage != nullptr) {
+    if (const auto usage = item.pid ? facts.usage(*item.pid) : nullptr) {
         row.figures =
             qtText(Format::percent(usage->cpuPercent) + " · " + Format::bytes(usage->memoryBytes));
     }
@@ -56,7 +55,7 @@ std::vector<BackgroundRow> backgroundRows(const std::vector<ItemGroup>& groups,
     return rows;
 }
 
-std::vector<ListRole<BackgroundRow>> backgroundRoles() {
+std::vector<ListRole<BackgroundRow>> BackgroundRow::roles() {
     using Row = BackgroundRow;
     return {
         {"head", [](const Row& row) { return row.isHead; }},

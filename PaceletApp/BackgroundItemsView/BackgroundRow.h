@@ -8,6 +8,7 @@
 #include <QString>
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -28,13 +29,18 @@ struct BackgroundRow {
     QString figures; ///< empty where its process is not known
     QString verdict; ///< raw value; empty without an explanation
 
+    const std::string& key() const { return id; }
+    /// The roles head, first, last, title, appPath, subtitle, scope, running, figures and verdict.
+    static std::vector<ListRole<BackgroundRow>> roles();
+
     bool operator==(const BackgroundRow&) const = default;
 };
 
-/// What the rest of the program knows of the items. What a function gives lives for one call.
+/// What the rest of the program knows of the items.
 struct BackgroundFacts {
     std::function<std::optional<Explanation>(const BackgroundItem&)> explanation;
-    std::function<const ProcessUsage*(std::int32_t pid)> usage; ///< null for an unknown process
+    /// Null for an unknown process.
+    std::function<std::shared_ptr<const ProcessUsage>(std::int32_t pid)> usage;
 };
 
 /// All groups in one flat list.
@@ -42,8 +48,5 @@ std::vector<BackgroundRow> backgroundRows(const std::vector<ItemGroup>& groups,
                                           const BackgroundFacts& facts);
 
 using BackgroundListModel = KeyedListModel<BackgroundRow>;
-
-/// The roles head, first, last, title, appPath, subtitle, scope, running, figures and verdict.
-std::vector<ListRole<BackgroundRow>> backgroundRoles();
 
 } // namespace pacelet

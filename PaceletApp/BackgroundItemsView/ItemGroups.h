@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Core/Inspectors/BackgroundItem.h"
+#include "Core/Platform/BackgroundItem.h"
 
 #include <functional>
 #include <string>

@@ -14,11 +14,13 @@ Item {
 
     readonly property real gap: 8
 
-    implicitHeight: memorySaver.height
+    implicitHeight: Math.max(memorySaver.height, flow.height)
 
-    Row {
-        id: row
+    // Beside the last button, in as many lines as they take.
+    Flow {
+        id: flow
 
+        width: memorySaver.x - actions.gap
         spacing: actions.gap
 
         PrimaryButton {
@@ -27,11 +29,11 @@ Item {
             onClicked: actions.duplicatesClosed()
         }
 
-        Text {
+        Label {
             height: memorySaver.height
             visible: actions.look.closeDuplicates === ""
             rightPadding: 6
-            text: "No duplicate tabs"
+            text: qsTr("No duplicate tabs")
             font: Theme.rowSubtitle
             color: Theme.text3
             verticalAlignment: Text.AlignVCenter
@@ -45,7 +47,7 @@ Item {
 
         PrimaryButton {
             // A profile's name has no bounds.
-            width: Math.min(implicitWidth, Math.max(0, memorySaver.x - x - actions.gap))
+            width: Math.min(implicitWidth, flow.width)
             visible: actions.look.merge !== ""
             text: actions.look.merge
             onClicked: actions.merged()
@@ -56,7 +58,7 @@ Item {
         id: memorySaver
 
         anchors.right: parent.right
-        text: "Memory Saver settings"
+        text: qsTr("Memory Saver settings")
         symbol: "leaf"
         onClicked: actions.memorySaverOpened()
     }

@@ -31,17 +31,15 @@ FocusScope {
             width: parent.width
             spacing: message.wordSpacing
 
-            Text {
+            Heading {
                 width: parent.width
                 text: message.look.heading
                 font: Theme.heading
                 color: Theme.text
                 wrapMode: Text.Wrap
-                textFormat: Text.PlainText
-                Accessible.role: Accessible.Heading
             }
 
-            Text {
+            Label {
                 width: parent.width
                 visible: text !== ""
                 text: message.look.body
@@ -51,7 +49,6 @@ FocusScope {
                 maximumLineCount: 14
                 elide: Text.ElideRight
                 lineHeight: 1.15
-                textFormat: Text.PlainText
             }
         }
 

@@ -50,13 +50,13 @@ FocusScope {
             look: panel.model.primer // qmllint disable unqualified
 
             SecondaryButton {
-                text: "Not now"
+                text: qsTr("Not now")
                 onClicked: panel.closed() // qmllint disable unqualified
             }
 
             PrimaryButton {
                 focus: true
-                text: "Continue"
+                text: qsTr("Continue")
                 onClicked: panel.model.proceed() // qmllint disable unqualified
             }
         }
@@ -72,11 +72,10 @@ FocusScope {
                 anchors.verticalCenter: parent.verticalCenter
             }
 
-            Text {
+            Label {
                 text: panel.model.loadingText // qmllint disable unqualified
                 font: Theme.body
                 color: Theme.text2
-                textFormat: Text.PlainText
             }
         }
     }
@@ -90,19 +89,19 @@ FocusScope {
             look: panel.model.failure // qmllint disable unqualified
 
             SecondaryButton {
-                text: "Close"
+                text: qsTr("Close")
                 onClicked: panel.closed() // qmllint disable unqualified
             }
 
             SecondaryButton {
                 visible: panel.model.phase === "notPermitted" // qmllint disable unqualified
-                text: "Open Automation settings"
+                text: qsTr("Open Automation settings")
                 onClicked: panel.model.openAutomationSettings() // qmllint disable unqualified
             }
 
             PrimaryButton {
                 focus: true
-                text: "Try again"
+                text: qsTr("Try again")
                 onClicked: panel.model.load() // qmllint disable unqualified
             }
         }

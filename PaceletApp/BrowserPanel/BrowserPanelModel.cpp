@@ -43,8 +43,7 @@ ExtensionUsage readExtensions(ToolRunner& tools, const std::string& bundle) {
 
 BrowserPanelModel::BrowserPanelModel(const SharedObjects& objects, ChromiumBrowser browser,
                                      QObject* parent)
-    : QObject{parent}, objects_{objects}, browser_{browser},
-      controller_{objects.platform}, rows_{[](const TabRow& row) { return row.id; }, tabRoles()} {
+    : QObject{parent}, objects_{objects}, browser_{browser}, controller_{objects.platform} {
     refreshLook();
     if (objects_.platform.preferences.boolean(primerKey()).value_or(false)) {
         load();

@@ -54,12 +54,12 @@ FocusScope {
 
             anchors.right: parent.right
             anchors.top: parent.top
-            text: "Done"
+            text: qsTr("Done")
             onClicked: tabs.closed()
         }
     }
 
-    Text {
+    Label {
         id: note
 
         anchors.top: header.bottom
@@ -69,7 +69,6 @@ FocusScope {
         font: Theme.note
         color: Theme.text2
         wrapMode: Text.Wrap
-        textFormat: Text.PlainText
     }
 
     BrowserActions {
@@ -103,7 +102,7 @@ FocusScope {
         focus: true
         focusPolicy: Qt.StrongFocus
         Accessible.role: Accessible.List
-        Accessible.name: "Tabs"
+        Accessible.name: qsTr("Tabs")
         onActiveFocusChanged: byKeys = visualFocus
 
         function go(index: int) {

@@ -1,6 +1,7 @@
 #include "PaceletApp/BrowserPanel/BrowserTexts.h"
 
 #include "Core/Sampling/Format.h"
+#include "PaceletApp/Support/Sentence.h"
 
 #include <fmt/format.h>
 
@@ -25,9 +26,9 @@ std::string_view tabNoun(std::size_t count) {
 Message primer(ChromiumBrowser browser) {
     const std::string_view app = appName(browser);
     return {fmt::format("Let Pacelet see your {} tabs", app),
-            fmt::format("macOS will ask you to allow Pacelet to control {}. Pacelet only reads tab "
-                        "titles and addresses, and only closes tabs you choose.",
-                        app)};
+            sentence("macOS will ask you to allow Pacelet to control {}. Pacelet only reads tab "
+                     "titles and addresses, and only closes tabs you choose.",
+                     app)};
 }
 
 std::string loading(ChromiumBrowser browser) {
@@ -39,9 +40,9 @@ Message failure(const BrowserPhase& phase, ChromiumBrowser browser) {
     switch (phase.kind) {
     case BrowserPhase::Kind::notPermitted:
         return {"Pacelet needs permission to see your tabs.",
-                fmt::format("Turn on {} for Pacelet in System Settings > Privacy & Security > "
-                            "Automation, then try again.",
-                            app)};
+                sentence("Turn on {} for Pacelet in System Settings > Privacy & Security > "
+                         "Automation, then try again.",
+                         app)};
     case BrowserPhase::Kind::notRunning:
         return {fmt::format("{} isn't running.", app), "Open it and try again."};
     default:

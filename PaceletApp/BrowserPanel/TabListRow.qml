@@ -89,7 +89,7 @@ Item {
         focusPolicy: Qt.NoFocus
         hoverEnabled: row.selectable
         text: row.head ? "" : row.title
-        Accessible.description: row.active ? row.subtitle + ", Active" : row.subtitle
+        Accessible.description: row.active ? qsTr("%1, Active").arg(row.subtitle) : row.subtitle
         checked: row.ticked
         opacity: 1
         indicator.x: 10
@@ -129,7 +129,7 @@ Item {
                 anchors.right: parent.right
                 anchors.verticalCenter: parent.verticalCenter
                 visible: row.active
-                text: "Active"
+                text: qsTr("Active")
                 fg: Theme.accentLight
                 bg: Theme.accentBG
             }

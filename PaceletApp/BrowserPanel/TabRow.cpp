@@ -41,7 +41,7 @@ std::vector<TabRow> tabRows(const std::vector<BrowserWindow>& windows) {
     return rows;
 }
 
-std::vector<ListRole<TabRow>> tabRoles() {
+std::vector<ListRole<TabRow>> TabRow::roles() {
     using Row = TabRow;
     return {
         {"head", [](const Row& row) { return row.isHead(); }},

@@ -24,6 +24,10 @@ struct TabRow {
 
     bool isHead() const { return tabID.empty(); }
 
+    const std::string& key() const { return id; }
+    /// The roles head, symbol, title, subtitle, last, active, selectable and ticked.
+    static std::vector<ListRole<TabRow>> roles();
+
     bool operator==(const TabRow&) const = default;
 };
 
@@ -31,8 +35,5 @@ struct TabRow {
 std::vector<TabRow> tabRows(const std::vector<BrowserWindow>& windows);
 
 using TabListModel = KeyedListModel<TabRow>;
-
-/// The roles head, symbol, title, subtitle, last, active, selectable and ticked.
-std::vector<ListRole<TabRow>> tabRoles();
 
 } // namespace pacelet

@@ -10,7 +10,7 @@ T.Popup {
     property string title
     property string message
     property string confirmText
-    property string cancelText: "Cancel"
+    property string cancelText: qsTr("Cancel")
     property bool destructive: false
     /// A longer paragraph of the message is cut off.
     property int paragraphLines: 100
@@ -28,7 +28,17 @@ T.Popup {
     modal: true
     focus: true
     closePolicy: T.Popup.NoAutoClose
-    onOpened: (destructive ? cancelButton : confirmButton).forceActiveFocus(destructive ? Qt.TabFocusReason : Qt.PopupFocusReason)
+    onOpened: placeFocus()
+    // The question may change while the dialog is on its way in.
+    onDestructiveChanged: {
+        if (visible) {
+            placeFocus();
+        }
+    }
+
+    function placeFocus() {
+        (destructive ? cancelButton : confirmButton).forceActiveFocus(destructive ? Qt.TabFocusReason : Qt.PopupFocusReason);
+    }
 
     T.Overlay.modal: Rectangle {
         color: Theme.scrim
@@ -56,13 +66,12 @@ T.Popup {
             width: parent.width
             spacing: 8
 
-            Text {
+            Heading {
                 width: parent.width
                 text: dialog.title
                 font: Theme.sectionTitle
                 color: Theme.text
                 wrapMode: Text.Wrap
-                textFormat: Text.PlainText
             }
 
             Column {
@@ -71,7 +80,7 @@ T.Popup {
                 Repeater {
                     model: dialog.message === "" ? [] : dialog.message.split("\n")
 
-                    Text {
+                    Label {
                         required property string modelData
 
                         width: parent?.width ?? 0
@@ -82,7 +91,6 @@ T.Popup {
                         maximumLineCount: dialog.paragraphLines
                         elide: Text.ElideRight
                         lineHeight: 1.15
-                        textFormat: Text.PlainText
                     }
                 }
             }

@@ -9,8 +9,6 @@ Column {
     property string description
 
     spacing: 10
-    Accessible.role: Accessible.Grouping
-    Accessible.name: title
 
     Symbol {
         anchors.horizontalCenter: parent.horizontalCenter
@@ -20,7 +18,7 @@ Column {
         size: 36
     }
 
-    Text {
+    Label {
         width: Math.min(Math.ceil(implicitWidth), state.width > 0 ? state.width : 480)
         anchors.horizontalCenter: parent.horizontalCenter
         text: state.title
@@ -28,10 +26,9 @@ Column {
         color: Theme.text
         wrapMode: Text.Wrap
         horizontalAlignment: Text.AlignHCenter
-        textFormat: Text.PlainText
     }
 
-    Text {
+    Label {
         width: Math.min(Math.ceil(implicitWidth), state.width > 0 ? state.width : 480)
         anchors.horizontalCenter: parent.horizontalCenter
         visible: text !== ""
@@ -40,6 +37,5 @@ Column {
         color: Theme.text2
         wrapMode: Text.Wrap
         horizontalAlignment: Text.AlignHCenter
-        textFormat: Text.PlainText
     }
 }

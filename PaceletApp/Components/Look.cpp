@@ -3,6 +3,8 @@
 #include "Core/Support/EnumTable.h"
 #include "PaceletApp/Support/QtText.h"
 
+#include <QCoreApplication>
+
 #include <array>
 
 namespace pacelet {
@@ -34,6 +36,10 @@ constexpr std::array<StatusRow, 3> statuses{{
 
 } // namespace
 
+std::vector<ListRole<FixLook>> FixLook::roles() {
+    return {{"look", [](const FixLook& look) { return QVariant::fromValue(look); }}};
+}
+
 PillLook lookOf(Verdict verdict) {
     const VerdictRow& row = rowOf(verdicts, verdict);
     const QString label = qtText(pacelet::label(verdict));
@@ -48,7 +54,12 @@ PillLook lookOf(Status status) {
 
 FixLook lookOf(FixID fix, const ProcessGroup* group) {
     const bool purple = fix == FixID::quitApp || fix == FixID::rebuildSpotlightIndex;
-    return {qtText(rawValue(fix)), qtText(title(fix, group)), qtText(symbol(fix)), purple};
+    // A name is said as it is.
+    const std::string caption = title(fix, group);
+    return {qtText(rawValue(fix)),
+            fix == FixID::quitApp ? qtText(caption)
+                                  : QCoreApplication::translate("", caption.c_str()),
+            qtText(symbol(fix)), purple};
 }
 
 QString rawValue(Status status) {

@@ -3,10 +3,14 @@
 #include "Core/Diagnosis/Finding.h"
 #include "Core/Knowledge/FixID.h"
 #include "Core/Knowledge/Verdict.h"
+#include "PaceletApp/Models/KeyedListModel.h"
 
 #include <QObject>
 #include <QString>
 #include <QtQml/qqmlregistration.h>
+
+#include <string>
+#include <vector>
 
 namespace pacelet {
 
@@ -42,6 +46,10 @@ public:
     QString title;
     QString symbol;
     bool purple = false; ///< the fix acts on something that is using the machine up right now
+
+    std::string key() const { return fix.toStdString(); }
+    /// look: all of it.
+    static std::vector<ListRole<FixLook>> roles();
 
     bool operator==(const FixLook&) const = default;
 };

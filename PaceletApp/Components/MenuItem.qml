@@ -19,6 +19,7 @@ T.MenuItem {
     rightPadding: 10
     opacity: enabled ? 1 : 0.45
     Accessible.name: text
+    Accessible.description: shortcutText
     Keys.onReturnPressed: item.clicked()
     Keys.onEnterPressed: item.clicked()
 

@@ -1,5 +1,6 @@
 #include "PaceletApp/Components/ScreenModule.h"
 
+#include "PaceletApp/Components/ExpandableFace.h"
 #include "PaceletApp/Components/SymbolProvider.h"
 
 #include <QQmlEngine>
@@ -11,6 +12,7 @@ namespace pacelet {
 
 void installScreens(QQmlEngine& engine) {
     qml_register_types_Pacelet();
+    ExpandableFace::install();
     engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
     engine.addImageProvider(QStringLiteral("symbol"), new SymbolProvider);
 }

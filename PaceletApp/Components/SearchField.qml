@@ -74,7 +74,7 @@ T.TextField {
         width: 32
         visible: field.length > 0
         focusPolicy: Qt.NoFocus
-        Accessible.name: "Clear"
+        Accessible.name: qsTr("Clear")
         onClicked: {
             field.clear();
             field.forceActiveFocus();

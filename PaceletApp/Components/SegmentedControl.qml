@@ -22,6 +22,7 @@ Item {
     activeFocusOnTab: true
     Accessible.role: Accessible.PageTabList
     Accessible.name: title
+    Accessible.description: options[current] ?? ""
     Keys.onLeftPressed: chosen(Math.max(0, current - 1))
     Keys.onRightPressed: chosen(Math.min(options.length - 1, current + 1))
 
@@ -75,6 +76,7 @@ Item {
                 text: modelData
                 Accessible.role: Accessible.PageTab
                 Accessible.name: text
+                Accessible.selectable: true
                 Accessible.selected: selected
                 onClicked: control.chosen(index)
 
@@ -86,6 +88,7 @@ Item {
                     verticalAlignment: Text.AlignVCenter
                     elide: Text.ElideRight
                     textFormat: Text.PlainText
+                    Accessible.ignored: true
                 }
 
                 HoverHandler {

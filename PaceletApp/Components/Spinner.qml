@@ -12,7 +12,7 @@ Symbol {
     rotation: step * 30
     Accessible.ignored: false
     Accessible.role: Accessible.Animation
-    Accessible.name: "Working"
+    Accessible.name: qsTr("Working")
 
     Timer {
         running: spinner.visible && !Theme.reducedMotion && spinner.Window.visibility !== Window.Hidden

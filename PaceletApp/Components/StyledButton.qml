@@ -1,7 +1,8 @@
 import QtQuick
 import QtQuick.Templates as T
 
-/// The make of all push buttons: a glyph and a title on a rounded ground.
+/// The make of all push buttons: a glyph and a title on a rounded ground. A title that is too long
+/// for its place takes a second line.
 T.Button {
     id: button
 
@@ -50,6 +51,8 @@ T.Button {
                 anchors.verticalCenter: parent.verticalCenter
                 visible: text !== ""
                 text: button.text
+                wrapMode: Text.Wrap
+                maximumLineCount: 2
                 font: button.font
                 color: button.labelColor
                 Accessible.ignored: true

@@ -21,17 +21,17 @@ T.ToolTip {
     closePolicy: T.Popup.NoAutoClose
 
     contentItem: Item {
-        Text {
+        Label {
             id: words
 
             objectName: "tip words"
 
             width: Math.min(Math.ceil(implicitWidth), 420)
             text: bubble.tip
+            Accessible.role: Accessible.ToolTip
             font: Theme.note
             color: Theme.text
             wrapMode: Text.Wrap
-            textFormat: Text.PlainText
         }
     }
 

@@ -1,6 +1,7 @@
 #include "PaceletApp/FixActions/FixActions.h"
 
 #include "PaceletApp/Scheduler/Detach.h"
+#include "PaceletApp/Support/Sentence.h"
 
 #include <QPointer>
 #include <fmt/format.h>
@@ -22,6 +23,16 @@ FixActions::FixActions(const Platform& platform, Scheduler& scheduler, Monitor& 
                        Router& router, std::string tidyvaultWebsite, QObject* parent)
     : QObject{parent}, runner_{platform}, scheduler_{scheduler}, monitor_{monitor}, router_{router},
       log_{platform.log}, tidyvaultWebsite_{std::move(tidyvaultWebsite)} {}
+
+void FixActions::press(FixID fix, const std::optional<std::string>& groupID) {
+    perform(fix, monitor_.group(groupID).get());
+}
+
+void FixActions::press(std::string_view fix, const std::optional<std::string>& groupID) {
+    if (const auto id = fixIDFromRawValue(fix)) {
+        press(*id, groupID);
+    }
+}
 
 void FixActions::perform(FixID fix, const ProcessGroup* group) {
     switch (fix) {
@@ -143,7 +154,7 @@ QCoro::Task<> FixActions::restartMac() {
     auto restart = scheduler_.runInBackground([runner = runner_] { return runner.restartMac(); });
     const FixOutcome outcome = co_await restart;
     if (self && outcome.kind() == FixOutcome::Kind::failed) {
-        setToast(std::string{FixTexts::restartByHand});
+        setToast(sentence(FixTexts::restartByHand));
     }
 }
 

@@ -13,6 +13,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace pacelet {
 
@@ -41,7 +42,12 @@ public:
     /// Name of an application that cannot be quit.
     const std::optional<std::string>& stuckAlert() const { return stuckAlert_; }
 
-    /// What the button of a fix does. `group` may be null, and is copied.
+    /// What the button of a fix does, for the group that runs under this id now, or for none.
+    void press(FixID fix, const std::optional<std::string>& groupID = {});
+    /// The same of a fix by its raw value; nothing for a text that is none.
+    void press(std::string_view fix, const std::optional<std::string>& groupID = {});
+
+    /// `group` may be null, and is copied.
     void perform(FixID fix, const ProcessGroup* group);
     void confirmQuit(const ProcessGroup& group);
     void confirmRestart();

@@ -1,6 +1,7 @@
 #include "PaceletApp/FixActions/FixTexts.h"
 
 #include "Core/Support/Precondition.h"
+#include "PaceletApp/Support/Sentence.h"
 
 #include <fmt/format.h>
 
@@ -21,14 +22,15 @@ Question forceQuit(std::string_view app) {
 
 Question rebuild() {
     return {.title = "Rebuild the Spotlight index?",
-            .message = "macOS will ask for your password. Search results may be incomplete for a "
-                       "few hours while it rebuilds.",
+            .message =
+                sentence("macOS will ask for your password. Search results may be incomplete "
+                         "for a few hours while it rebuilds."),
             .confirm = "Rebuild"};
 }
 
 Question restart() {
-    return {.title = "Restart your Mac?",
-            .message = "Save your work first. macOS will ask you to confirm.",
+    return {.title = sentence("Restart your Mac?"),
+            .message = sentence("Save your work first. macOS will ask you to confirm."),
             .confirm = "Restart…"};
 }
 
@@ -51,7 +53,7 @@ std::string report(const FixOutcome& outcome, const std::optional<std::string>& 
 }
 
 std::string stuckTitle(const std::optional<std::string>& app) {
-    return app.value_or("This app") + " won't quit. Restart your Mac to clear it.";
+    return sentence("{} won't quit. Restart your Mac to clear it.", app.value_or("This app"));
 }
 
 } // namespace pacelet::FixTexts

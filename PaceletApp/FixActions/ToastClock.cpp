@@ -8,9 +8,8 @@ namespace pacelet {
 
 namespace {
 
-QCoro::Task<> clearLater(QPointer<FixActions> actions, Scheduler& scheduler,
-                         CancellationToken token) {
-    co_await scheduler.sleep(ToastClock::lifetime, token);
+QCoro::Task<> clearLater(QPointer<FixActions> actions, Scheduler& scheduler, std::stop_token stop) {
+    co_await scheduler.sleep(ToastClock::lifetime, stop);
     if (actions) {
         actions->setToast({});
     }

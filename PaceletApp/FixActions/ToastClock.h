@@ -1,7 +1,7 @@
 #pragma once
 
 #include "PaceletApp/FixActions/FixActions.h"
-#include "PaceletApp/Scheduler/Cancellation.h"
+#include "PaceletApp/Scheduler/StopOwner.h"
 
 #include <QObject>
 
@@ -26,7 +26,7 @@ private:
 
     FixActions& actions_;
     Scheduler& scheduler_;
-    std::optional<CancellationSource> wait_;
+    std::optional<StopOwner> wait_;
 };
 
 } // namespace pacelet

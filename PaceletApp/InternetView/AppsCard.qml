@@ -34,6 +34,7 @@ Card {
             font: Theme.figures
             color: Theme.text
             textFormat: Text.PlainText
+            Accessible.ignored: true
         }
     }
 
@@ -41,11 +42,10 @@ Card {
         width: parent.width
         spacing: 14
 
-        Text {
-            text: "Apps using your connection"
+        Heading {
+            text: qsTr("Apps using your connection")
             font: Theme.sectionTitle
             color: Theme.text
-            Accessible.role: Accessible.Heading
         }
 
         Spinner {
@@ -53,9 +53,9 @@ Card {
             size: 16
         }
 
-        Text {
+        Label {
             visible: card.look.trafficIdle
-            text: "Nothing is using much bandwidth right now."
+            text: qsTr("Nothing is using much bandwidth right now.")
             font: Theme.body
             color: Theme.text2
         }
@@ -77,7 +77,7 @@ Card {
                     width: parent?.width ?? 0
                     height: label.height
                     Accessible.role: Accessible.Row
-                    Accessible.name: name + ", down " + incoming + ", up " + outgoing
+                    Accessible.name: app.name + qsTr(", down %1, up %2").arg(app.incoming).arg(app.outgoing)
 
                     ElidedText {
                         id: label

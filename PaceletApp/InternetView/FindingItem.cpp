@@ -37,7 +37,7 @@ FindingItem findingItem(const Finding& finding) {
     return item;
 }
 
-std::vector<ListRole<FindingItem>> findingRoles() {
+std::vector<ListRole<FindingItem>> FindingItem::roles() {
     using Item = FindingItem;
     return {
         {"symbol", [](const Item& item) { return item.symbol; }},

@@ -19,14 +19,15 @@ struct FindingItem {
     QString detail;
     FixLook fix; ///< empty for none
 
+    const std::string& key() const { return id; }
+    /// symbol, tone, title, detail and fix.
+    static std::vector<ListRole<FindingItem>> roles();
+
     bool operator==(const FindingItem&) const = default;
 };
 
 FindingItem findingItem(const Finding& finding);
 
 using FindingListModel = KeyedListModel<FindingItem>;
-
-/// symbol, tone, title, detail and fix.
-std::vector<ListRole<FindingItem>> findingRoles();
 
 } // namespace pacelet

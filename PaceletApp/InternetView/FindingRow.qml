@@ -18,8 +18,6 @@ Item {
     signal fixed
 
     implicitHeight: Math.max(tile.height, words.height) + (large ? 40 : 32)
-    Accessible.role: Accessible.Grouping
-    Accessible.name: title
 
     Divider {
         width: parent.width
@@ -53,7 +51,7 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         spacing: row.large ? 6 : 4
 
-        Text {
+        Heading {
             width: parent.width
             text: row.title
             font: row.large ? Theme.heading : Theme.sectionTitle
@@ -61,11 +59,9 @@ Item {
             wrapMode: Text.Wrap
             maximumLineCount: 3
             elide: Text.ElideRight
-            textFormat: Text.PlainText
-            Accessible.role: Accessible.Heading
         }
 
-        Text {
+        Label {
             width: parent.width
             visible: text !== ""
             text: row.detail
@@ -73,7 +69,6 @@ Item {
             color: Theme.text2
             wrapMode: Text.Wrap
             lineHeight: 1.2
-            textFormat: Text.PlainText
         }
     }
 

@@ -28,11 +28,11 @@ Card {
             size: 24
         }
 
-        Text {
+        Label {
             anchors.left: spinner.right
             anchors.leftMargin: 34
             anchors.verticalCenter: parent.verticalCenter
-            text: "Checking your connection…"
+            text: qsTr("Checking your connection…")
             font: Theme.heading
             color: Theme.text
         }
@@ -48,7 +48,7 @@ Card {
         large: true
         symbol: "checkmark.seal"
         tone: "green"
-        title: "Your internet looks healthy."
+        title: qsTr("Your internet looks healthy.")
         detail: card.look.healthyNote
     }
 

@@ -5,6 +5,7 @@
 #include "PaceletApp/InternetView/RelativeDate.h"
 #include "PaceletApp/InternetView/SavedSpeed.h"
 #include "PaceletApp/Support/QtText.h"
+#include "PaceletApp/Support/Sentence.h"
 
 #include <array>
 #include <string_view>
@@ -52,6 +53,12 @@ InternetLook internetLook(const InternetState& state, bool healthy, TimePoint no
         qtText(state.speed ? "Last tested " + relativeDate(now - state.speed->measuredAt)
                            : "See your real download and upload speed.");
     look.testError = qtText(state.testError.value_or(""));
+    look.testQuestion = qtText(sentence(
+        "Pacelet uses Apple's built-in test against Apple's servers. It takes about 25 seconds "
+        "and can use several hundred MB of data on fast connections."));
+    if (state.isMetered) {
+        look.testQuestion += qtText(" Your connection is metered, so this may cost you.");
+    }
     look.trafficLoaded = state.usageLoaded;
     look.trafficIdle = state.usageLoaded && state.usage.empty();
     return look;

@@ -24,6 +24,7 @@ struct InternetState {
     std::optional<SpeedResult> speed;
     bool testing = false;
     std::optional<std::string> testError; ///< of the last test, if it failed
+    bool isMetered = false;               ///< data is counted on this link
 };
 
 /// The words of the screen that are no rows of a list.
@@ -37,6 +38,7 @@ struct InternetLook {
     Q_PROPERTY(bool testing MEMBER testing CONSTANT)
     Q_PROPERTY(QString speedNote MEMBER speedNote CONSTANT)
     Q_PROPERTY(QString testError MEMBER testError CONSTANT)
+    Q_PROPERTY(QString testQuestion MEMBER testQuestion CONSTANT)
     Q_PROPERTY(bool trafficLoaded MEMBER trafficLoaded CONSTANT)
     Q_PROPERTY(bool trafficIdle MEMBER trafficIdle CONSTANT)
 
@@ -46,8 +48,9 @@ public:
     QString link;          ///< the kind of link; empty before it is known
     QString linkSymbol;
     bool testing = false;
-    QString speedNote; ///< when the last test was, or what a first one is good for
-    QString testError; ///< empty for none
+    QString speedNote;    ///< when the last test was, or what a first one is good for
+    QString testError;    ///< empty for none
+    QString testQuestion; ///< what a test takes
     bool trafficLoaded = false;
     bool trafficIdle = false; ///< loaded, and there is nothing in it
 

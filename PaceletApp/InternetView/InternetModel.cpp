@@ -2,13 +2,13 @@
 
 #include "Core/Internet/LinkReader.h"
 #include "Core/Internet/NetTop.h"
-#include "Core/Internet/SpeedTest.h"
 #include "Core/Internet/TrafficByApp.h"
 #include "Core/Platform/Platform.h"
 #include "PaceletApp/FixActions/FixActions.h"
 #include "PaceletApp/InternetView/AppNames.h"
 #include "PaceletApp/InternetView/LinkReading.h"
 #include "PaceletApp/InternetView/SavedSpeed.h"
+#include "PaceletApp/InternetView/SpeedTester.h"
 #include "PaceletApp/Monitor/Monitor.h"
 #include "PaceletApp/Scheduler/Detach.h"
 
@@ -30,18 +30,8 @@ std::vector<NetUsage> sampleOrNone(ToolRunner& tools) {
     }
 }
 
-std::optional<SpeedResult> testOrNothing(ToolRunner& tools, Clock& clock) {
-    try {
-        return SpeedTest::run(tools, clock);
-    } catch (const SpeedTestError&) {
-        return std::nullopt;
-    } catch (const LaunchError&) {
-        return std::nullopt;
-    }
-}
-
 template<typename Item, typename Value, typename Make>
-void fill(KeyedListModel<Item>& list, const std::vector<Value>& values, Make make) {
+void fillList(KeyedListModel<Item>& list, const std::vector<Value>& values, Make make) {
     std::vector<Item> items;
     items.reserve(values.size());
     std::ranges::transform(values, std::back_inserter(items), make);
@@ -51,22 +41,24 @@ void fill(KeyedListModel<Item>& list, const std::vector<Value>& values, Make mak
 } // namespace
 
 InternetModel::InternetModel(const SharedObjects& objects, QObject* parent)
-    : QObject{parent}, objects_{objects}, findingRows_{[](const FindingItem& item) {
-                                                           return item.id;
-                                                       },
-                                                       findingRoles()},
-      linkRows_{[](const ReadingItem& item) { return item.label.toStdString(); }, readingRoles()},
-      speedRows_{[](const ReadingItem& item) { return item.label.toStdString(); }, readingRoles()},
-      appRows_{[](const TrafficItem& item) { return item.name.toStdString(); }, trafficRoles()} {
+    : QObject{parent}, objects_{objects} {
     state_.speed = savedSpeed(objects.platform.preferences);
-    connect(&objects.monitor, &Monitor::windowVisibleChanged, this, &InternetModel::followWindow);
-    connect(&objects.monitor, &Monitor::groupsChanged, this, [this] {
-        if (polling_) {
-            refresh();
-        }
-    });
+    connect(&objects.speedTester, &SpeedTester::ended, this, &InternetModel::testEnded);
+    connect(&objects.monitor, &Monitor::changed, this, &InternetModel::follow);
+    appName_ = appNames(objects.monitor.groups());
     refresh();
     followWindow();
+}
+
+void InternetModel::follow(const Fields& fields) {
+    if (fields.hold(objects_.monitor.windowVisible)) {
+        followWindow();
+    }
+    // Once more for the groups that came while nobody looked.
+    if (polling_ && fields.hold(objects_.monitor.groups, objects_.monitor.windowVisible)) {
+        appName_ = appNames(objects_.monitor.groups());
+        refresh();
+    }
 }
 
 void InternetModel::followWindow() {
@@ -82,38 +74,63 @@ void InternetModel::followWindow() {
 }
 
 QCoro::Task<> InternetModel::poll(QPointer<InternetModel> model, SharedObjects objects,
-                                  CancellationToken token) {
+                                  std::stop_token stop) {
     const Platform& platform = objects.platform;
     while (true) {
         LinkReading reading{platform.networkLink};
         const LinkType link = co_await reading;
-        if (!model || token.isCancelled()) {
+        // Some drivers take their time.
+        auto radio = objects.scheduler.runInBackground(
+            [&network = platform.networkLink] { return LinkReader::wifi(network); });
+        const std::optional<WiFiLink> wifi = co_await radio;
+        if (!model || stop.stop_requested()) {
             co_return;
         }
-        model->state_.link = link;
-        model->state_.wifi = LinkReader::wifi(platform.networkLink);
-        model->refresh();
+        model->takeIn(link, wifi);
 
         auto sampling = objects.scheduler.runInBackground(
             [&tools = platform.tools] { return sampleOrNone(tools); });
         std::vector<NetUsage> usage = co_await sampling;
-        if (!model || token.isCancelled()) {
+        if (!model || stop.stop_requested()) {
             co_return;
         }
         model->state_.usage = std::move(usage);
         model->state_.usageLoaded = true;
         model->refresh();
 
-        const bool passed = co_await objects.scheduler.sleep(betweenSamples, token);
+        const bool passed = co_await objects.scheduler.sleep(betweenSamples, stop);
         if (!passed) {
             co_return;
         }
     }
 }
 
+void InternetModel::takeIn(LinkType link, std::optional<WiFiLink> wifi) {
+    // Most readings are like the one before, and the sample that follows brings all up to date.
+    if (state_.link != link || state_.wifi != wifi) {
+        state_.link = link;
+        state_.wifi = std::move(wifi);
+        refresh();
+    }
+}
+
 void InternetModel::setAskTest(bool ask) {
-    if (std::exchange(askTest_, ask) != ask) {
-        Q_EMIT askTestChanged();
+    if (std::exchange(askTest_, ask) == ask) {
+        return;
+    }
+    Q_EMIT askTestChanged();
+    if (ask) {
+        detach(readMetering(this, objects_));
+    }
+}
+
+QCoro::Task<> InternetModel::readMetering(QPointer<InternetModel> model, SharedObjects objects) {
+    auto reading = objects.scheduler.runInBackground(
+        [&network = objects.platform.networkLink] { return network.isExpensive(); });
+    const bool isMetered = co_await reading;
+    if (model) {
+        model->state_.isMetered = isMetered;
+        model->refresh();
     }
 }
 
@@ -124,24 +141,14 @@ void InternetModel::runTest() {
     state_.testing = true;
     state_.testError.reset();
     refresh();
-    const Platform& platform = objects_.platform;
-    detach(test(this, objects_.scheduler, platform.tools, platform.clock, platform.preferences));
-}
-
-QCoro::Task<> InternetModel::test(QPointer<InternetModel> model, Scheduler& scheduler,
-                                  ToolRunner& tools, Clock& clock, Preferences& preferences) {
-    auto testing =
-        scheduler.runInBackground([&tools, &clock] { return testOrNothing(tools, clock); });
-    const std::optional<SpeedResult> speed = co_await testing;
-    if (speed) {
-        saveSpeed(preferences, *speed);
-    }
-    if (model) {
-        model->testEnded(speed);
-    }
+    objects_.speedTester.run();
 }
 
 void InternetModel::testEnded(const std::optional<SpeedResult>& speed) {
+    // One that another screen asked for is in the preferences when this is next shown.
+    if (!state_.testing) {
+        return;
+    }
     if (speed) {
         state_.speed = speed;
     } else {
@@ -153,13 +160,12 @@ void InternetModel::testEnded(const std::optional<SpeedResult>& speed) {
 
 void InternetModel::refresh() {
     const TimePoint now = objects_.scheduler.now();
-    const AppName appName = appNames(objects_.monitor.groups());
-    found_ = pacelet::findings(state_, appName, now);
-    fill(findingRows_, found_, findingItem);
+    found_ = pacelet::findings(state_, appName_, now);
+    fillList(findingRows_, found_, findingItem);
     linkRows_.update(state_.link == LinkType::wifi && state_.wifi ? readings(*state_.wifi)
                                                                   : std::vector<ReadingItem>{});
     speedRows_.update(state_.speed ? readings(*state_.speed) : std::vector<ReadingItem>{});
-    fill(appRows_, trafficByApp(state_.usage, appName), trafficItem);
+    fillList(appRows_, trafficByApp(state_.usage, appName_), trafficItem);
     InternetLook look = internetLook(state_, found_.empty(), now);
     if (look != look_) {
         look_ = std::move(look);
@@ -172,7 +178,7 @@ void InternetModel::fix(int row) {
         return;
     }
     if (const auto& fix = found_[static_cast<std::size_t>(row)].primaryFix()) {
-        objects_.actions.perform(*fix, nullptr);
+        objects_.actions.press(*fix);
     }
 }
 

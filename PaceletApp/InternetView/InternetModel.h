@@ -1,12 +1,11 @@
 #pragma once
 
-#include "Core/Platform/Preferences.h"
-#include "Core/Platform/ToolRunner.h"
 #include "PaceletApp/InternetView/FindingItem.h"
 #include "PaceletApp/InternetView/InternetLook.h"
 #include "PaceletApp/InternetView/ReadingItem.h"
 #include "PaceletApp/InternetView/TrafficItem.h"
 #include "PaceletApp/Scheduler/Scheduler.h"
+#include "PaceletApp/Scheduler/StopOwner.h"
 #include "PaceletApp/Support/SharedObjects.h"
 
 #include <QAbstractItemModel>
@@ -18,6 +17,8 @@
 #include <vector>
 
 namespace pacelet {
+
+class Fields;
 
 /// What the internet screen shows. It measures the link and the traffic for as long as it lives and
 /// the window can be seen. A speed test goes on behind it: its result is kept in the preferences.
@@ -47,7 +48,7 @@ public:
     QAbstractItemModel* speedRows() { return &speedRows_; }
     QAbstractItemModel* apps() { return &appRows_; }
 
-    /// Starts a speed test, unless one is under way.
+    /// Starts a speed test, or joins the one that is under way.
     Q_INVOKABLE void runTest();
     /// Carries out the fix of the finding in this row.
     Q_INVOKABLE void fix(int row);
@@ -58,18 +59,20 @@ Q_SIGNALS:
 
 private:
     static QCoro::Task<> poll(QPointer<InternetModel> model, SharedObjects objects,
-                              CancellationToken token);
-    /// Outlives the model, and whatever else does not belong to the host.
-    static QCoro::Task<> test(QPointer<InternetModel> model, Scheduler& scheduler,
-                              ToolRunner& tools, Clock& clock, Preferences& preferences);
+                              std::stop_token stop);
+    /// For the question before a test.
+    static QCoro::Task<> readMetering(QPointer<InternetModel> model, SharedObjects objects);
 
+    void follow(const Fields& fields);
     /// Measures while the window is visible.
     void followWindow();
+    void takeIn(LinkType link, std::optional<WiFiLink> wifi);
     void testEnded(const std::optional<SpeedResult>& speed);
     void refresh();
 
     SharedObjects objects_;
     InternetState state_;
+    AppName appName_; ///< by the monitor's groups
     std::vector<Finding> found_;
     InternetLook look_;
     bool askTest_ = false;
@@ -77,7 +80,7 @@ private:
     ReadingListModel linkRows_;
     ReadingListModel speedRows_;
     TrafficListModel appRows_;
-    std::optional<CancellationSource> polling_; ///< nothing while at rest
+    std::optional<StopOwner> polling_; ///< nothing while at rest
 };
 
 } // namespace pacelet

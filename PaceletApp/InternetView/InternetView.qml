@@ -11,8 +11,8 @@ ScrollArea {
 
     ScreenHeader {
         width: parent.width
-        title: "Internet"
-        subtitle: "Find out if it's your Mac, your Wi-Fi, or your internet line."
+        title: qsTr("Internet")
+        subtitle: qsTr("Find out if it's your Mac, your Wi-Fi, or your internet line.")
     }
 
     FindingsCard {
@@ -59,9 +59,9 @@ ScrollArea {
 
     AlertDialog {
         visible: view.model.askTest
-        title: "Test your internet speed?"
-        message: "Pacelet uses Apple's built-in test against Apple's servers. It takes about 25 seconds and can use several hundred MB of data on fast connections."
-        confirmText: "Run test"
+        title: qsTr("Test your internet speed?")
+        message: view.model.look.testQuestion
+        confirmText: qsTr("Run test")
         onConfirmed: {
             view.model.askTest = false;
             view.model.runTest();

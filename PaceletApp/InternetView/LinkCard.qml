@@ -14,7 +14,7 @@ Card {
         spacing: 14
 
         SectionLabel {
-            text: "Connection"
+            text: qsTr("Connection")
         }
 
         Row {
@@ -28,12 +28,10 @@ Card {
                 size: 20
             }
 
-            Text {
+            Heading {
                 text: card.look.link
                 font: Theme.heading
                 color: Theme.text
-                textFormat: Text.PlainText
-                Accessible.role: Accessible.Heading
             }
         }
 

@@ -3,6 +3,7 @@
 #include "Core/Internet/Responsiveness.h"
 #include "Core/Support/EnumTable.h"
 #include "PaceletApp/Support/QtText.h"
+#include "PaceletApp/Support/Sentence.h"
 
 #include <array>
 #include <cmath>
@@ -41,8 +42,8 @@ std::vector<ReadingItem> readings(const WiFiLink& wifi) {
         reading("Band", label(wifi.band)),
     };
     if (std::isfinite(wifi.transmitRateMbps)) {
-        items.push_back(reading("Wi-Fi link",
-                                megabits(wifi.transmitRateMbps) + " between your Mac and router"));
+        items.push_back(reading("Wi-Fi link", sentence("{} between your Mac and router",
+                                                       megabits(wifi.transmitRateMbps))));
     }
     return items;
 }
@@ -63,7 +64,7 @@ std::vector<ReadingItem> readings(const SpeedResult& speed) {
     return items;
 }
 
-std::vector<ListRole<ReadingItem>> readingRoles() {
+std::vector<ListRole<ReadingItem>> ReadingItem::roles() {
     using Item = ReadingItem;
     return {
         {"label", [](const Item& item) { return item.label; }},

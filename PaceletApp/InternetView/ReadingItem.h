@@ -16,6 +16,10 @@ struct ReadingItem {
     QString value;
     QString tone; ///< "green", "amber" or "red"; empty for a value that says nothing good or bad
 
+    std::string key() const { return label.toStdString(); }
+    /// label, value and tone.
+    static std::vector<ListRole<ReadingItem>> roles();
+
     bool operator==(const ReadingItem&) const = default;
 };
 
@@ -26,8 +30,5 @@ std::vector<ReadingItem> readings(const WiFiLink& wifi);
 std::vector<ReadingItem> readings(const SpeedResult& speed);
 
 using ReadingListModel = KeyedListModel<ReadingItem>;
-
-/// label, value and tone.
-std::vector<ListRole<ReadingItem>> readingRoles();
 
 } // namespace pacelet

@@ -22,7 +22,7 @@ Column {
             required property string tone
 
             width: rows.width
-            height: name.height
+            height: Math.max(name.height, figure.height)
             Accessible.role: Accessible.StaticText
             Accessible.name: label + ", " + value
 
@@ -37,11 +37,15 @@ Column {
             }
 
             ElidedText {
+                id: figure
+
                 anchors.left: name.right
                 anchors.leftMargin: 16
                 anchors.right: parent.right
                 anchors.baseline: name.baseline
                 text: reading.value
+                wrapMode: Text.Wrap
+                maximumLineCount: 2
                 font: Theme.figures
                 color: reading.tone === "" ? Theme.text : Theme.foreground(reading.tone)
                 horizontalAlignment: Text.AlignRight

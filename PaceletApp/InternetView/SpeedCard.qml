@@ -16,7 +16,7 @@ Card {
         spacing: 14
 
         SectionLabel {
-            text: "Speed test"
+            text: qsTr("Speed test")
         }
 
         Row {
@@ -27,8 +27,8 @@ Card {
                 anchors.verticalCenter: parent.verticalCenter
             }
 
-            Text {
-                text: "Testing your connection…"
+            Label {
+                text: qsTr("Testing your connection…")
                 font: Theme.body
                 color: Theme.text
             }
@@ -48,20 +48,19 @@ Card {
             color: Theme.text2
         }
 
-        Text {
+        Label {
             width: parent.width
             visible: text !== ""
             text: card.look.testError
             font: Theme.rowSubtitle
             color: Theme.red
             wrapMode: Text.Wrap
-            textFormat: Text.PlainText
             Accessible.role: Accessible.AlertMessage
         }
 
         SecondaryButton {
             objectName: "run speed test"
-            text: "Run speed test"
+            text: qsTr("Run speed test")
             symbol: "speedometer"
             enabled: !card.look.testing
             onClicked: card.asked()

@@ -9,7 +9,7 @@ TrafficItem trafficItem(const NetUsage& usage) {
             qtText(byteRate(usage.bytesOutPerSec))};
 }
 
-std::vector<ListRole<TrafficItem>> trafficRoles() {
+std::vector<ListRole<TrafficItem>> TrafficItem::roles() {
     using Item = TrafficItem;
     return {
         {"name", [](const Item& item) { return item.name; }},

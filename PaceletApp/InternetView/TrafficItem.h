@@ -15,14 +15,15 @@ struct TrafficItem {
     QString incoming; ///< "1.2 MB/s"
     QString outgoing;
 
+    std::string key() const { return name.toStdString(); }
+    /// name, incoming and outgoing.
+    static std::vector<ListRole<TrafficItem>> roles();
+
     bool operator==(const TrafficItem&) const = default;
 };
 
 TrafficItem trafficItem(const NetUsage& usage);
 
 using TrafficListModel = KeyedListModel<TrafficItem>;
-
-/// name, incoming and outgoing.
-std::vector<ListRole<TrafficItem>> trafficRoles();
 
 } // namespace pacelet

@@ -1,6 +1,6 @@
 #include "PaceletApp/MenuBarView/LiveDot.h"
 
-#include "PaceletApp/OverviewView/OverviewLook.h"
+#include "PaceletApp/Components/LiveBadgeModel.h"
 #include "PaceletApp/Support/QtText.h"
 
 #include <fmt/format.h>
@@ -25,7 +25,11 @@ QString liveDotText(const std::optional<TimePoint>& lastChecked, TimePoint now) 
 LiveDot::LiveDot(Monitor& monitor, Scheduler& scheduler, QObject* parent)
     : QObject{parent}, monitor_{monitor}, scheduler_{scheduler},
       heartbeat_{scheduler, [] { return refreshInterval; }, [this] { refresh(); }} {
-    connect(&monitor, &Monitor::lastCheckedChanged, this, &LiveDot::refresh);
+    connect(&monitor, &Monitor::changed, this, [this](const Fields& fields) {
+        if (fields.hold(monitor_.lastChecked)) {
+            refresh();
+        }
+    });
 }
 
 void LiveDot::setShown(bool shown) {

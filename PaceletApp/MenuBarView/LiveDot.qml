@@ -1,8 +1,7 @@
 import QtQuick
 
 /// A small text of freshness.
-Text {
+Label {
     font: Theme.smallFigures
     color: Theme.text3
-    textFormat: Text.PlainText
 }

@@ -3,6 +3,7 @@
 #include "Core/Sampling/Format.h"
 #include "PaceletApp/Scheduler/Detach.h"
 #include "PaceletApp/Support/QtText.h"
+#include "PaceletApp/Support/Sentence.h"
 #include "PaceletApp/Support/StartAtLogin.h"
 
 #include <QPointer>
@@ -29,26 +30,34 @@ std::optional<FixID> offeredFix(const DiagnosisResult& result) {
     return hero->primaryFix();
 }
 
-QCoro::Task<> performSoon(QPointer<Monitor> monitor, QPointer<FixActions> actions,
-                          Scheduler& scheduler, FixID fix, std::optional<std::string> groupID) {
+QCoro::Task<> pressSoon(QPointer<FixActions> actions, Scheduler& scheduler, FixID fix,
+                        std::optional<std::string> groupID) {
     co_await scheduler.nextTurn();
-    if (monitor && actions) {
-        actions->perform(fix, monitor->group(groupID));
+    if (actions) {
+        actions->press(fix, groupID);
     }
 }
 
 } // namespace
 
+std::vector<ListRole<ConsumerRow>> ConsumerRow::roles() {
+    return {{"name", [](const ConsumerRow& row) { return row.name; }},
+            {"cpu", [](const ConsumerRow& row) { return row.cpu; }}};
+}
+
 MenuBarModel::MenuBarModel(Monitor& monitor, FixActions& actions, LoginItems& loginItems,
                            Scheduler& scheduler, QObject* parent)
     : QObject{parent}, monitor_{monitor}, actions_{actions}, loginItems_{loginItems},
-      scheduler_{scheduler}, liveDot_{monitor, scheduler},
-      consumers_{[](const ConsumerRow& row) { return row.id; },
-                 {{"name", [](const ConsumerRow& row) { return QVariant{row.name}; }},
-                  {"cpu", [](const ConsumerRow& row) { return QVariant{row.cpu}; }}}},
-      startAtLogin_{startsAtLogin(loginItems)} {
-    connect(&monitor, &Monitor::resultChanged, this, &MenuBarModel::resultChanged);
-    connect(&monitor, &Monitor::groupsChanged, this, &MenuBarModel::refreshConsumers);
+      scheduler_{scheduler}, liveDot_{monitor, scheduler}, startAtLogin_{
+                                                               startsAtLogin(loginItems)} {
+    connect(&monitor, &Monitor::changed, this, [this](const Fields& fields) {
+        if (fields.hold(monitor_.groups)) {
+            refreshConsumers();
+        }
+        if (fields.hold(monitor_.groups, monitor_.result)) {
+            Q_EMIT resultChanged();
+        }
+    });
     refreshConsumers();
 }
 
@@ -59,16 +68,17 @@ QString MenuBarModel::status() const {
 QString MenuBarModel::headline() const {
     const Finding* const hero = monitor_.result().hero();
     return hero != nullptr ? qtText(hero->headline())
-                           : QStringLiteral("Your Mac is running smoothly.");
+                           : qtText(sentence("Your Mac is running smoothly."));
 }
 
 FixLook MenuBarModel::fix() const {
     const auto fix = offeredFix(monitor_.result());
-    return fix ? lookOf(*fix, monitor_.group(monitor_.result().hero()->groupID())) : FixLook{};
+    return fix ? lookOf(*fix, monitor_.group(monitor_.result().hero()->groupID()).get())
+               : FixLook{};
 }
 
 QString MenuBarModel::loginNote() const {
-    return qtText(startAtLoginNote);
+    return qtText(startAtLoginNote());
 }
 
 void MenuBarModel::refreshConsumers() {
@@ -101,12 +111,12 @@ void MenuBarModel::runFix() {
         return;
     }
     // The window is asked for first: opening it may close this panel, and this model with it.
-    auto perform = [&monitor = monitor_, &actions = actions_, &scheduler = scheduler_, fix = *fix,
-                    groupID = monitor_.result().hero()->groupID()] {
-        detach(performSoon(&monitor, &actions, scheduler, fix, groupID));
+    auto press = [&actions = actions_, &scheduler = scheduler_, fix = *fix,
+                  groupID = monitor_.result().hero()->groupID()] {
+        detach(pressSoon(&actions, scheduler, fix, groupID));
     };
     Q_EMIT openRequested();
-    perform();
+    press();
 }
 
 } // namespace pacelet

@@ -21,6 +21,10 @@ struct ConsumerRow {
     QString name;
     QString cpu; ///< not capped at the power of one core
 
+    const std::string& key() const { return id; }
+    /// name and cpu.
+    static std::vector<ListRole<ConsumerRow>> roles();
+
     bool operator==(const ConsumerRow&) const = default;
 };
 

@@ -38,14 +38,13 @@ FocusScope {
             }
         }
 
-        Text {
+        Heading {
             width: parent.width
             text: panel.model.headline
             font: Theme.controlStrong
             color: Theme.text
             wrapMode: Text.Wrap
             lineHeight: 1.1
-            textFormat: Text.PlainText
         }
 
         Divider {
@@ -71,6 +70,8 @@ FocusScope {
 
                     width: parent.width - figure.width - 12
                     text: consumer.name
+                    wrapMode: Text.Wrap
+                    maximumLineCount: 2
                     font: Theme.control
                     color: Theme.text
                     Accessible.ignored: true
@@ -101,7 +102,7 @@ FocusScope {
         SecondaryButton {
             objectName: "open"
             width: parent.width
-            text: "Open Pacelet"
+            text: qsTr("Open Pacelet")
             focus: true
             onClicked: panel.model.open()
         }
@@ -113,7 +114,7 @@ FocusScope {
         Switch {
             objectName: "startAtLogin"
             width: parent.width
-            text: "Start at login"
+            text: qsTr("Start at login")
             checked: panel.model.startAtLogin
             onToggled: {
                 panel.model.startAtLogin = checked;
@@ -122,19 +123,18 @@ FocusScope {
             }
         }
 
-        Text {
+        Label {
             width: parent.width
             text: panel.model.loginNote
             font: Theme.note
             color: Theme.text3
             wrapMode: Text.Wrap
-            textFormat: Text.PlainText
         }
 
         SecondaryButton {
             objectName: "quit"
             width: parent.width
-            text: "Quit Pacelet"
+            text: qsTr("Quit Pacelet")
             onClicked: panel.model.quit()
         }
     }

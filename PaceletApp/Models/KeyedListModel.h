@@ -5,6 +5,7 @@
 #include <QAbstractListModel>
 
 #include <algorithm>
+#include <concepts>
 #include <functional>
 #include <memory>
 #include <string>
@@ -21,20 +22,38 @@ struct ListRole {
     std::function<QVariant(const Item&)> value;
 };
 
+/// An item that says its own key, and the roles that QML knows of it.
+template<typename Item>
+concept ListItem = std::equality_comparable<Item> && requires(const Item& item) {
+    { item.key() } -> std::convertible_to<std::string>;
+    { Item::roles() } -> std::same_as<std::vector<ListRole<Item>>>;
+};
+
+/// What all lists have in common.
+class KeyedList : public QAbstractListModel {
+public:
+    using QAbstractListModel::QAbstractListModel;
+
+    /// How often the list was told its content.
+    std::size_t updates() const { return updates_; }
+
+protected:
+    void countUpdate() { ++updates_; }
+
+private:
+    std::size_t updates_ = 0;
+};
+
 /// A list for QML that is told its new content whole and tells its views only what changed: rows
 /// that went, moved or came, and roles whose value is another. Never resets, so that a view keeps
 /// its place, its open row and its hover.
 ///
-/// Items compare with `==`; the id says which item of the old list is which of the new. Where
-/// several share an id, the first goes with the first, the second with the second.
-template<typename Item>
-class KeyedListModel : public QAbstractListModel {
+/// Items compare with `==`; the key says which item of the old list is which of the new. Where
+/// several share a key, the first goes with the first, the second with the second.
+template<ListItem Item>
+class KeyedListModel : public KeyedList {
 public:
-    using Id = std::string;
-
-    KeyedListModel(std::function<Id(const Item&)> id, std::vector<ListRole<Item>> roles,
-                   QObject* parent = nullptr)
-        : QAbstractListModel{parent}, id_{std::move(id)}, roles_{std::move(roles)} {}
+    using KeyedList::KeyedList;
 
     int rowCount(const QModelIndex& parent = {}) const override {
         return parent.isValid() ? 0 : asRow(rows_.size());
@@ -59,7 +78,7 @@ public:
 
     const Item& item(int row) const { return *rows_[static_cast<std::size_t>(row)]; }
 
-    /// Gives the row another value, under the same id.
+    /// Gives the row another value, under the same key.
     void replace(int row, Item next) {
         Item& old = *rows_[static_cast<std::size_t>(row)];
         if (old == next) {
@@ -82,6 +101,7 @@ public:
 
     /// Makes the list hold `next`.
     void update(std::vector<Item> next) {
+        countUpdate();
         Places places = placesIn(next);
         removeGone(places);
         arrange(places, next);
@@ -98,19 +118,19 @@ private:
     static int asRow(std::size_t place) { return static_cast<int>(place); }
 
     Places placesIn(const std::vector<Item>& next) const {
-        // Chains the places that share an id, the first at the head.
-        std::unordered_map<Id, std::size_t> heads;
+        // Chains the places that share a key, the first at the head.
+        std::unordered_map<std::string, std::size_t> heads;
         heads.reserve(next.size());
         std::vector<std::size_t> following(next.size(), gone);
         for (std::size_t place = next.size(); place-- > 0;) {
-            const auto [head, isNew] = heads.try_emplace(id_(next[place]), place);
+            const auto [head, isNew] = heads.try_emplace(next[place].key(), place);
             if (!isNew) {
                 following[place] = std::exchange(head->second, place);
             }
         }
         Places places(rows_.size(), gone);
         for (std::size_t row = 0; row < rows_.size(); ++row) {
-            const auto head = heads.find(id_(*rows_[row]));
+            const auto head = heads.find(rows_[row]->key());
             if (head != heads.end() && head->second != gone) {
                 places[row] = std::exchange(head->second, following[head->second]);
             }
@@ -227,8 +247,7 @@ private:
         }
     }
 
-    std::function<Id(const Item&)> id_;
-    std::vector<ListRole<Item>> roles_;
+    const std::vector<ListRole<Item>> roles_ = Item::roles();
     std::vector<std::unique_ptr<Item>> rows_;
 };
 

@@ -12,8 +12,9 @@ namespace {
 
 constexpr std::string_view keepHistoryKey = "keepUsageHistory";
 
-std::shared_ptr<const ProcessCatalog> share(std::optional<ProcessCatalog> catalog) {
-    return catalog ? std::make_shared<const ProcessCatalog>(std::move(*catalog)) : nullptr;
+std::shared_ptr<const ProcessCatalog> share(const std::optional<ProcessCatalog>& catalog,
+                                            OperatingSystem system) {
+    return catalog ? std::make_shared<const ProcessCatalog>(catalog->on(system)) : nullptr;
 }
 
 } // namespace
@@ -29,11 +30,18 @@ std::optional<ProcessCatalog> loadCatalog(const ResourceLocations& locations) {
 
 Monitor::Monitor(const Platform& platform, Scheduler& scheduler,
                  std::optional<ProcessCatalog> catalog, QObject* parent)
-    : QObject{parent}, platform_{platform}, scheduler_{scheduler}, catalog_{share(
-                                                                       std::move(catalog))},
+    : QObject{parent}, platform_{platform}, scheduler_{scheduler}, catalog_{share(catalog,
+                                                                                  platform.system)},
       previous_{std::make_shared<const std::optional<Snapshot>>()},
-      usageStore_{.directory = std::filesystem::path{platform.applicationSupport} / "Pacelet"} {
-    keepHistory_ = platform_.preferences.boolean(keepHistoryKey).value_or(true);
+      usageStore_{.directory = std::filesystem::path{platform.applicationSupport} / "Pacelet"},
+      causeStore_{.directory = usageStore_.directory} {
+    const auto stored = platform_.preferences.boolean(keepHistoryKey);
+    keepHistory.set(stored.value_or(true));
+    if (!stored && platform_.preferences.trouble() == PreferencesTrouble::flawed) {
+        // It may have been switched off, and must not come on by itself, now or at the next start.
+        setKeepHistory(false);
+    }
+    changes_.take();
 }
 
 Monitor::~Monitor() = default;
@@ -49,19 +57,19 @@ void Monitor::start() {
 }
 
 QCoro::Task<> Monitor::runLoop(QPointer<Monitor> monitor, Scheduler& scheduler,
-                               CancellationToken token) {
-    co_await scheduler.nextTurn(token);
-    while (monitor && !token.isCancelled()) {
-        if (!monitor->isPaused_) {
+                               std::stop_token stop) {
+    co_await scheduler.nextTurn(stop);
+    while (monitor && !stop.stop_requested()) {
+        if (!monitor->isPaused()) {
             co_await monitor->tick();
         }
         if (!monitor) {
             co_return;
         }
         const Seconds interval =
-            SamplingPolicy::interval(monitor->windowVisible_, monitor->menuOpen_,
+            SamplingPolicy::interval(monitor->windowVisible(), monitor->menuOpen(),
                                      monitor->platform_.kernel.isLowPowerModeEnabled());
-        co_await scheduler.sleep(interval, token);
+        co_await scheduler.sleep(interval, stop);
     }
 }
 
@@ -86,21 +94,22 @@ void Monitor::checkNow() {
 }
 
 void Monitor::togglePause() {
-    store(Field::isPaused, isPaused_, !isPaused_);
-    if (!isPaused_) {
+    isPaused.set(!isPaused());
+    if (!isPaused()) {
         detach(tickSoon(this, scheduler_));
     }
     publish();
 }
 
 void Monitor::setWindowVisible(bool visible) {
-    if (visible == windowVisible_) {
+    if (visible == windowVisible()) {
         return;
     }
-    store(Field::windowVisible, windowVisible_, visible);
+    windowVisible.set(visible);
     if (!visible) {
-        store(Field::explanations, explanations_, {});
-        store(Field::backgroundItems, backgroundItems_, {});
+        explanations.set({});
+        backgroundItems.set({});
+        backgroundItemsKnown.set(false);
         itemsLoadedAt_.reset();
     }
     restartLoop();
@@ -108,22 +117,31 @@ void Monitor::setWindowVisible(bool visible) {
 }
 
 void Monitor::setMenuOpen(bool open) {
-    if (open == menuOpen_) {
+    if (open == menuOpen()) {
         return;
     }
-    store(Field::menuOpen, menuOpen_, open);
+    menuOpen.set(open);
     restartLoop();
     publish();
 }
 
 void Monitor::setStuckApp(std::optional<std::string> name) {
-    store(Field::stuckApp, stuckApp_, std::move(name));
+    stuckApp.set(std::move(name));
     publish();
 }
 
 void Monitor::setKeepHistory(bool keep) {
-    store(Field::keepHistory, keepHistory_, keep);
+    keepHistory.set(keep);
+    if (!keep) {
+        earlier.set({});
+    }
     platform_.preferences.setBoolean(keepHistoryKey, keep);
+    publish();
+}
+
+void Monitor::forgetEarlier() {
+    causeWatch_.forget();
+    earlier.set({});
     publish();
 }
 
@@ -156,52 +174,36 @@ void Monitor::didWake() {
     start();
 }
 
-const ProcessGroup* Monitor::group(const std::optional<std::string>& id) const {
+std::shared_ptr<const ProcessGroup> Monitor::group(const std::optional<std::string>& id) const {
     if (!id) {
         return nullptr;
     }
-    const auto found = std::ranges::find(groups_, *id, &ProcessGroup::id);
-    return found == groups_.end() ? nullptr : &*found;
+    const auto found = std::ranges::find(groups(), *id, &ProcessGroup::id);
+    return found == groups().end() ? nullptr : partOf(groups.held(), *found);
 }
 
-const ProcessUsage* Monitor::usage(std::int32_t pid) const {
-    for (const ProcessGroup& group : groups_) {
+std::shared_ptr<const ProcessUsage> Monitor::usage(std::int32_t pid) const {
+    for (const ProcessGroup& group : groups()) {
         const auto found = std::ranges::find(group.members, pid, &ProcessUsage::pid);
         if (found != group.members.end()) {
-            return &*found;
+            return partOf(groups.held(), *found);
         }
     }
     return nullptr;
 }
 
-std::optional<Explanation> Monitor::explanation(const ProcessGroup& group) const {
-    if (const auto found = explanations_.find(group.id); found != explanations_.end()) {
-        return found->second;
+std::shared_ptr<const Explanation> Monitor::explanation(const ProcessGroup& group) const {
+    if (const auto found = explanations().find(group.id); found != explanations().end()) {
+        return partOf(explanations.held(), found->second);
     }
-    if (catalog_) {
-        return catalog_->explain(group);
-    }
-    return std::nullopt;
+    return catalog_ ? std::make_shared<const Explanation>(catalog_->explain(group)) : nullptr;
 }
 
 void Monitor::publish() {
-    using Notification = void (Monitor::*)();
-    static constexpr std::array<Notification, fieldCount> notifications{
-        &Monitor::groupsChanged,        &Monitor::signalsChanged,
-        &Monitor::resultChanged,        &Monitor::lastCheckedChanged,
-        &Monitor::errorChanged,         &Monitor::spotlightBusySinceChanged,
-        &Monitor::explanationsChanged,  &Monitor::cpuHistoryChanged,
-        &Monitor::memoryChanged,        &Monitor::isPausedChanged,
-        &Monitor::windowVisibleChanged, &Monitor::menuOpenChanged,
-        &Monitor::stuckAppChanged,      &Monitor::backgroundItemsChanged,
-        &Monitor::macChanged,           &Monitor::keepHistoryChanged};
-    const QPointer<Monitor> self{this};
     // Taken first, as a listener may write further fields, which are then told from within.
-    const auto changed = std::exchange(changed_, {});
-    for (std::size_t field = 0; field < fieldCount && self; ++field) {
-        if (changed[field]) {
-            Q_EMIT(this->*notifications[field])();
-        }
+    const Fields fields = changes_.take();
+    if (!fields.empty()) {
+        Q_EMIT changed(fields);
     }
 }
 

@@ -5,6 +5,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace pacelet {
@@ -13,14 +15,38 @@ namespace {
 
 constexpr std::int64_t daysOfHistory = 30;
 
+/// A spell that began longer ago than this is told from here on, when the program starts.
+constexpr Seconds longestSpell{86400};
+
 /// How long a scan of the background items counts as fresh.
 constexpr Seconds freshWhileVisible{60};
 constexpr Seconds freshWhileHidden{600};
 
+void pruneIgnoringFailure(const auto& store, TimePoint now) {
+    try {
+        store.prune(daysOfHistory, now);
+    } catch (const UsageStoreError&) {
+        // What could not be removed now is tried again at the next start.
+        return;
+    }
+}
+
+void appendOrLog(const auto& store, const auto& record, Log& log) {
+    try {
+        store.append(record);
+    } catch (const UsageStoreError& failure) {
+        log.write(LogLevel::error, logSubsystem, monitorLogCategory,
+                  fmt::format("history write failed: {}", failure.what()));
+    }
+}
+
 std::vector<BackgroundItem> scanItems(ToolRunner& tools, const std::string& home,
-                                      const std::string& root,
+                                      const std::string& root, BackgroundItemSource* source,
                                       const std::optional<Snapshot>& snapshot) {
     std::vector<BackgroundItem> items = BackgroundItemsReader::scan(home, root);
+    if (source != nullptr) {
+        std::ranges::move(source->items(), std::back_inserter(items));
+    }
     BackgroundItemsReader::RunningJobs jobs;
     try {
         jobs = PSProcessSource::launchctlList(tools);
@@ -36,7 +62,7 @@ std::vector<BackgroundItem> scanItems(ToolRunner& tools, const std::string& home
 } // namespace
 
 void Monitor::readMacOnce() {
-    if (mac_ || readingMac_) {
+    if (mac() || readingMac_) {
         return;
     }
     readingMac_ = true;
@@ -48,46 +74,57 @@ QCoro::Task<> Monitor::readMac(QPointer<Monitor> monitor, Scheduler& scheduler) 
     auto reading = scheduler.runInBackground([&tools = platform.tools, &kernel = platform.kernel] {
         return MacInfo::read(tools, kernel);
     });
-    MacInfo mac = co_await reading;
+    MacInfo read = co_await reading;
     if (!monitor) {
         co_return;
     }
     monitor->readingMac_ = false;
-    monitor->store(Field::mac, monitor->mac_, std::optional{std::move(mac)});
+    monitor->mac.set(std::move(read));
     monitor->publish();
     if (!monitor) {
         co_return;
     }
-    auto pruning = scheduler.runInBackground([store = monitor->usageStore_, now = scheduler.now()] {
-        try {
-            store.prune(daysOfHistory, now);
-        } catch (const UsageStoreError&) {
-            // What could not be removed now is tried again at the next start.
-            return;
-        }
-    });
-    co_await pruning;
+    auto tidying = scheduler.runInBackground(
+        [usage = monitor->usageStore_, causes = monitor->causeStore_, now = scheduler.now()] {
+            pruneIgnoringFailure(usage, now);
+            pruneIgnoringFailure(causes, now);
+            return causes.load(now - longestSpell);
+        });
+    const CauseJournal earlier = co_await tidying;
+    if (monitor) {
+        monitor->causeWatch_.remember(earlier);
+    }
 }
 
-void Monitor::recordMinute(const SystemSignals& signals, const MemoryBreakdown& memory,
-                           TimePoint now) {
-    if (!keepHistory_) {
+void Monitor::recordMinute(const MachineReading& reading, TimePoint now) {
+    if (!keepHistory()) {
         return;
     }
-    const std::optional<MinuteRecord> record = aggregator_.add(
-        signals.cpuLoadPercent, signals.pressure, signals.swapUsedBytes, memory.used(), now);
-    if (!record) {
+    const std::optional<MinuteRecord> record =
+        aggregator_.add(reading.signals.cpuLoadPercent, reading.signals.pressure,
+                        reading.signals.swapUsedBytes, reading.memory.used(), now);
+    if (record) {
+        detach(scheduler_.runInBackground(
+            [store = usageStore_, record = *record, &log = platform_.log] {
+                appendOrLog(store, record, log);
+            }));
+    }
+}
+
+void Monitor::recordCauses(const Diagnosis::WeighedResult& found, TimePoint now) {
+    if (!keepHistory()) {
         return;
     }
-    detach(
-        scheduler_.runInBackground([store = usageStore_, record = *record, &log = platform_.log] {
-            try {
-                store.append(record);
-            } catch (const UsageStoreError& error) {
-                log.write(LogLevel::error, logSubsystem, monitorLogCategory,
-                          fmt::format("history write failed: {}", error.what()));
-            }
-        }));
+    std::vector<CauseMinute> minutes = causeWatch_.add(causesOf(found, groups(), stuckApp()), now);
+    earlier.set(found.result.findings.empty() ? causeWatch_.latest(now) : std::nullopt);
+    if (!minutes.empty()) {
+        detach(scheduler_.runInBackground(
+            [store = causeStore_, minutes = std::move(minutes), &log = platform_.log] {
+                for (const CauseMinute& minute : minutes) {
+                    appendOrLog(store, minute, log);
+                }
+            }));
+    }
 }
 
 bool Monitor::backgroundItemsAreFresh() {
@@ -95,7 +132,7 @@ bool Monitor::backgroundItemsAreFresh() {
         return false;
     }
     return scheduler_.now() - *itemsLoadedAt_ <
-           (windowVisible_ ? freshWhileVisible : freshWhileHidden);
+           (windowVisible() ? freshWhileVisible : freshWhileHidden);
 }
 
 QCoro::Task<> Monitor::refreshBackgroundItems(bool force) {
@@ -106,12 +143,14 @@ QCoro::Task<> Monitor::refreshBackgroundItems(bool force) {
     const QPointer<Monitor> self{this};
     auto scan = scheduler_.runInBackground(
         [&tools = platform_.tools, home = platform_.home, root = platform_.root,
-         previous = previous_] { return scanItems(tools, home, root, *previous); });
+         source = platform_.backgroundItems,
+         previous = previous_] { return scanItems(tools, home, root, source, *previous); });
     std::vector<BackgroundItem> items = co_await scan;
     if (!self) {
         co_return;
     }
-    store(Field::backgroundItems, backgroundItems_, std::move(items));
+    backgroundItems.set(std::move(items));
+    backgroundItemsKnown.set(true);
     publish();
 }
 

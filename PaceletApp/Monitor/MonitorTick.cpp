@@ -22,20 +22,20 @@ QCoro::Task<> Monitor::tick() {
     const QPointer<Monitor> self{this};
     ticking_ = true;
     // What holds now holds for the whole tick: the window may open or close before it ends.
-    const Explaining explaining = windowVisible_ ? Explaining::yes : Explaining::no;
+    const Explaining explaining = windowVisible() ? Explaining::yes : Explaining::no;
     std::optional<MachineReading> reading;
     auto reader = readInBackground(explaining);
     try {
         reading = co_await reader;
-    } catch (const std::exception& error) {
+    } catch (const std::exception& failure) {
         if (self) {
-            sampleFailed(error);
+            sampleFailed(failure);
         }
     }
     if (self && reading) {
         takeIn(std::move(*reading), explaining);
     }
-    if (self && reading && windowVisible_) {
+    if (self && reading && windowVisible()) {
         co_await refreshBackgroundItems(false);
     }
     if (self) {
@@ -44,64 +44,66 @@ QCoro::Task<> Monitor::tick() {
 }
 
 BackgroundTask<MachineReading> Monitor::readInBackground(Explaining explaining) {
-    return scheduler_.runInBackground([&tools = platform_.tools, &kernel = platform_.kernel,
-                                       &clock = platform_.clock, previous = previous_,
-                                       catalog = catalog_, explaining] {
-        return readMachine(tools, kernel, clock, *previous, *catalog, explaining);
-    });
+    return scheduler_.runInBackground(
+        [&tools = platform_.tools, &kernel = platform_.kernel, &clock = platform_.clock,
+         previous = previous_, catalog = catalog_, explaining, knowledge = platform_.knowledge] {
+            return readMachine(tools, kernel, clock, *previous, *catalog, explaining, knowledge);
+        });
 }
 
 void Monitor::takeIn(MachineReading reading, Explaining explaining) {
     if (explaining == Explaining::yes) {
-        store(Field::explanations, explanations_, std::move(reading.explanations));
+        explanations.set(std::move(reading.explanations));
     }
-    store(Field::memory, memory_, std::optional{reading.memory});
-    record(reading.signals, reading.memory);
+    memory.set(reading.memory);
+    record(reading);
     previous_ = std::make_shared<const std::optional<Snapshot>>(std::move(reading.snapshot));
     smooth(std::move(reading.groups));
-    store(Field::signals, signals_, std::optional{reading.signals});
+    signals.set(reading.signals);
     // Smoothing leaves every group in the list, so its names tell what runs.
-    if (stuckApp_ && !Diagnosis::isRunning(*stuckApp_, groups_)) {
-        store(Field::stuckApp, stuckApp_, {});
+    if (stuckApp() && !Diagnosis::isRunning(*stuckApp(), groups())) {
+        stuckApp.set({});
     }
     diagnose();
-    store(Field::lastChecked, lastChecked_, std::optional{scheduler_.now()});
-    store(Field::error, error_, {});
+    lastChecked.set(scheduler_.now());
+    error.set({});
     publish();
 }
 
-void Monitor::record(const SystemSignals& signals, const MemoryBreakdown& memory) {
+void Monitor::record(const MachineReading& reading) {
     const TimePoint now = scheduler_.now();
-    addPoint(cpuHistory_, CPUPoint{now, signals.cpuLoadPercent});
-    noteChange(Field::cpuHistory);
-    recordMinute(signals, memory, now);
+    CPUHistory longer = cpuHistory();
+    addPoint(longer, CPUPoint{now, reading.signals.cpuLoadPercent});
+    cpuHistory.set(std::move(longer));
+    recordMinute(reading, now);
 }
 
-void Monitor::smooth(std::vector<ProcessGroup> latest) {
+void Monitor::smooth(ProcessGroups latest) {
     history_.push_back(Smoother::cpuByID(latest));
     if (history_.size() > Smoother::window) {
         history_.erase(history_.begin());
     }
-    std::vector<ProcessGroup> smoothed = Smoother::average(std::move(latest), history_);
-    store(Field::spotlightBusySince, spotlightBusySince_,
-          busy_.update(Diagnosis::spotlightLoad(smoothed), scheduler_.now()));
-    store(Field::groups, groups_, std::move(smoothed));
+    ProcessGroups smoothed = Smoother::average(std::move(latest), history_);
+    spotlightBusySince.set(busy_.update(Diagnosis::spotlightLoad(smoothed), scheduler_.now()));
+    groups.set(std::move(smoothed));
 }
 
 void Monitor::diagnose() {
-    const DiagnosisInput input{.signals = *signals_,
-                               .groups = groups_,
-                               .spotlightBusySince = spotlightBusySince_,
+    const DiagnosisInput input{.signals = *signals(),
+                               .groups = groups(),
+                               .spotlightBusySince = spotlightBusySince(),
                                .lowPowerMode = platform_.kernel.isLowPowerModeEnabled(),
-                               .stuckApp = stuckApp_,
+                               .stuckApp = stuckApp(),
                                .now = scheduler_.now()};
-    store(Field::result, result_, Diagnosis::run(input, *catalog_));
+    Diagnosis::WeighedResult found = Diagnosis::weigh(input, *catalog_);
+    recordCauses(found, input.now);
+    result.set(std::move(found.result));
 }
 
-void Monitor::sampleFailed(const std::exception& error) {
-    store(Field::error, error_, std::optional<std::string>{sampleFailedMessage});
+void Monitor::sampleFailed(const std::exception& failure) {
+    error.set(std::string{sampleFailedMessage});
     platform_.log.write(LogLevel::error, logSubsystem, monitorLogCategory,
-                        fmt::format("sample failed: {}", error.what()));
+                        fmt::format("sample failed: {}", failure.what()));
     publish();
 }
 

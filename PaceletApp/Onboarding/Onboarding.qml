@@ -32,7 +32,7 @@ FocusScope {
             }
         }
 
-        Text {
+        Label {
             id: words
 
             leftPadding: 12
@@ -41,7 +41,6 @@ FocusScope {
             font: Theme.lead
             color: Theme.text
             wrapMode: Text.Wrap
-            textFormat: Text.PlainText
         }
     }
 
@@ -70,15 +69,14 @@ FocusScope {
             size: 52
         }
 
-        Text {
+        Heading {
             id: title
 
             width: parent.width
-            text: "Find out why your Mac is slow"
+            text: qsTr("Find out why your Mac is slow")
             font: Theme.greeting
             color: Theme.text
             wrapMode: Text.Wrap
-            Accessible.role: Accessible.Heading
         }
 
         Column {
@@ -87,12 +85,12 @@ FocusScope {
 
             Point {
                 symbol: "text.magnifyingglass"
-                text: "See the cause in plain English."
+                text: qsTr("See the cause in plain English.")
             }
 
             Point {
                 symbol: "lock.shield"
-                text: "Everything stays on your Mac. Nothing is uploaded."
+                text: qsTr("Everything stays on your Mac. Nothing is uploaded.")
             }
         }
 
@@ -102,14 +100,14 @@ FocusScope {
 
             CheckBox {
                 objectName: "start at login"
-                text: "Start Pacelet at login"
+                text: qsTr("Start Pacelet at login")
                 checked: panel.model.startAtLogin
                 onToggled: panel.model.startAtLogin = checked
             }
 
-            Text {
+            Label {
                 width: parent.width
-                text: "This lets Pacelet learn how your Mac is used, for upgrade advice. macOS will show a \"Background Items Added\" notice."
+                text: qsTr("This lets Pacelet learn how your Mac is used, for upgrade advice. macOS will show a \"Background Items Added\" notice.")
                 font: Theme.note
                 color: Theme.text3
                 wrapMode: Text.Wrap
@@ -118,7 +116,7 @@ FocusScope {
 
         PrimaryButton {
             objectName: "get started"
-            text: "Get started"
+            text: qsTr("Get started")
             focus: true
             onClicked: panel.finish()
         }

@@ -4,21 +4,31 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 namespace pacelet {
 
-CauseItem causeItem(const Finding& finding, const ProcessGroup* group) {
+const ProcessGroup* groupOf(const Finding& finding, std::span<const ProcessGroup> groups) {
+    if (!finding.groupID()) {
+        return nullptr;
+    }
+    const auto found = std::ranges::find(groups, *finding.groupID(), &ProcessGroup::id);
+    return found != groups.end() ? &*found : nullptr;
+}
+
+CauseItem causeItem(const Finding& finding, std::span<const ProcessGroup> groups) {
     CauseItem item;
     item.id = finding.id();
     item.headline = qtText(finding.headline());
     item.grave = finding.severity() >= Severity::high;
     if (finding.primaryFix()) {
-        item.fix = lookOf(*finding.primaryFix(), group);
+        item.fix = lookOf(*finding.primaryFix(), groupOf(finding, groups));
     }
     item.note = qtText(finding.leaveNote().value_or(""));
     return item;
 }
 
-std::vector<ListRole<CauseItem>> causeRoles() {
+std::vector<ListRole<CauseItem>> CauseItem::roles() {
     using Item = CauseItem;
     return {
         {"headline", [](const Item& item) { return item.headline; }},

@@ -6,6 +6,7 @@
 
 #include <QString>
 
+#include <span>
 #include <string>
 
 namespace pacelet {
@@ -18,16 +19,19 @@ struct CauseItem {
     FixLook fix;        ///< empty for none
     QString note;       ///< shown without a fix
 
+    const std::string& key() const { return id; }
+    /// headline, grave, fix and note.
+    static std::vector<ListRole<CauseItem>> roles();
+
     bool operator==(const CauseItem&) const = default;
 };
 
-/// `group` is the one that the finding is about, or null.
-CauseItem causeItem(const Finding& finding, const ProcessGroup* group);
+/// The one of `groups` that the finding is about, or null.
+const ProcessGroup* groupOf(const Finding& finding, std::span<const ProcessGroup> groups);
+
+CauseItem causeItem(const Finding& finding, std::span<const ProcessGroup> groups);
 
 using CauseListModel = KeyedListModel<CauseItem>;
-
-/// headline, grave, fix and note.
-std::vector<ListRole<CauseItem>> causeRoles();
 
 /// "And 2 more causes"; empty for none.
 QString moreCausesLabel(std::size_t count);

@@ -7,8 +7,8 @@ ScreenHeader {
 
     required property LiveBadgeModel badge
 
-    title: "Overview"
-    subtitle: "Understand what's happening on your Mac."
+    title: qsTr("Overview")
+    subtitle: qsTr("Understand what's happening on your Mac.")
 
     LiveBadge {
         model: header.badge

@@ -6,8 +6,11 @@ Card {
     id: hero
 
     required property heroLook look
+    /// What stood earlier, while all is quiet; empty for nothing.
+    required property string earlier
 
     signal fixed
+    signal earlierWanted
 
     readonly property bool finding: look.checked && look.hasFinding
 
@@ -47,27 +50,31 @@ Card {
             anchors.verticalCenter: parent.verticalCenter
             spacing: 6
 
-            Text {
+            Heading {
                 width: parent.width
-                text: hero.finding ? hero.look.headline : hero.look.checked ? "Your Mac is running smoothly." : "Checking your Mac…"
+                text: hero.finding ? hero.look.headline : hero.look.checked ? qsTr("Your Mac is running smoothly.") : qsTr("Checking your Mac…")
                 font: Theme.heading
                 color: Theme.text
                 wrapMode: Text.Wrap
                 maximumLineCount: 4
                 elide: Text.ElideRight
-                textFormat: Text.PlainText
-                Accessible.role: Accessible.Heading
             }
 
-            Text {
+            Label {
                 width: Math.min(parent.width, 760)
                 visible: text !== ""
-                text: hero.finding ? hero.look.detail : hero.look.checked ? "Nothing is slowing your Mac down right now." : ""
+                text: hero.finding ? hero.look.detail : hero.look.checked ? qsTr("Nothing is slowing your Mac down right now.") : ""
                 font: Theme.body
                 color: Theme.text2
                 wrapMode: Text.Wrap
                 lineHeight: 1.2
-                textFormat: Text.PlainText
+            }
+
+            QuietLink {
+                width: Math.min(implicitWidth, parent.width)
+                visible: text !== "" && hero.look.checked && !hero.finding
+                text: hero.earlier
+                onClicked: hero.earlierWanted()
             }
 
             Item {

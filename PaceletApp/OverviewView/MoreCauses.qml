@@ -16,12 +16,10 @@ Column {
     visible: label !== ""
     spacing: 10
 
-    Text {
+    Heading {
         text: more.label
         font: Theme.controlStrong
         color: Theme.text2
-        textFormat: Text.PlainText
-        Accessible.role: Accessible.Heading
     }
 
     Card {

@@ -1,51 +1,16 @@
 #include "PaceletApp/OverviewView/OverviewLook.h"
 
 #include "Core/Sampling/Format.h"
-#include "Core/Support/EnumTable.h"
+#include "PaceletApp/OverviewView/CauseItem.h"
 #include "PaceletApp/Support/QtText.h"
+#include "PaceletApp/Support/Sentence.h"
 
-#include <fmt/format.h>
-
-#include <algorithm>
-#include <array>
-#include <cmath>
+#include <QDateTime>
+#include <QLocale>
 
 namespace pacelet {
 
-namespace {
-
-struct PressureRow {
-    Pressure value;
-    std::string_view tone;
-};
-constexpr std::array<PressureRow, 3> pressures{{
-    {Pressure::normal, "green"},
-    {Pressure::elevated, "amber"},
-    {Pressure::critical, "red"},
-}};
-
-struct ThermalRow {
-    Thermal value;
-    std::string_view tone;
-};
-constexpr std::array<ThermalRow, 4> thermals{{
-    {Thermal::normal, "green"},
-    {Thermal::warm, "amber"},
-    {Thermal::hot, "red"},
-    {Thermal::veryHot, "red"},
-}};
-
-} // namespace
-
-QString toneOf(Pressure pressure) {
-    return qtText(rowOf(pressures, pressure).tone);
-}
-
-QString toneOf(Thermal thermal) {
-    return qtText(rowOf(thermals, thermal).tone);
-}
-
-HeroLook heroLook(bool checked, const Finding* finding, const ProcessGroup* group) {
+HeroLook heroLook(bool checked, const Finding* finding, std::span<const ProcessGroup> groups) {
     HeroLook look;
     look.checked = checked;
     if (!checked || finding == nullptr) {
@@ -56,10 +21,21 @@ HeroLook heroLook(bool checked, const Finding* finding, const ProcessGroup* grou
     look.headline = qtText(finding->headline());
     look.detail = qtText(finding->detail());
     if (finding->primaryFix()) {
-        look.fix = lookOf(*finding->primaryFix(), group);
+        look.fix = lookOf(*finding->primaryFix(), groupOf(*finding, groups));
     }
     look.note = qtText(finding->leaveNote().value_or(""));
     return look;
+}
+
+QString earlierLine(const std::optional<Spell>& earlier, const QTimeZone& zone) {
+    if (!earlier) {
+        return {};
+    }
+    const auto end = static_cast<qint64>(unixTime(earlier->end));
+    return QStringLiteral("Earlier: %1, %2, until %3.")
+        .arg(qtText(plainTitleOf(earlier->cause)), qtText(fullSpan(earlier->stood)),
+             QLocale::c().toString(QDateTime::fromSecsSinceEpoch(end, zone),
+                                   QStringLiteral("HH:mm")));
 }
 
 ReadingsLook readingsLook(const std::optional<SystemSignals>& signals) {
@@ -76,23 +52,9 @@ ReadingsLook readingsLook(const std::optional<SystemSignals>& signals) {
     look.thermal = qtText(label(signals->thermal));
     look.thermalTone = toneOf(signals->thermal);
     look.thermalCaption =
-        qtText(signals->thermal == Thermal::normal ? "Running at full speed"
-                                                   : "macOS reports elevated heat");
+        qtText(signals->thermal == Thermal::normal ? sentence("Running at full speed")
+                                                   : sentence("macOS reports elevated heat"));
     return look;
-}
-
-double wholeSecondsSince(TimePoint then, TimePoint now) {
-    return std::max(0.0, std::trunc((now - then).count()));
-}
-
-QString liveText(bool paused, std::optional<TimePoint> lastChecked, TimePoint now) {
-    if (paused) {
-        return QStringLiteral("Paused");
-    }
-    if (!lastChecked) {
-        return QStringLiteral("Checking…");
-    }
-    return qtText(fmt::format("Live · checked {:.0f}s ago", wholeSecondsSince(*lastChecked, now)));
 }
 
 } // namespace pacelet

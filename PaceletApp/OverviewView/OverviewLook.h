@@ -2,14 +2,17 @@
 
 #include "Core/Diagnosis/Finding.h"
 #include "Core/Sampling/SystemSignals.h"
-#include "Core/Support/Time.h"
+#include "Core/Usage/CauseWatch.h"
 #include "PaceletApp/Components/Look.h"
+#include "PaceletApp/Components/Tone.h"
 
 #include <QObject>
 #include <QString>
+#include <QTimeZone>
 #include <QtQml/qqmlregistration.h>
 
 #include <optional>
+#include <span>
 
 namespace pacelet {
 
@@ -61,20 +64,13 @@ public:
     bool operator==(const ReadingsLook&) const = default;
 };
 
-/// `finding` and `group` may be null.
-HeroLook heroLook(bool checked, const Finding* finding, const ProcessGroup* group);
+/// `finding` may be null. Its group is looked for among `groups`.
+HeroLook heroLook(bool checked, const Finding* finding, std::span<const ProcessGroup> groups);
+
+/// What stood last, while nothing does now; empty for nothing.
+QString earlierLine(const std::optional<Spell>& earlier, const QTimeZone& zone);
 
 /// Dashes for signals that were never read.
 ReadingsLook readingsLook(const std::optional<SystemSignals>& signals);
-
-/// "green", "amber" or "red".
-QString toneOf(Pressure pressure);
-QString toneOf(Thermal thermal);
-
-/// Whole seconds that have passed since `then`; 0 after the clock was set back.
-double wholeSecondsSince(TimePoint then, TimePoint now);
-
-/// "Paused", "Checking…" or "Live · checked 3s ago".
-QString liveText(bool paused, std::optional<TimePoint> lastChecked, TimePoint now);
 
 } // namespace pacelet

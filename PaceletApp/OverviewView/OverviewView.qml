@@ -17,6 +17,8 @@ ScrollArea {
     HeroCard {
         width: parent.width
         look: view.model.hero
+        earlier: view.model.earlier
+        onEarlierWanted: view.model.showEarlier()
         onFixed: view.model.fixHero()
     }
 

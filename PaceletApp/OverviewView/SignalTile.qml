@@ -11,6 +11,9 @@ Card {
     required property string symbol
 
     padding: 20
+    Accessible.role: Accessible.StaticText
+    Accessible.name: title + ", " + value
+    Accessible.description: caption
 
     Item {
         width: parent.width
@@ -37,6 +40,7 @@ Card {
                     font: Theme.controlMedium
                     color: Theme.text2
                     textFormat: Text.PlainText
+                    Accessible.ignored: true
                 }
             }
 
@@ -45,6 +49,7 @@ Card {
                 text: tile.value
                 font: Theme.largeFigures
                 color: tile.valueColor
+                Accessible.ignored: true
             }
 
             ElidedText {
@@ -52,6 +57,7 @@ Card {
                 text: tile.caption
                 font: Theme.note
                 color: Theme.text3
+                Accessible.ignored: true
             }
         }
     }

@@ -13,15 +13,15 @@ Row {
 
     SignalTile {
         width: row.tileWidth
-        title: "CPU load"
+        title: qsTr("CPU load")
         value: row.look.cpuLoad
-        caption: "Across all CPU cores"
+        caption: qsTr("Across all CPU cores")
         symbol: "cpu"
     }
 
     SignalTile {
         width: row.tileWidth
-        title: "Memory pressure"
+        title: qsTr("Memory pressure")
         value: row.look.pressure
         valueColor: Theme.foreground(row.look.pressureTone)
         caption: row.look.memoryInstalled
@@ -30,7 +30,7 @@ Row {
 
     SignalTile {
         width: row.width - 2 * row.tileWidth - 2 * row.spacing
-        title: "Thermal state"
+        title: qsTr("Thermal state")
         value: row.look.thermal
         valueColor: Theme.foreground(row.look.thermalTone)
         caption: row.look.thermalCaption

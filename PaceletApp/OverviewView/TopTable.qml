@@ -18,19 +18,18 @@ Column {
         width: parent.width
         height: button.height
 
-        Text {
+        Heading {
             anchors.verticalCenter: parent.verticalCenter
-            text: "What's using your CPU"
+            text: qsTr("What's using your CPU")
             font: Theme.sectionTitle
             color: Theme.text
-            Accessible.role: Accessible.Heading
         }
 
         SecondaryButton {
             id: button
 
             anchors.right: parent.right
-            text: "All processes"
+            text: qsTr("All processes")
             symbol: "arrow.right"
             symbolBehind: true
             onClicked: table.allProcesses()
@@ -77,6 +76,7 @@ Column {
                     required property string subtitle
                     required property string cpu
                     required property string memory
+                    required property string spoken
                     required property string verdict
                     required property fixLook fix
                     required property string note
@@ -98,6 +98,7 @@ Column {
                         subtitle: entry.subtitle
                         cpuText: entry.cpu
                         memoryText: entry.memory
+                        spoken: entry.spoken
                         verdictValue: entry.verdict
                         fix: entry.fix
                         note: entry.note

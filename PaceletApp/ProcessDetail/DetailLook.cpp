@@ -17,17 +17,13 @@ constexpr std::size_t rowsListed = 5;
 
 } // namespace
 
-std::vector<ListRole<FigureRow>> figureRoles() {
+std::vector<ListRole<FigureRow>> FigureRow::roles() {
     using Row = FigureRow;
     return {
         {"name", [](const Row& row) { return row.name; }},
         {"first", [](const Row& row) { return row.first; }},
         {"second", [](const Row& row) { return row.second; }},
     };
-}
-
-std::vector<ListRole<FixLook>> fixRoles() {
-    return {{"look", [](const FixLook& look) { return QVariant::fromValue(look); }}};
 }
 
 Family familyOf(const ProcessGroup& group) {

@@ -24,19 +24,17 @@ struct FigureRow {
     QString first;
     QString second; ///< empty for one figure
 
+    const std::string& key() const { return id; }
+    /// name, first and second.
+    static std::vector<ListRole<FigureRow>> roles();
+
     bool operator==(const FigureRow&) const = default;
 };
 
 using FigureListModel = KeyedListModel<FigureRow>;
 
-/// name, first and second.
-std::vector<ListRole<FigureRow>> figureRoles();
-
 /// Buttons in a row.
 using FixListModel = KeyedListModel<FixLook>;
-
-/// look: the button's `FixLook`.
-std::vector<ListRole<FixLook>> fixRoles();
 
 /// Families of processes for which there is more help than the catalog gives.
 enum class Family { other, spotlight, windowServer };

@@ -18,6 +18,7 @@ Column {
         color: Theme.text2
         horizontalAlignment: Text.AlignRight
         textFormat: Text.PlainText
+        Accessible.ignored: true
     }
 
     Repeater {
@@ -32,6 +33,8 @@ Column {
 
             width: table.width
             height: label.height
+            Accessible.role: Accessible.StaticText
+            Accessible.name: second === "" ? name + ", " + first : name + ", " + first + ", " + second
 
             ElidedText {
                 id: label
@@ -41,6 +44,7 @@ Column {
                 text: entry.name
                 font: Theme.control
                 color: Theme.text
+                Accessible.ignored: true
             }
 
             Row {

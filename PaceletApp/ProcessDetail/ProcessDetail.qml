@@ -12,11 +12,10 @@ Column {
 
     spacing: 16
 
-    component Words: Text {
+    component Words: Label {
         font: Theme.body
         wrapMode: Text.Wrap
         lineHeight: 1.2
-        textFormat: Text.PlainText
     }
 
     Words {
@@ -31,7 +30,7 @@ Column {
         spacing: 6
 
         SectionLabel {
-            text: "Why it gets busy"
+            text: qsTr("Why it gets busy")
         }
 
         Words {
@@ -79,7 +78,7 @@ Column {
 
     LinkButton {
         visible: panel.model?.hasGuide ?? false
-        text: "Read the full guide"
+        text: qsTr("Read the full guide")
         symbol: "arrow.up.right"
         onClicked: panel.model.openGuide()
     }

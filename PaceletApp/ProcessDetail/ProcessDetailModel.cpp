@@ -9,9 +9,7 @@
 namespace pacelet {
 
 ProcessDetailModel::ProcessDetailModel(const SharedObjects& objects, QObject* parent)
-    : QObject{parent}, objects_{objects}, parts_{[](const FigureRow& row) { return row.id; },
-                                                 figureRoles()},
-      fixes_{[](const FixLook& look) { return look.fix.toStdString(); }, fixRoles()} {}
+    : QObject{parent}, objects_{objects} {}
 
 void ProcessDetailModel::show(const ProcessGroup& group, const Explanation* explanation) {
     groupID_ = group.id;
@@ -54,9 +52,7 @@ void ProcessDetailModel::showFamily(Family family) {
 }
 
 void ProcessDetailModel::perform(const QString& fix) {
-    if (const auto id = fixIDFromRawValue(fix.toStdString())) {
-        objects_.actions.perform(*id, objects_.monitor.group(groupID_));
-    }
+    objects_.actions.press(fix.toStdString(), groupID_);
 }
 
 void ProcessDetailModel::openGuide() {

@@ -10,21 +10,20 @@ Column {
     spacing: 8
 
     SectionLabel {
-        text: "Folders that keep Spotlight busy"
+        text: qsTr("Folders that keep Spotlight busy")
     }
 
     Spinner {
         visible: help.model.searching
     }
 
-    Text {
+    Label {
         width: parent.width
         visible: !help.model.searching && help.model.empty
-        text: "No big build or virtual machine folders found."
+        text: qsTr("No big build or virtual machine folders found.")
         font: Theme.control
         color: Theme.text2
         wrapMode: Text.Wrap
-        textFormat: Text.PlainText
     }
 
     FigureTable {
@@ -33,13 +32,12 @@ Column {
         rows: help.model.folders
     }
 
-    Text {
+    Label {
         width: parent.width
         visible: !help.model.empty
-        text: "Add these folders under Spotlight Privacy so macOS stops indexing them."
+        text: qsTr("Add these folders under Spotlight Privacy so macOS stops indexing them.")
         font: Theme.note
         color: Theme.text3
         wrapMode: Text.Wrap
-        textFormat: Text.PlainText
     }
 }

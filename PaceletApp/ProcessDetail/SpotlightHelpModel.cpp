@@ -15,12 +15,8 @@ constexpr std::int64_t leastBytes = 1'000'000'000;
 
 SpotlightHelpModel::SpotlightHelpModel(Scheduler& scheduler, const std::string& home,
                                        QObject* parent)
-    : QObject{parent}, folders_{[](const FigureRow& row) { return row.id; }, figureRoles()} {
-    detach(search(this, scheduler, home, stop_.get_token()));
-}
-
-SpotlightHelpModel::~SpotlightHelpModel() {
-    stop_.request_stop();
+    : QObject{parent} {
+    detach(search(this, scheduler, home, stop_.token()));
 }
 
 QCoro::Task<> SpotlightHelpModel::search(QPointer<SpotlightHelpModel> help, Scheduler& scheduler,

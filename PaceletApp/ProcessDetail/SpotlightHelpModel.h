@@ -2,6 +2,7 @@
 
 #include "PaceletApp/ProcessDetail/DetailLook.h"
 #include "PaceletApp/Scheduler/Scheduler.h"
+#include "PaceletApp/Scheduler/StopOwner.h"
 
 #include <QCoroTask>
 #include <QObject>
@@ -27,7 +28,6 @@ class SpotlightHelpModel final : public QObject {
 
 public:
     SpotlightHelpModel(Scheduler& scheduler, const std::string& home, QObject* parent = nullptr);
-    ~SpotlightHelpModel() override;
 
     bool searching() const { return searching_; }
     QAbstractItemModel* folders() { return &folders_; }
@@ -42,7 +42,7 @@ private:
     void found(const std::vector<HeavyFolder>& folders);
 
     FigureListModel folders_;
-    std::stop_source stop_;
+    StopOwner stop_;
     bool searching_ = true;
 };
 

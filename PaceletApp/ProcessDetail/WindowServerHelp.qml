@@ -9,18 +9,16 @@ Column {
 
     spacing: 8
 
-    Text {
+    Label {
         bottomPadding: 6
         visible: text !== ""
         text: help.model.displays
         font: Theme.control
         color: Theme.text
-        textFormat: Text.PlainText
     }
 
     SectionLabel {
-        visible: help.model.hasWindows
-        text: "Windows open right now"
+        text: qsTr("Windows open right now")
     }
 
     FigureTable {

@@ -8,10 +8,12 @@
 namespace pacelet {
 
 WindowServerHelpModel::WindowServerHelpModel(const SharedObjects& objects, QObject* parent)
-    : QObject{parent}, objects_{objects}, windows_{[](const FigureRow& row) { return row.id; },
-                                                   figureRoles()},
-      fixes_{[](const FixLook& look) { return look.fix.toStdString(); }, fixRoles()} {
-    connect(&objects.monitor, &Monitor::groupsChanged, this, &WindowServerHelpModel::refreshFixes);
+    : QObject{parent}, objects_{objects} {
+    connect(&objects.monitor, &Monitor::changed, this, [this](const Fields& fields) {
+        if (fields.hold(objects_.monitor.groups)) {
+            refreshFixes();
+        }
+    });
     refreshFixes();
     detach(ask(this, objects.scheduler, objects.platform.windowServer));
 }
@@ -51,9 +53,9 @@ void WindowServerHelpModel::refreshFixes() {
 }
 
 void WindowServerHelpModel::perform(const QString& fix) {
-    if (const auto id = fixIDFromRawValue(fix.toStdString())) {
-        objects_.actions.perform(*id, group());
-    }
+    const ProcessGroup* const top = group();
+    objects_.actions.press(fix.toStdString(),
+                           top != nullptr ? std::optional{top->id} : std::nullopt);
 }
 
 } // namespace pacelet

@@ -6,7 +6,7 @@
 
 namespace pacelet {
 
-std::vector<ListRole<ChipItem>> chipRoles() {
+std::vector<ListRole<ChipItem>> ChipItem::roles() {
     using Item = ChipItem;
     return {
         {"value", [](const Item& item) { return qtText(item.id); }},

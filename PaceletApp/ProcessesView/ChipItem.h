@@ -18,13 +18,14 @@ struct ChipItem {
     QString label;
     bool chosen = false;
 
+    const std::string& key() const { return id; }
+    /// value, label and chosen.
+    static std::vector<ListRole<ChipItem>> roles();
+
     bool operator==(const ChipItem&) const = default;
 };
 
 using ChipListModel = KeyedListModel<ChipItem>;
-
-/// value, label and chosen.
-std::vector<ListRole<ChipItem>> chipRoles();
 
 /// All chips in order, each with the number of `entries` that it stands for.
 std::vector<ChipItem> chipItems(std::span<const ProcessEntry> entries,

@@ -13,6 +13,7 @@ FocusScope {
     required property string subtitle
     required property string cpu
     required property string memory
+    required property string spoken
     required property string verdict
     required property fixLook fix
     required property string note
@@ -55,14 +56,15 @@ FocusScope {
     T.AbstractButton {
         id: head
 
+        /// See `ExpandableFace`.
+        readonly property bool expanded: row.open
+
         objectName: "row head"
         width: parent.width
         height: row.rowHeight - line.height
         focusPolicy: Qt.StrongFocus
         Accessible.name: row.name
-        Accessible.description: row.subtitle
-        Accessible.checkable: true
-        Accessible.checked: row.open
+        Accessible.description: row.spoken
         onClicked: row.toggled(row.groupId)
         Keys.onReturnPressed: row.toggled(row.groupId)
         Keys.onEnterPressed: row.toggled(row.groupId)
@@ -117,6 +119,8 @@ FocusScope {
             cpuText: row.cpu
             tone: row.tone
             memoryText: row.memory
+            spoken: row.spoken
+            Accessible.ignored: true
             verdictValue: row.verdict
             fix: row.fix
             note: row.note
@@ -133,6 +137,8 @@ FocusScope {
             subtitle: row.subtitle
             cpuText: row.cpu
             memoryText: row.memory
+            spoken: row.spoken
+            Accessible.ignored: true
             verdictValue: row.verdict
             fix: row.fix
             note: row.note

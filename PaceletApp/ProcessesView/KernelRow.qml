@@ -5,6 +5,7 @@ ProcessRow {
     /// As in `PillLook`.
     required property string tone
 
+    longSubtitle: false
     nameFont: Theme.mono
     cpuColor: Theme.foreground(tone)
     memoryColor: Theme.text3

@@ -1,8 +1,9 @@
 #include "PaceletApp/ProcessesView/ListedProcess.h"
 
 #include "Core/Support/EnumTable.h"
-#include "PaceletApp/OverviewView/OverviewLook.h"
+#include "PaceletApp/Components/Tone.h"
 #include "PaceletApp/Support/QtText.h"
+#include "PaceletApp/Support/Sentence.h"
 
 #include <array>
 #include <iterator>
@@ -36,7 +37,8 @@ ListedProcess kernelProcess(Thermal thermal) {
     listed.memory = QStringLiteral("—");
     listed.verdict = qtText(rawValue(Verdict::leave));
     listed.note = thermal == Thermal::normal ? QStringLiteral("Not cooling right now")
-                                             : QStringLiteral("Cooling your Mac");
+                                             : qtText(sentence("Cooling your Mac"));
+    listed.spoken = spoken(listed, listed.cpu);
     return listed;
 }
 
@@ -47,14 +49,14 @@ ListedProcess listedProcess(const ProcessEntry& entry, Thermal thermal) {
         return kernelProcess(thermal);
     }
     ListedProcess listed;
-    static_cast<ProcessItem&>(listed) = processItem(*entry.group, entry.explanation);
+    static_cast<ProcessItem&>(listed) = processItem(*entry.group, entry.explanation.get());
     return listed;
 }
 
-std::vector<ListRole<ListedProcess>> listedRoles() {
+std::vector<ListRole<ListedProcess>> ListedProcess::roles() {
     using Row = ListedProcess;
     std::vector<ListRole<Row>> roles;
-    for (ListRole<ProcessItem>& role : processRoles()) {
+    for (ListRole<ProcessItem>& role : ProcessItem::roles()) {
         roles.push_back({std::move(role.name), std::move(role.value)});
     }
     const ListRole<Row> more[] = {
@@ -79,18 +81,18 @@ void assignKeys(std::vector<ListedProcess>& next, std::span<const ListedProcess*
         const auto known = places.find(row.id);
         if (known != places.end() && !taken[known->second]) {
             taken[known->second] = true;
-            row.key = shown[known->second]->key;
+            row.rowKey = shown[known->second]->rowKey;
         }
     }
     std::size_t free = 0;
     for (ListedProcess& row : next) {
-        if (!row.key.empty()) {
+        if (!row.rowKey.empty()) {
             continue;
         }
         while (free < shown.size() && taken[free]) {
             ++free;
         }
-        row.key = free < shown.size() ? shown[free++]->key : std::to_string(counter++);
+        row.rowKey = free < shown.size() ? shown[free++]->rowKey : std::to_string(counter++);
     }
 }
 

@@ -4,19 +4,20 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace pacelet {
 
 namespace {
 
-ProcessGroup makeKernelGroup() {
+std::shared_ptr<const ProcessGroup> makeKernelGroup() {
     ProcessUsage kernel;
     kernel.user = "root";
     kernel.path = kernel.name = kernelID;
     ProcessGroup group;
     group.id = group.displayName = kernelID;
     group.members = {kernel};
-    return group;
+    return std::make_shared<const ProcessGroup>(std::move(group));
 }
 
 bool holds(std::string_view text, const QString& needle) {
@@ -25,21 +26,24 @@ bool holds(std::string_view text, const QString& needle) {
 
 } // namespace
 
-const ProcessGroup& kernelGroup() {
-    static const ProcessGroup group = makeKernelGroup();
+std::shared_ptr<const ProcessGroup> kernelGroup() {
+    static const auto group = makeKernelGroup();
     return group;
 }
 
-std::vector<ProcessEntry> allEntries(std::span<const ProcessGroup> groups,
+std::vector<ProcessEntry> allEntries(const std::shared_ptr<const ProcessGroups>& groups,
                                      const ExplanationSource& explanation) {
     std::vector<ProcessEntry> entries;
-    entries.reserve(groups.size() + 1);
-    const auto add = [&](const ProcessGroup& group) {
-        const Explanation* const known = explanation(group);
-        entries.push_back({&group, known, known != nullptr ? known->verdict : Verdict::review});
+    entries.reserve(groups->size() + 1);
+    const auto add = [&](std::shared_ptr<const ProcessGroup> group) {
+        auto known = explanation(*group);
+        const Verdict verdict = known ? known->verdict : Verdict::review;
+        entries.push_back({std::move(group), std::move(known), verdict});
     };
     add(kernelGroup());
-    std::ranges::for_each(groups, add);
+    for (const ProcessGroup& group : *groups) {
+        add(partOf(groups, group));
+    }
     return entries;
 }
 

@@ -1,12 +1,13 @@
 #pragma once
 
 #include "Core/Knowledge/CatalogEntry.h"
-#include "Core/Sampling/ProcessGroup.h"
+#include "PaceletApp/Monitor/LivePicture.h"
 
 #include <QString>
 
 #include <cstddef>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string_view>
@@ -19,23 +20,22 @@ inline constexpr std::string_view kernelID = "kernel_task";
 
 /// The group behind that row: it is there whether or not such a process was seen, and has no
 /// figures.
-const ProcessGroup& kernelGroup();
+std::shared_ptr<const ProcessGroup> kernelGroup();
 
-/// A group with what is known of it. Holds no copies: it lives as long as the lists that it was
-/// made from.
+/// A group with what is known of it. Copies neither, and keeps the lists alive that they are from.
 struct ProcessEntry {
-    const ProcessGroup* group = nullptr;
-    const Explanation* explanation = nullptr; ///< null without a catalog
+    std::shared_ptr<const ProcessGroup> group;
+    std::shared_ptr<const Explanation> explanation; ///< null without a catalog
     Verdict verdict = Verdict::review;
 
     bool isKernel() const { return group->id == kernelID; }
 };
 
 /// The explanation of a group, or null.
-using ExplanationSource = std::function<const Explanation*(const ProcessGroup&)>;
+using ExplanationSource = std::function<std::shared_ptr<const Explanation>(const ProcessGroup&)>;
 
 /// The kernel and all of `groups`, in this order.
-std::vector<ProcessEntry> allEntries(std::span<const ProcessGroup> groups,
+std::vector<ProcessEntry> allEntries(const std::shared_ptr<const ProcessGroups>& groups,
                                      const ExplanationSource& explanation);
 
 /// What the user wants to see of the list.

@@ -7,7 +7,7 @@ import Pacelet
 Item {
     id: list
 
-    required property ProcessTable table
+    required property ProcessViewport table
     /// Of the open row; null when there is none.
     required property ProcessDetailModel detail
     /// Between the rows and the right edge, where the scroll bar is.
@@ -52,7 +52,7 @@ Item {
         onHeightChanged: tell()
         Component.onCompleted: tell()
         Accessible.role: Accessible.List
-        Accessible.name: "Processes"
+        Accessible.name: qsTr("Processes")
 
         function tell() {
             list.table.setView(contentY, Math.max(0, height - bottomMargin));

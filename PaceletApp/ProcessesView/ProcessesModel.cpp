@@ -7,38 +7,29 @@
 namespace pacelet {
 
 ProcessesModel::ProcessesModel(const SharedObjects& objects, QObject* parent)
-    : QObject{parent}, objects_{objects}, badgeFeed_{objects.monitor, objects.scheduler, badge_},
-      chips_{[](const ChipItem& item) { return item.id; }, chipRoles()} {
-    Monitor& monitor = objects.monitor;
-    // At once, not in a later turn: the rows point into these lists.
-    connect(&monitor, &Monitor::groupsChanged, this, &ProcessesModel::takeGroups);
-    connect(&monitor, &Monitor::explanationsChanged, this, &ProcessesModel::takeGroups);
-    connect(&monitor, &Monitor::signalsChanged, this, &ProcessesModel::takeSignals);
+    : QObject{parent}, objects_{objects}, badge_{objects.monitor, objects.scheduler} {
+    connect(&objects.monitor, &Monitor::changed, this, &ProcessesModel::follow);
     connect(&objects.router, &Router::expandedIDChanged, this, &ProcessesModel::expandedChanged);
     connect(&objects.router, &Router::focusSearchChanged, this, &ProcessesModel::searchWanted);
-    takeSignals();
     takeGroups();
-}
-
-const Explanation* ProcessesModel::explanationOf(const ProcessGroup& group) {
-    const Explanations& known = objects_.monitor.explanations();
-    if (const auto found = known.find(group.id); found != known.end()) {
-        return &found->second;
-    }
-    auto explanation = objects_.monitor.explanation(group);
-    return explanation ? &ownExplanations_.emplace_back(std::move(*explanation)) : nullptr;
-}
-
-void ProcessesModel::takeGroups() {
-    ownExplanations_.clear();
-    entries_ = allEntries(objects_.monitor.groups(),
-                          [this](const ProcessGroup& group) { return explanationOf(group); });
     showRows();
 }
 
-void ProcessesModel::takeSignals() {
-    const auto& signals = objects_.monitor.signals();
-    table_.showHeat(signals ? signals->thermal : Thermal::normal);
+void ProcessesModel::follow(const Fields& fields) {
+    const Monitor& monitor = objects_.monitor;
+    const bool groups = fields.hold(monitor.groups, monitor.explanations);
+    if (groups) {
+        takeGroups();
+    }
+    if (groups || fields.hold(monitor.signals)) {
+        showRows();
+    }
+}
+
+void ProcessesModel::takeGroups() {
+    entries_ = allEntries(objects_.monitor.groups.held(), [this](const ProcessGroup& group) {
+        return objects_.monitor.explanation(group);
+    });
 }
 
 void ProcessesModel::showRows() {
@@ -49,8 +40,8 @@ void ProcessesModel::showRows() {
     const auto open = found != visible.end() ? std::optional{*found} : std::nullopt;
     QString text = visible.empty() ? emptyListText(query_) : QString{};
     const bool appears = !std::exchange(listed_, !visible.empty()) && listed_;
-    // First of all: until then the table holds rows of lists that may be gone.
-    table_.show(std::move(visible), expandedID);
+    const auto& signals = objects_.monitor.signals();
+    table_.show(std::move(visible), expandedID, signals ? signals->thermal : Thermal::normal);
     if (appears) {
         table_.scrollToOpen();
     }
@@ -64,10 +55,10 @@ void ProcessesModel::showRows() {
 
 void ProcessesModel::showDetail(const ProcessEntry& open) {
     if (detail_) {
-        return detail_->show(*open.group, open.explanation);
+        return detail_->show(*open.group, open.explanation.get());
     }
     detail_ = std::make_unique<ProcessDetailModel>(objects_);
-    detail_->show(*open.group, open.explanation);
+    detail_->show(*open.group, open.explanation.get());
     Q_EMIT detailChanged();
 }
 
@@ -117,7 +108,7 @@ void ProcessesModel::toggle(const QString& groupID) {
 }
 
 void ProcessesModel::quit(const QString& groupID) {
-    objects_.actions.perform(FixID::quitApp, objects_.monitor.group(groupID.toStdString()));
+    objects_.actions.press(FixID::quitApp, groupID.toStdString());
 }
 
 } // namespace pacelet

@@ -1,13 +1,12 @@
 #pragma once
 
+#include "PaceletApp/Components/LiveBadgeModel.h"
 #include "PaceletApp/FixActions/FixActions.h"
 #include "PaceletApp/Monitor/Monitor.h"
-#include "PaceletApp/OverviewView/LiveBadgeFeed.h"
-#include "PaceletApp/OverviewView/LiveBadgeModel.h"
 #include "PaceletApp/ProcessDetail/ProcessDetailModel.h"
 #include "PaceletApp/ProcessesView/ChipItem.h"
 #include "PaceletApp/ProcessesView/ProcessEntry.h"
-#include "PaceletApp/ProcessesView/ProcessTable.h"
+#include "PaceletApp/ProcessesView/ProcessViewport.h"
 #include "PaceletApp/Router/Router.h"
 #include "PaceletApp/Support/SharedObjects.h"
 
@@ -15,7 +14,6 @@
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
-#include <deque>
 #include <memory>
 #include <vector>
 
@@ -27,7 +25,7 @@ class ProcessesModel final : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("made by the shell")
     Q_PROPERTY(pacelet::LiveBadgeModel* badge READ badge CONSTANT)
-    Q_PROPERTY(pacelet::ProcessTable* table READ table CONSTANT)
+    Q_PROPERTY(pacelet::ProcessViewport* table READ table CONSTANT)
     /// The panel of the open row; null when that is none of the rows.
     Q_PROPERTY(pacelet::ProcessDetailModel* detail READ detail NOTIFY detailChanged)
     /// Roles: value, label and chosen.
@@ -43,7 +41,7 @@ public:
     explicit ProcessesModel(const SharedObjects& objects, QObject* parent = nullptr);
 
     LiveBadgeModel* badge() { return &badge_; }
-    ProcessTable* table() { return &table_; }
+    ProcessViewport* table() { return &table_; }
     ProcessDetailModel* detail() { return detail_.get(); }
     QAbstractItemModel* chips() { return &chips_; }
     const QString& search() const { return query_.search; }
@@ -71,9 +69,8 @@ Q_SIGNALS:
     void searchWanted();
 
 private:
-    const Explanation* explanationOf(const ProcessGroup& group);
+    void follow(const Fields& fields);
     void takeGroups();
-    void takeSignals();
     void showRows();
     void showQuery();
     void showDetail(const ProcessEntry& open);
@@ -82,13 +79,10 @@ private:
 
     SharedObjects objects_;
     LiveBadgeModel badge_;
-    LiveBadgeFeed badgeFeed_;
     ProcessQuery query_;
-    std::vector<ProcessEntry> entries_; ///< into the monitor's lists, until the next tick
-    /// Of groups that the monitor has not explained.
-    std::deque<Explanation> ownExplanations_;
+    std::vector<ProcessEntry> entries_;
     ChipListModel chips_;
-    ProcessTable table_;
+    ProcessViewport table_;
     std::unique_ptr<ProcessDetailModel> detail_;
     QString emptyText_;
     bool listed_ = false; ///< the list is on show

@@ -42,8 +42,8 @@ FocusScope {
 
         ScreenHeader {
             width: parent.width
-            title: "Processes"
-            subtitle: "Everything running on your Mac, in plain English."
+            title: qsTr("Processes")
+            subtitle: qsTr("Everything running on your Mac, in plain English.")
 
             LiveBadge {
                 model: view.model.badge
@@ -59,7 +59,7 @@ FocusScope {
 
                 objectName: "search"
                 width: Math.min(420, parent.width - sort.width - 16)
-                prompt: "Search processes, like mds or Chrome"
+                prompt: qsTr("Search processes, like mds or Chrome")
                 onTextChanged: view.model.search = text
                 Keys.onDownPressed: view.model.table.enterTop()
             }
@@ -71,8 +71,8 @@ FocusScope {
                 anchors.right: parent.right
                 width: 170
                 height: parent.height
-                title: "Sort"
-                options: ["CPU", "Memory"]
+                title: qsTr("Sort")
+                options: [qsTr("CPU"), qsTr("Memory")]
                 current: view.model.sortByMemory ? 1 : 0
                 onChosen: index => view.model.sortByMemory = index === 1
             }
@@ -81,7 +81,7 @@ FocusScope {
         Row {
             spacing: 8
             Accessible.role: Accessible.Grouping
-            Accessible.name: "Filter"
+            Accessible.name: qsTr("Filter")
 
             Repeater {
                 model: view.model.chips
@@ -99,7 +99,7 @@ FocusScope {
         }
     }
 
-    Text {
+    Label {
         anchors.top: top.bottom
         anchors.topMargin: 40
         x: view.side
@@ -110,7 +110,6 @@ FocusScope {
         color: Theme.text2
         horizontalAlignment: Text.AlignHCenter
         wrapMode: Text.Wrap
-        textFormat: Text.PlainText
     }
 
     ProcessList {

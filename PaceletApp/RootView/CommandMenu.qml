@@ -11,7 +11,7 @@ Menu {
 
     signal chosen(int index)
 
-    title: "Menu"
+    title: qsTr("Menu")
 
     Instantiator {
         model: menu.commands

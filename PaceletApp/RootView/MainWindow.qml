@@ -17,7 +17,7 @@ Window {
     title: "Pacelet"
     color: Theme.window
 
-    MainView {
+    RootView {
         objectName: "main"
         anchors.fill: parent
         focus: true
@@ -32,6 +32,8 @@ Window {
             required property string modelData
 
             sequence: modelData
+            // With the settings in front, too, which close themselves.
+            context: index === window.model.closeCommand ? Qt.WindowShortcut : Qt.ApplicationShortcut
             onActivated: window.model.press(index)
         }
     }

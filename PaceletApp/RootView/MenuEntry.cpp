@@ -19,7 +19,7 @@ std::vector<MenuEntry> menuEntries(std::span<const Command> commands, bool canCh
     return entries;
 }
 
-std::vector<ListRole<MenuEntry>> menuRoles() {
+std::vector<ListRole<MenuEntry>> MenuEntry::roles() {
     using Entry = MenuEntry;
     return {
         {"title", [](const Entry& entry) { return entry.title; }},

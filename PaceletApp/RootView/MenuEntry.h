@@ -17,6 +17,10 @@ struct MenuEntry {
     bool startsGroup = false;
     bool available = true;
 
+    std::string key() const { return title.toStdString(); }
+    /// title, keys, startsGroup and available.
+    static std::vector<ListRole<MenuEntry>> roles();
+
     bool operator==(const MenuEntry&) const = default;
 };
 
@@ -24,8 +28,5 @@ struct MenuEntry {
 std::vector<MenuEntry> menuEntries(std::span<const Command> commands, bool canCheckForUpdates);
 
 using MenuListModel = KeyedListModel<MenuEntry>;
-
-/// title, keys, startsGroup and available.
-std::vector<ListRole<MenuEntry>> menuRoles();
 
 } // namespace pacelet

@@ -6,6 +6,6 @@ Item {
         anchors.centerIn: parent
         width: Math.min(parent.width - 68, 520)
         symbol: "exclamationmark.triangle"
-        title: "Pacelet couldn't load its process list. Reinstall Pacelet."
+        title: qsTr("Pacelet couldn't load its process list. Reinstall Pacelet.")
     }
 }

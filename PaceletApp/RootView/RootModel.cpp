@@ -6,22 +6,41 @@
 
 #include <QQmlEngine>
 
+#include <algorithm>
 #include <utility>
 
 namespace pacelet {
 
 RootModel::RootModel(const SharedObjects& objects, QObject* parent)
     : QObject{parent}, objects_{objects}, sidebar_{objects.monitor, objects.router},
-      sheet_{objects}, dialog_{objects.actions}, toastClock_{objects.actions, objects.scheduler},
-      commands_{commands(objects.updater.isConfigured())},
-      menu_{[](const MenuEntry& entry) { return entry.title.toStdString(); }, menuRoles()} {
+      sheet_{objects}, dialog_{objects.actions, objects.scheduler},
+      toastClock_{objects.actions, objects.scheduler}, commands_{commands(
+                                                           objects.updater.isConfigured())} {
     connect(&objects.actions, &FixActions::toastChanged, this, &RootModel::toastChanged);
-    connect(&objects.monitor, &Monitor::errorChanged, this, &RootModel::problemChanged);
+    connect(&objects.monitor, &Monitor::changed, this, [this](const Fields& fields) {
+        if (fields.hold(objects_.monitor.error)) {
+            Q_EMIT problemChanged();
+        }
+        if (fields.hold(objects_.monitor.result)) {
+            noteFirstFinding();
+        }
+    });
     connect(&objects.router, &Router::screenChanged, this, &RootModel::changeScreen);
     connect(&objects.updater, &AppUpdater::canCheckForUpdatesChanged, this,
             &RootModel::refreshMenu);
     refreshMenu();
     changeScreen();
+    const Finding* const first = objects.monitor.result().hero();
+    firstFinding_ = first != nullptr ? first->id() : "";
+}
+
+void RootModel::noteFirstFinding() {
+    const Finding* const first = objects_.monitor.result().hero();
+    const std::string id = first != nullptr ? first->id() : "";
+    if (std::exchange(firstFinding_, id) != id) {
+        news_ = first != nullptr ? qtText(first->headline()) : QString{};
+        Q_EMIT newsChanged();
+    }
 }
 
 void RootModel::refreshMenu() {
@@ -63,6 +82,11 @@ QStringList RootModel::shortcuts() const {
         sequences.append(qtText(command.shortcut));
     }
     return sequences;
+}
+
+int RootModel::closeCommand() const {
+    const auto found = std::ranges::find(commands_, Command::Action::closeWindow, &Command::action);
+    return static_cast<int>(found - commands_.begin());
 }
 
 void RootModel::press(int command) {

@@ -14,6 +14,7 @@
 #include <QtQml/qqmlregistration.h>
 
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace pacelet {
@@ -33,12 +34,17 @@ class RootModel final : public QObject {
     Q_PROPERTY(pacelet::DialogModel* dialog READ dialog CONSTANT)
     /// The short message over the window; empty for none.
     Q_PROPERTY(QString toast READ toast NOTIFY toastChanged)
+    /// The first finding, in a few words, when it is another than before; for those who cannot see
+    /// it change. What stands there when the window opens is no news.
+    Q_PROPERTY(QString news READ news NOTIFY newsChanged)
     /// What went wrong with the last look at the machine; empty when it went well.
     Q_PROPERTY(QString problem READ problem NOTIFY problemChanged)
-    /// The commands, with the roles of `menuRoles`; `press` takes a place in this list.
+    /// The commands, with the roles of `MenuEntry`; `press` takes a place in this list.
     Q_PROPERTY(QAbstractItemModel* menu READ menu CONSTANT)
     /// Their key sequences, in the same order.
     Q_PROPERTY(QStringList shortcuts READ shortcuts CONSTANT)
+    /// The one command that is about the window in front; all others are about the program.
+    Q_PROPERTY(int closeCommand READ closeCommand CONSTANT)
 
 public:
     /// All of `objects` outlive this.
@@ -51,14 +57,17 @@ public:
     SheetModel* sheet() { return &sheet_; }
     DialogModel* dialog() { return &dialog_; }
     QString toast() const;
+    const QString& news() const { return news_; }
     QString problem() const;
     QAbstractItemModel* menu() { return &menu_; }
     QStringList shortcuts() const;
+    int closeCommand() const;
 
     Q_INVOKABLE void press(int command);
 
 Q_SIGNALS:
     void toastChanged();
+    void newsChanged();
     void problemChanged();
     void screenChanged();
     /// The user asked for the settings, to close the window, or to end the program.
@@ -69,6 +78,7 @@ Q_SIGNALS:
 private:
     void changeScreen();
     void refreshMenu();
+    void noteFirstFinding();
     /// While a dialog or a sheet is open, no command reaches what stands behind it.
     void run(const Command& command);
 
@@ -80,6 +90,8 @@ private:
     ToastClock toastClock_;
     std::vector<Command> commands_;
     MenuListModel menu_;
+    std::string firstFinding_; ///< its id; empty for none
+    QString news_;
 };
 
 } // namespace pacelet

@@ -1,42 +1,11 @@
 import QtQuick
+import Pacelet
 
-/// The frame of the main window: the sidebar, the screen on show, and what floats over them.
+/// What the main window holds: the sidebar, the screen on show, and what floats over them.
 FocusScope {
     id: root
 
-    /// See `Sidebar`.
-    required property var screens
-    required property int current
-    /// Makes the screen on show. Only that one lives.
-    required property Component content
-    /// False stands for a catalog that could not be loaded: nothing else is then reachable.
-    required property bool ready
-
-    /// See `Sidebar`.
-    property var commands: null
-
-    property string toast
-    /// See `Sidebar`.
-    property string problem
-
-    property bool confirming: false
-    property string confirmTitle
-    property string confirmMessage
-    property string confirmButton
-    property bool confirmDestructive: false
-
-    property bool stuck: false
-    property string stuckTitle
-
-    signal chosen(int screen)
-    signal commandChosen(int command)
-    signal confirmed
-    signal confirmationCancelled
-    signal restartAsked
-    signal stuckDismissed
-
-    implicitWidth: 1200
-    implicitHeight: 860
+    required property RootModel model
 
     Rectangle {
         anchors.fill: parent
@@ -47,12 +16,12 @@ FocusScope {
         id: sidebar
 
         height: parent.height
-        screens: root.screens
-        current: root.current
-        problem: root.problem
-        commands: root.commands
-        onChosen: screen => root.chosen(screen)
-        onCommandChosen: command => root.commandChosen(command)
+        screens: root.model.sidebar.rows
+        current: root.model.sidebar.current
+        problem: root.model.problem
+        commands: root.model.menu
+        onChosen: screen => root.model.sidebar.choose(screen)
+        onCommandChosen: command => root.model.press(command)
     }
 
     Divider {
@@ -62,19 +31,24 @@ FocusScope {
         height: parent.height
     }
 
+    // The screen on show, and only that one lives.
     Loader {
         anchors.left: divider.right
         anchors.right: parent.right
         height: parent.height
-        active: root.ready
-        sourceComponent: root.content
+        active: root.model.ready
+        sourceComponent: ScreenPlace {
+            // A loader makes it, so it cannot be bound to this context up front.
+            model: root.model // qmllint disable unqualified
+        }
     }
 
+    // Without its catalog nothing else can be reached.
     Loader {
         anchors.left: divider.right
         anchors.right: parent.right
         height: parent.height
-        active: !root.ready
+        active: !root.model.ready
         sourceComponent: MissingCatalog {}
     }
 
@@ -82,25 +56,34 @@ FocusScope {
         anchors.horizontalCenter: parent.horizontalCenter
         anchors.bottom: parent.bottom
         anchors.bottomMargin: 28
-        text: root.toast
+        text: root.model.toast
+    }
+
+    News {
+        objectName: "news"
+        words: root.model.news
     }
 
     AlertDialog {
-        visible: root.confirming
-        title: root.confirmTitle
-        message: root.confirmMessage
-        confirmText: root.confirmButton
-        destructive: root.confirmDestructive
-        onConfirmed: root.confirmed()
-        onCancelled: root.confirmationCancelled()
+        visible: root.model.dialog.confirming
+        title: root.model.dialog.title
+        message: root.model.dialog.message
+        confirmText: root.model.dialog.confirmText
+        destructive: root.model.dialog.destructive
+        onConfirmed: root.model.dialog.confirm()
+        onCancelled: root.model.dialog.cancel()
     }
 
     AlertDialog {
-        visible: root.stuck
-        title: root.stuckTitle
-        confirmText: "Restart…"
-        cancelText: "Not now"
-        onConfirmed: root.restartAsked()
-        onCancelled: root.stuckDismissed()
+        visible: root.model.dialog.stuck
+        title: root.model.dialog.stuckTitle
+        confirmText: qsTr("Restart…")
+        cancelText: qsTr("Not now")
+        onConfirmed: root.model.dialog.restart()
+        onCancelled: root.model.dialog.dismissStuck()
+    }
+
+    SheetPlace {
+        model: root.model.sheet
     }
 }

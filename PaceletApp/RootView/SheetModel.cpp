@@ -14,7 +14,11 @@ namespace pacelet {
 
 SheetModel::SheetModel(const SharedObjects& objects, QObject* parent)
     : QObject{parent}, objects_{objects} {
-    connect(&objects.monitor, &Monitor::windowVisibleChanged, this, &SheetModel::refresh);
+    connect(&objects.monitor, &Monitor::changed, this, [this](const Fields& fields) {
+        if (fields.hold(objects_.monitor.windowVisible)) {
+            refresh();
+        }
+    });
     connect(&objects.preferences, &AppPreferences::onboardedChanged, this, &SheetModel::refresh);
     connect(&objects.router, &Router::browserChanged, this, &SheetModel::refresh);
     refresh();
@@ -86,7 +90,9 @@ void SheetModel::close() {
 }
 
 void SheetModel::closed() {
-    if (!isOpen()) {
+    // A first run that is only out of sight goes on where it stood.
+    const bool outOfSight = shown_ == Kind::onboarding && !objects_.preferences.onboarded();
+    if (!isOpen() && !outOfSight) {
         show(Kind::none);
     }
 }

@@ -33,7 +33,7 @@ Rectangle {
             size: 34
         }
 
-        Text {
+        Label {
             anchors.verticalCenter: parent.verticalCenter
             text: "Pacelet"
             font: Theme.sectionTitle
@@ -47,6 +47,8 @@ Rectangle {
         x: 12
         width: parent.width - 24
         spacing: 3
+        Accessible.role: Accessible.PageTabList
+        Accessible.name: qsTr("Screens")
 
         Repeater {
             model: sidebar.screens
@@ -83,7 +85,7 @@ Rectangle {
         outline: "transparent"
         focusPolicy: Qt.TabFocus
         Accessible.role: Accessible.ButtonMenu
-        Accessible.name: "Menu"
+        Accessible.name: qsTr("Menu")
         onClicked: {
             if (menu.visible) {
                 menu.close();
@@ -119,13 +121,13 @@ Rectangle {
             size: 14
         }
 
-        Text {
+        Label {
             width: parent.width - warning.width - parent.spacing
             text: sidebar.problem
             font: Theme.note
             color: Theme.amber
             wrapMode: Text.Wrap
-            textFormat: Text.PlainText
+            Accessible.role: Accessible.AlertMessage
         }
     }
 
@@ -147,9 +149,9 @@ Rectangle {
             size: 14
         }
 
-        Text {
+        Label {
             width: parent.width - lock.width - parent.spacing
-            text: "Works locally. Nothing is uploaded."
+            text: qsTr("Works locally. Nothing is uploaded.")
             font: Theme.note
             color: Theme.text3
             wrapMode: Text.Wrap

@@ -9,7 +9,13 @@ namespace pacelet {
 
 namespace {
 
-std::vector<ListRole<SidebarEntry>> roles() {
+std::optional<std::size_t> unlessZero(std::size_t count) {
+    return count != 0 ? std::optional{count} : std::nullopt;
+}
+
+} // namespace
+
+std::vector<ListRole<SidebarEntry>> SidebarEntry::roles() {
     using Entry = SidebarEntry;
     return {
         {"title", [](const Entry& entry) { return entry.title; }},
@@ -17,12 +23,6 @@ std::vector<ListRole<SidebarEntry>> roles() {
         {"count", [](const Entry& entry) { return entry.count; }},
     };
 }
-
-std::optional<std::size_t> unlessZero(std::size_t count) {
-    return count != 0 ? std::optional{count} : std::nullopt;
-}
-
-} // namespace
 
 std::optional<std::size_t> sidebarCount(Screen screen, const Monitor& monitor) {
     switch (screen) {
@@ -39,12 +39,12 @@ std::optional<std::size_t> sidebarCount(Screen screen, const Monitor& monitor) {
 }
 
 SidebarModel::SidebarModel(Monitor& monitor, Router& router, QObject* parent)
-    : QObject{parent}, monitor_{monitor}, router_{router}, rows_{[](const SidebarEntry& entry) {
-                                                                     return entry.screen;
-                                                                 },
-                                                                 roles()} {
-    connect(&monitor, &Monitor::groupsChanged, this, &SidebarModel::refresh);
-    connect(&monitor, &Monitor::backgroundItemsChanged, this, &SidebarModel::refresh);
+    : QObject{parent}, monitor_{monitor}, router_{router} {
+    connect(&monitor, &Monitor::changed, this, [this](const Fields& fields) {
+        if (fields.hold(monitor_.groups, monitor_.backgroundItems)) {
+            refresh();
+        }
+    });
     connect(&router, &Router::screenChanged, this, &SidebarModel::currentChanged);
     refresh();
 }

@@ -12,6 +12,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace pacelet {
 
@@ -21,6 +22,10 @@ struct SidebarEntry {
     QString title;
     QString symbol;
     QString count; ///< empty for none
+
+    const std::string& key() const { return screen; }
+    /// title, symbol and count.
+    static std::vector<ListRole<SidebarEntry>> roles();
 
     bool operator==(const SidebarEntry&) const = default;
 };

@@ -13,6 +13,9 @@ T.AbstractButton {
     implicitWidth: 188
     implicitHeight: 36
     focusPolicy: Qt.TabFocus
+    Accessible.role: Accessible.PageTab
+    Accessible.selectable: true
+    Accessible.selected: selected
     Accessible.name: count === "" ? text : text + ", " + count
     Keys.onReturnPressed: row.clicked()
     Keys.onEnterPressed: row.clicked()

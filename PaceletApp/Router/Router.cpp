@@ -23,6 +23,15 @@ void Router::setBrowser(std::optional<ChromiumBrowser> browser) {
     }
 }
 
+bool Router::takeCausesWanted() {
+    return std::exchange(causesWanted_, false);
+}
+
+void Router::showCauses() {
+    causesWanted_ = true;
+    setScreen(Screen::usage);
+}
+
 void Router::find() {
     setScreen(Screen::processes);
     ++focusSearch_;

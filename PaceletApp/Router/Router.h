@@ -28,12 +28,19 @@ public:
     /// Counts how often the process list was told to focus its search field.
     std::int64_t focusSearch() const { return focusSearch_; }
 
+    /// Whether the usage screen is to begin at what slowed the machine down; asked once, the
+    /// answer is no from then on.
+    bool takeCausesWanted();
+
     void setScreen(Screen screen);
     void setExpandedID(std::optional<std::string> id);
     void setBrowser(std::optional<ChromiumBrowser> browser);
 
     /// Goes to the process list and has it focus its search field.
     void find();
+
+    /// Goes to the usage screen, to what slowed the machine down.
+    void showCauses();
 
 Q_SIGNALS:
     void screenChanged();
@@ -46,6 +53,7 @@ private:
     std::optional<std::string> expandedID_;
     std::optional<ChromiumBrowser> browser_;
     std::int64_t focusSearch_ = 0;
+    bool causesWanted_ = false;
 };
 
 } // namespace pacelet

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <QRunnable>
-
 #include <atomic>
 #include <coroutine>
 #include <exception>
@@ -13,7 +11,7 @@ class Scheduler;
 
 /// One piece of blocking work that a coroutine of the UI thread waits for. It lives in the
 /// coroutine's frame, so that nothing is copied on the way to the pool and back.
-class BackgroundJob final : public QRunnable {
+class BackgroundJob final {
 public:
     BackgroundJob(Scheduler& scheduler, std::function<void()> work);
     BackgroundJob(const BackgroundJob&) = delete;
@@ -25,7 +23,7 @@ public:
     void await_resume() const;
 
     /// Does the work, on whatever thread calls.
-    void run() override;
+    void run();
 
     /// Goes on with the coroutine, on the UI thread. The job may be gone afterwards.
     void finish() { waiting_.resume(); }
@@ -35,8 +33,7 @@ private:
     std::function<void()> work_;
     std::coroutine_handle<> waiting_;
     std::exception_ptr error_;
-    /// Hands the frame to the pool's thread and back, in a way that a race detector can follow
-    /// where it does not see into the pool's own locks.
+    /// Hands the frame to the pool's thread and back.
     std::atomic<bool> handedOver_ = false;
     std::atomic<bool> done_ = false;
 };

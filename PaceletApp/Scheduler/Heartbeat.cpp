@@ -9,12 +9,12 @@ namespace pacelet {
 namespace {
 
 QCoro::Task<> run(Scheduler& scheduler, std::function<Seconds()> pause, std::function<void()> beat,
-                  CancellationToken token) {
-    // Whoever owns the functions cancels before it dies.
-    while (!token.isCancelled()) {
+                  std::stop_token stop) {
+    // Whoever owns the functions asks for the stop before it dies.
+    while (!stop.stop_requested()) {
         // Apart from the test: GCC 12 loses the frame of a task that waits inside a condition.
         const Seconds wait = pause();
-        const bool passed = co_await scheduler.sleep(wait, token);
+        const bool passed = co_await scheduler.sleep(wait, stop);
         if (passed) {
             beat();
         }

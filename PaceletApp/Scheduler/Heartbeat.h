@@ -1,7 +1,7 @@
 #pragma once
 
-#include "PaceletApp/Scheduler/Cancellation.h"
 #include "PaceletApp/Scheduler/Scheduler.h"
+#include "PaceletApp/Scheduler/StopOwner.h"
 
 #include <functional>
 #include <optional>
@@ -23,7 +23,7 @@ private:
     Scheduler& scheduler_;
     std::function<Seconds()> pause_;
     std::function<void()> beat_;
-    std::optional<CancellationSource> running_;
+    std::optional<StopOwner> running_;
 };
 
 } // namespace pacelet

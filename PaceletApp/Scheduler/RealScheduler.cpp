@@ -20,7 +20,7 @@ constexpr clockid_t waitClock = CLOCK_BOOTTIME;
 
 /// The work blocks on tools far more than it computes, so there are more threads than cores: a
 /// speed test and an unanswered password prompt must not hold up the next look at the machine.
-constexpr int mostThreads = 16;
+constexpr std::size_t mostThreads = 16;
 
 /// A wait of more than thirty years counts as that long; it keeps the arithmetic in range.
 constexpr Seconds longestWait{1e9};
@@ -55,17 +55,14 @@ void drain(int descriptor) {
 RealScheduler::RealScheduler(Clock& clock)
     : Scheduler{clock}, timer_{opened(timerfd_create(waitClock, TFD_CLOEXEC | TFD_NONBLOCK))},
       mailbox_{opened(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))},
-      timerNotifier_{timer_.get(), QSocketNotifier::Read}, mailboxNotifier_{mailbox_.get(),
-                                                                            QSocketNotifier::Read} {
-    pool_.setMaxThreadCount(mostThreads);
-    // Threads that expire wake up to do so; threads that wait cost nothing.
-    pool_.setExpiryTimeout(-1);
+      timerNotifier_{timer_.get(), QSocketNotifier::Read},
+      mailboxNotifier_{mailbox_.get(), QSocketNotifier::Read}, pool_{mostThreads} {
     QObject::connect(&timerNotifier_, &QSocketNotifier::activated, [this] { timerFired(); });
     QObject::connect(&mailboxNotifier_, &QSocketNotifier::activated, [this] { finishJobs(); });
 }
 
 RealScheduler::~RealScheduler() {
-    pool_.waitForDone();
+    pool_.waitForDone(longestWait);
     close();
     finishJobs();
 }
@@ -78,7 +75,7 @@ MonotonicTime RealScheduler::monotonicNow() {
 }
 
 bool RealScheduler::waitForBackground(Seconds limit) {
-    return pool_.waitForDone(static_cast<int>(limit.count() * 1000));
+    return pool_.waitForDone(limit);
 }
 
 void RealScheduler::arm() {
@@ -97,7 +94,7 @@ void RealScheduler::timerFired() {
 }
 
 void RealScheduler::start(BackgroundJob& job) {
-    pool_.start(&job);
+    pool_.start([&job] { job.run(); });
 }
 
 void RealScheduler::jobDone(BackgroundJob& job) {

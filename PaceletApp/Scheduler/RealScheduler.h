@@ -2,9 +2,9 @@
 
 #include "Core/Support/Descriptor.h"
 #include "PaceletApp/Scheduler/Scheduler.h"
+#include "PaceletApp/Scheduler/WorkerPool.h"
 
 #include <QSocketNotifier>
-#include <QThreadPool>
 
 #include <mutex>
 #include <vector>
@@ -15,7 +15,8 @@ namespace pacelet {
 /// is due and no work is under way, no thread of it wakes up.
 class RealScheduler final : public Scheduler {
 public:
-    /// `clock` tells the wall-clock time.
+    /// `clock` tells the wall-clock time. Throws `std::system_error` where the system gives no
+    /// thread.
     explicit RealScheduler(Clock& clock);
 
     /// Waits for the work that is under way.
@@ -41,7 +42,7 @@ private:
     QSocketNotifier mailboxNotifier_;
     std::mutex finishedMutex_;
     std::vector<BackgroundJob*> finished_;
-    QThreadPool pool_;
+    WorkerPool pool_;
 };
 
 } // namespace pacelet

@@ -5,9 +5,7 @@
 namespace pacelet {
 
 BackgroundJob::BackgroundJob(Scheduler& scheduler, std::function<void()> work)
-    : scheduler_{scheduler}, work_{std::move(work)} {
-    setAutoDelete(false);
-}
+    : scheduler_{scheduler}, work_{std::move(work)} {}
 
 bool BackgroundJob::await_ready() const {
     if (scheduler_.closed_) {
@@ -48,14 +46,14 @@ void BackgroundJob::run() {
 /// One wait for time to pass, as a coroutine awaits it.
 class Scheduler::Sleep {
 public:
-    Sleep(Scheduler& scheduler, Seconds duration, const CancellationToken& token)
-        : scheduler_{scheduler}, duration_{duration}, token_{token} {}
+    Sleep(Scheduler& scheduler, Seconds duration, const std::stop_token& stop)
+        : scheduler_{scheduler}, duration_{duration}, stop_{stop} {}
 
     bool await_ready() const {
         if (scheduler_.closed_) {
             throw SchedulerClosed{};
         }
-        return token_.isCancelled();
+        return stop_.stop_requested();
     }
 
     void await_suspend(std::coroutine_handle<> waiting) {
@@ -65,7 +63,7 @@ public:
             --scheduler_.pendingSleeps_;
             waiting.resume();
         });
-        cancelled_.emplace(token_, [this] { wakeNow(); });
+        stopped_.emplace(stop_, WakeNow{*this});
         scheduler_.arm();
     }
 
@@ -73,10 +71,15 @@ public:
         if (scheduler_.closed_) {
             throw SchedulerClosed{};
         }
-        return !token_.isCancelled();
+        return !stop_.stop_requested();
     }
 
 private:
+    struct WakeNow {
+        Sleep& sleep;
+        void operator()() const { sleep.wakeNow(); }
+    };
+
     void wakeNow() {
         if (!ended_) {
             ticket_ = scheduler_.events_.move(ticket_, scheduler_.monotonicNow());
@@ -86,16 +89,16 @@ private:
 
     Scheduler& scheduler_;
     Seconds duration_;
-    const CancellationToken& token_;
+    const std::stop_token& stop_;
     EventQueue::Ticket ticket_;
-    std::optional<CancellationHandler> cancelled_;
+    std::optional<std::stop_callback<WakeNow>> stopped_;
     bool ended_ = false;
 };
 
 Scheduler::~Scheduler() = default;
 
-QCoro::Task<bool> Scheduler::sleep(Seconds duration, CancellationToken token) {
-    Sleep sleep{*this, std::max(duration, Seconds{0}), token};
+QCoro::Task<bool> Scheduler::sleep(Seconds duration, std::stop_token stop) {
+    Sleep sleep{*this, std::max(duration, Seconds{0}), stop};
     const bool passed = co_await AwaitReference{sleep};
     if (passed) {
         ++wakeups_;
@@ -103,8 +106,8 @@ QCoro::Task<bool> Scheduler::sleep(Seconds duration, CancellationToken token) {
     co_return passed;
 }
 
-QCoro::Task<bool> Scheduler::nextTurn(CancellationToken token) {
-    Sleep turn{*this, Seconds{0}, token};
+QCoro::Task<bool> Scheduler::nextTurn(std::stop_token stop) {
+    Sleep turn{*this, Seconds{0}, stop};
     const bool wanted = co_await AwaitReference{turn};
     co_return wanted;
 }

@@ -5,7 +5,6 @@
 #include "PaceletApp/Scheduler/AwaitReference.h"
 #include "PaceletApp/Scheduler/BackgroundJob.h"
 #include "PaceletApp/Scheduler/BackgroundTask.h"
-#include "PaceletApp/Scheduler/Cancellation.h"
 #include "PaceletApp/Scheduler/EventQueue.h"
 
 #include <QCoroTask>
@@ -14,6 +13,7 @@
 #include <cstdint>
 #include <optional>
 #include <stdexcept>
+#include <stop_token>
 #include <type_traits>
 #include <utility>
 
@@ -43,12 +43,12 @@ public:
     /// The clock of all waits: it goes on counting while the machine sleeps.
     virtual MonotonicTime monotonicNow() = 0;
 
-    /// Waits for `duration`, with no tolerance. True when it passed in full; false when `token` was
-    /// cancelled, which ends the wait at once.
-    QCoro::Task<bool> sleep(Seconds duration, CancellationToken token = {});
+    /// Waits for `duration`, with no tolerance. True when it passed in full; false when a stop
+    /// was asked for, which ends the wait at once.
+    QCoro::Task<bool> sleep(Seconds duration, std::stop_token stop = {});
 
-    /// Waits for the UI thread's next turn. False when `token` was cancelled.
-    QCoro::Task<bool> nextTurn(CancellationToken token = {});
+    /// Waits for the UI thread's next turn. False when a stop was asked for.
+    QCoro::Task<bool> nextTurn(std::stop_token stop = {});
 
     /// Runs `work` on the shared pool and gives back what it returns or throws. It is not cancelled
     /// with anything: it must own, or be sure to outlive, all that it refers to.

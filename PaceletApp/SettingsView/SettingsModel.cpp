@@ -11,7 +11,7 @@ namespace pacelet {
 
 namespace {
 
-void clearIgnoringFailure(const UsageStore& store) {
+void clearIgnoringFailure(const auto& store) {
     try {
         store.clear();
     } catch (const UsageStoreError&) {
@@ -27,16 +27,35 @@ SettingsModel::SettingsModel(const SharedObjects& objects, QObject* parent)
                                               startsAtLogin(objects.platform.loginItems)} {
     connect(&objects.preferences, &AppPreferences::showMenuBarChanged, this,
             &SettingsModel::showMenuBarChanged);
-    connect(&objects.monitor, &Monitor::keepHistoryChanged, this,
-            &SettingsModel::keepHistoryChanged);
+    connect(&objects.monitor, &Monitor::changed, this, [this](const Fields& fields) {
+        if (fields.hold(objects_.monitor.keepHistory)) {
+            Q_EMIT keepHistoryChanged();
+        }
+    });
+    connect(&objects.preferences, &AppPreferences::troubleChanged, this,
+            &SettingsModel::troubleChanged);
 }
 
 QString SettingsModel::loginNote() const {
-    return qtText(startAtLoginNote);
+    return qtText(startAtLoginNote());
 }
 
 QString SettingsModel::clearTitle() const {
     return cleared_ ? QStringLiteral("History cleared") : QStringLiteral("Clear usage history…");
+}
+
+QString SettingsModel::trouble() const {
+    switch (objects_.preferences.trouble()) {
+    case PreferencesTrouble::flawed:
+        return QStringLiteral("Some of your earlier settings couldn't be read. The file that held "
+                              "them is kept.");
+    case PreferencesTrouble::unwritable:
+        return QStringLiteral("Settings can't be saved. What you change here lasts until Pacelet "
+                              "quits.");
+    case PreferencesTrouble::none:
+        break;
+    }
+    return {};
 }
 
 void SettingsModel::setStartAtLogin(bool on) {
@@ -64,13 +83,18 @@ void SettingsModel::setAskClear(bool ask) {
 }
 
 void SettingsModel::clearHistory() {
-    detach(clear(this, objects_.scheduler, objects_.monitor.usageStore()));
+    objects_.monitor.forgetEarlier();
+    detach(clear(this, objects_.scheduler, objects_.monitor.usageStore(),
+                 objects_.monitor.causeStore()));
 }
 
 QCoro::Task<> SettingsModel::clear(QPointer<SettingsModel> model, Scheduler& scheduler,
-                                   UsageStore store) {
+                                   UsageStore usage, CauseStore causes) {
     auto clearing =
-        scheduler.runInBackground([store = std::move(store)] { clearIgnoringFailure(store); });
+        scheduler.runInBackground([usage = std::move(usage), causes = std::move(causes)] {
+            clearIgnoringFailure(usage);
+            clearIgnoringFailure(causes);
+        });
     co_await clearing;
     if (model && !std::exchange(model->cleared_, true)) {
         Q_EMIT model->clearedChanged();

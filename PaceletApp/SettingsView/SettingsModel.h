@@ -31,6 +31,8 @@ class SettingsModel final : public QObject {
     /// The history was cleared in this window.
     Q_PROPERTY(bool cleared READ cleared NOTIFY clearedChanged)
     Q_PROPERTY(QString clearTitle READ clearTitle NOTIFY clearedChanged)
+    /// Why the settings may not be, or stay, what the user has chosen; mostly empty.
+    Q_PROPERTY(QString trouble READ trouble NOTIFY troubleChanged)
 
 public:
     explicit SettingsModel(const SharedObjects& objects, QObject* parent = nullptr);
@@ -44,6 +46,7 @@ public:
     bool askClear() const { return askClear_; }
     bool cleared() const { return cleared_; }
     QString clearTitle() const;
+    QString trouble() const;
 
     /// Asks the login service. When it refuses, the switch goes back to what the service says.
     void setStartAtLogin(bool on);
@@ -63,10 +66,11 @@ Q_SIGNALS:
     void keepHistoryChanged();
     void askClearChanged();
     void clearedChanged();
+    void troubleChanged();
 
 private:
     static QCoro::Task<> clear(QPointer<SettingsModel> model, Scheduler& scheduler,
-                               UsageStore store);
+                               UsageStore usage, CauseStore causes);
 
     SharedObjects objects_;
     bool startAtLogin_;

@@ -70,7 +70,7 @@ FocusScope {
                 height: childrenRect.height
             }
 
-            Text {
+            Label {
                 width: parent.width - 48
                 visible: text !== ""
                 text: field.note
@@ -78,7 +78,6 @@ FocusScope {
                 color: Theme.text2
                 wrapMode: Text.Wrap
                 lineHeight: 1.1
-                textFormat: Text.PlainText
             }
         }
     }
@@ -116,7 +115,7 @@ FocusScope {
         spacing: 22
 
         Section {
-            title: "General"
+            title: qsTr("General")
 
             Field {
                 first: true
@@ -124,7 +123,7 @@ FocusScope {
 
                 Toggle {
                     objectName: "startAtLogin"
-                    text: "Start at login"
+                    text: qsTr("Start at login")
                     focus: true
                     value: view.model.startAtLogin
                     onTurned: on => view.model.startAtLogin = on
@@ -134,7 +133,7 @@ FocusScope {
             Field {
                 Toggle {
                     objectName: "showMenuBar"
-                    text: "Show status in the menu bar"
+                    text: qsTr("Show status in the menu bar")
                     value: view.model.showMenuBar
                     onTurned: on => view.model.showMenuBar = on
                 }
@@ -145,7 +144,7 @@ FocusScope {
 
                 Toggle {
                     objectName: "checksForUpdates"
-                    text: "Check for updates automatically"
+                    text: qsTr("Check for updates automatically")
                     value: view.model.checksForUpdates
                     onTurned: on => view.model.checksForUpdates = on
                 }
@@ -153,15 +152,15 @@ FocusScope {
         }
 
         Section {
-            title: "Usage history"
+            title: qsTr("Usage history")
 
             Field {
                 first: true
-                note: "One line a minute, kept for 30 days on this Mac. Used for upgrade advice."
+                note: qsTr("One line a minute, kept for 30 days on this Mac. Used for upgrade advice.")
 
                 Toggle {
                     objectName: "keepHistory"
-                    text: "Keep usage history"
+                    text: qsTr("Keep usage history")
                     value: view.model.keepHistory
                     onTurned: on => view.model.keepHistory = on
                 }
@@ -176,13 +175,25 @@ FocusScope {
                 }
             }
         }
+
+        Text {
+            x: 4
+            width: parent.width - 8
+            visible: text !== ""
+            text: view.model.trouble
+            font: Theme.note
+            color: Theme.amber
+            wrapMode: Text.Wrap
+            lineHeight: 1.1
+            textFormat: Text.PlainText
+        }
     }
 
     AlertDialog {
         visible: view.model.askClear
-        title: "Clear usage history?"
-        message: "This deletes the CPU and memory history Pacelet has recorded. Your upgrade advice starts over."
-        confirmText: "Clear History"
+        title: qsTr("Clear usage history?")
+        message: qsTr("This deletes the CPU and memory history Pacelet has recorded. Your upgrade advice starts over.")
+        confirmText: qsTr("Clear History")
         destructive: true
         onConfirmed: {
             view.model.askClear = false;

@@ -18,7 +18,7 @@ Window {
     minimumHeight: formHeight
     maximumHeight: formHeight
     flags: Qt.Dialog
-    title: "Settings"
+    title: qsTr("Settings")
     color: Theme.window
 
     SettingsView {

@@ -8,6 +8,7 @@ class FixActions;
 class Monitor;
 class Router;
 class Scheduler;
+class SpeedTester;
 struct Platform;
 
 /// The long-lived objects that every screen reads and calls. They outlive all screens.
@@ -17,6 +18,7 @@ struct SharedObjects {
     FixActions& actions;
     AppPreferences& preferences;
     AppUpdater& updater;
+    SpeedTester& speedTester;
     Scheduler& scheduler;
     const Platform& platform;
 };

@@ -1,8 +1,9 @@
 #pragma once
 
 #include "Core/Platform/LoginItems.h"
+#include "PaceletApp/Support/Sentence.h"
 
-#include <string_view>
+#include <string>
 
 namespace pacelet {
 
@@ -17,8 +18,9 @@ inline bool setStartsAtLogin(LoginItems& items, bool on) {
 }
 
 /// What stands below the switch.
-inline constexpr std::string_view startAtLoginNote =
-    "macOS will show a \"Background Items Added\" notice. That's Pacelet, and you can turn it off "
-    "here anytime.";
+inline std::string startAtLoginNote() {
+    return sentence("macOS will show a \"Background Items Added\" notice. That's Pacelet, and you "
+                    "can turn it off here anytime.");
+}
 
 } // namespace pacelet

@@ -40,8 +40,8 @@ QPainterPath shape(const QRectF& bar) {
 
 BarPlot::BarPlot(QQuickItem* parent) : QQuickPaintedItem{parent} {
     setAntialiasing(true);
-    for (const auto signal :
-         {&BarPlot::chartChanged, &BarPlot::colorChanged, &BarPlot::markedChanged}) {
+    for (const auto signal : {&BarPlot::chartChanged, &BarPlot::colorChanged,
+                              &BarPlot::chosenChanged, &BarPlot::markedChanged}) {
         connect(this, signal, this, [this] { update(); });
     }
 }
@@ -121,11 +121,12 @@ void BarPlot::paint(QPainter* painter) {
     painter->setPen(Qt::NoPen);
     painter->setBrush(color_);
     const qreal scale = painter->deviceTransform().m11();
+    const int outstanding = marked_ >= 0 ? marked_ : chosen_;
     for (std::size_t place = 0; place < chart_.bars.size(); ++place) {
         const QRectF box = edges(chart_.bars[place]);
         const qreal left = snapped(box.left(), scale);
         const qreal right = std::max(left + 1 / scale, snapped(box.right(), scale));
-        const bool beside = marked_ >= 0 && static_cast<std::size_t>(marked_) != place;
+        const bool beside = outstanding >= 0 && static_cast<std::size_t>(outstanding) != place;
         painter->setOpacity(beside ? opacityBesideMark : 1);
         painter->drawPath(shape({QPointF{left, box.top()}, QPointF{right, box.bottom()}}));
     }

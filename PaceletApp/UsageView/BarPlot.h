@@ -14,7 +14,9 @@ class BarPlot : public QQuickPaintedItem {
     QML_ELEMENT
     Q_PROPERTY(pacelet::BarChart chart READ chart WRITE setChart NOTIFY chartChanged)
     Q_PROPERTY(QColor color MEMBER color_ NOTIFY colorChanged)
-    /// The bar that stands out; -1 for none.
+    /// The bar that stands out while none is marked; -1 for none.
+    Q_PROPERTY(int chosen MEMBER chosen_ NOTIFY chosenChanged)
+    /// The bar that is told of; -1 for none.
     Q_PROPERTY(int marked READ marked WRITE setMarked NOTIFY markedChanged)
     Q_PROPERTY(QString value READ value NOTIFY markedChanged)
     Q_PROPERTY(QString time READ time NOTIFY markedChanged)
@@ -48,6 +50,7 @@ public:
 Q_SIGNALS:
     void chartChanged();
     void colorChanged();
+    void chosenChanged();
     void markedChanged();
 
 private:
@@ -57,6 +60,7 @@ private:
     BarChart chart_;
     QColor color_;
     int marked_ = -1;
+    int chosen_ = -1;
 };
 
 } // namespace pacelet

@@ -1,6 +1,6 @@
 import QtQuick
 
-/// Tells of one bar.
+/// Tells of one bar. The chart itself says the same.
 Box {
     id: bubble
 
@@ -27,6 +27,7 @@ Box {
         font: Theme.fix
         color: Theme.text
         textFormat: Text.PlainText
+        Accessible.ignored: true
     }
 
     Text {
@@ -39,5 +40,6 @@ Box {
         font: Theme.note
         color: Theme.text2
         textFormat: Text.PlainText
+        Accessible.ignored: true
     }
 }

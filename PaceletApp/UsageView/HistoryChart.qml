@@ -9,9 +9,18 @@ Card {
     required property barChart chart
     required property var timeTicks
     required property color color
+    /// The bar that the list below tells of; -1 for none.
+    required property int chosen
 
-    // Where room is scarce, the label needs it more.
-    padding: width < 250 ? 18 : 24
+    /// A bar is pointed at, by the pointer or the arrow keys; -1 for none.
+    signal pointed(int bar)
+    /// A bar was clicked, or Return pressed on it; -1 gives up the choice.
+    signal barChosen(int bar)
+
+    /// What the label takes, and what it is given: charts side by side stand on one line.
+    readonly property real labelNeeds: label.implicitHeight
+    property real labelHeight: labelNeeds
+
     z: bars.marked >= 0 ? 1 : 0
 
     Column {
@@ -19,9 +28,12 @@ Card {
         spacing: 8
 
         SectionLabel {
+            id: label
+
             width: parent.width
+            height: card.labelHeight
             text: card.chart.label
-            elide: Text.ElideRight
+            wrapMode: Text.Wrap
         }
 
         ChartFrame {
@@ -38,6 +50,15 @@ Card {
             Accessible.focusable: true
             Keys.onLeftPressed: bars.moveMark(-1)
             Keys.onRightPressed: bars.moveMark(1)
+            Keys.onReturnPressed: card.barChosen(bars.marked)
+            Keys.onEnterPressed: card.barChosen(bars.marked)
+            Keys.onSpacePressed: card.barChosen(bars.marked)
+            Keys.onEscapePressed: event => {
+                event.accepted = card.chosen >= 0;
+                if (event.accepted) {
+                    card.barChosen(-1);
+                }
+            }
             onActiveFocusChanged: {
                 if (!activeFocus) {
                     bars.marked = -1;
@@ -51,8 +72,15 @@ Card {
                 anchors.fill: parent
                 chart: card.chart
                 color: card.color
+                chosen: card.chosen
+                onMarkedChanged: card.pointed(marked)
+
+                TapHandler {
+                    onTapped: point => card.barChosen(bars.barAt(point.position.x))
+                }
 
                 HoverHandler {
+                    cursorShape: bars.marked >= 0 ? Qt.PointingHandCursor : Qt.ArrowCursor
                     onPointChanged: bars.marked = hovered ? bars.barAt(point.position.x) : -1
                     onHoveredChanged: {
                         if (!hovered) {

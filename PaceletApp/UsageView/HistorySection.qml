@@ -7,18 +7,19 @@ Column {
 
     required property UsageModel model
 
+    readonly property alias causes: causes
+
     spacing: 14
 
     Item {
         width: parent.width
         height: range.height
 
-        Text {
+        Heading {
             anchors.verticalCenter: parent.verticalCenter
-            text: "History"
+            text: qsTr("History")
             font: Theme.sectionTitle
             color: Theme.text
-            Accessible.role: Accessible.Heading
         }
 
         SegmentedControl {
@@ -26,51 +27,79 @@ Column {
 
             anchors.right: parent.right
             width: 280
-            title: "Range"
+            title: qsTr("Range")
             options: section.model.ranges
             current: section.model.range
             onChosen: place => section.model.chooseRange(place)
         }
     }
 
-    Text {
+    Label {
         width: parent.width
         visible: text !== ""
         text: section.model.historyNote
         font: Theme.control
         color: Theme.text2
         wrapMode: Text.Wrap
-        textFormat: Text.PlainText
     }
 
     Row {
         id: charts
 
         readonly property real chartWidth: Math.floor((width - 2 * spacing) / 3)
+        readonly property real labelHeight: Math.max(cpu.labelNeeds, pressure.labelNeeds, swap.labelNeeds)
 
         width: parent.width
         spacing: 16
         visible: section.model.loaded && section.model.historyNote === ""
 
         HistoryChart {
+            id: cpu
+
             width: charts.chartWidth
             chart: section.model.cpuChart
             timeTicks: section.model.timeTicks
+            labelHeight: charts.labelHeight
             color: Theme.accentLight
+            chosen: section.model.causes.chosen
+            onPointed: bar => section.model.causes.point(bar)
+            onBarChosen: bar => section.model.causes.choose(bar)
         }
 
         HistoryChart {
+            id: pressure
+
             width: charts.chartWidth
             chart: section.model.pressureChart
             timeTicks: section.model.timeTicks
+            labelHeight: charts.labelHeight
             color: Theme.amber
+            chosen: section.model.causes.chosen
+            onPointed: bar => section.model.causes.point(bar)
+            onBarChosen: bar => section.model.causes.choose(bar)
         }
 
         HistoryChart {
+            id: swap
+
             width: charts.width - 2 * charts.chartWidth - 2 * charts.spacing
             chart: section.model.swapChart
             timeTicks: section.model.timeTicks
+            labelHeight: charts.labelHeight
             color: Theme.red
+            chosen: section.model.causes.chosen
+            onPointed: bar => section.model.causes.point(bar)
+            onBarChosen: bar => section.model.causes.choose(bar)
         }
+    }
+
+    CausesCard {
+        id: causes
+
+        width: parent.width
+        visible: charts.visible
+        model: section.model.causes
+        timeTicks: section.model.timeTicks
+        onProcessWanted: groupId => section.model.showProcess(groupId)
     }
 }

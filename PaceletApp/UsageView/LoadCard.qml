@@ -15,14 +15,13 @@ Card {
         spacing: 10
 
         SectionLabel {
-            text: "CPU load, last 10 minutes"
+            text: qsTr("CPU load, last 10 minutes")
         }
 
-        Text {
+        Label {
             text: card.figure
             font: Theme.largeFigures
             color: Theme.text
-            textFormat: Text.PlainText
         }
 
         ChartFrame {

@@ -23,7 +23,7 @@ Card {
             spacing: 10
 
             SectionLabel {
-                text: "Memory right now"
+                text: qsTr("Memory right now")
             }
 
             ElidedText {
@@ -101,13 +101,16 @@ Card {
             width: parent.width
             height: pressure.height
             visible: card.look.known
+            Accessible.role: Accessible.StaticText
+            Accessible.name: pressureLabel.text + pressure.text + ", " + swap.text
 
             Text {
                 id: pressureLabel
 
-                text: "Pressure: "
+                text: qsTr("Pressure: ")
                 font: Theme.detail
                 color: Theme.text2
+                Accessible.ignored: true
             }
 
             Text {
@@ -118,14 +121,18 @@ Card {
                 font: Theme.detail
                 color: card.look.pressureTone === "" ? Theme.text : Theme.foreground(card.look.pressureTone)
                 textFormat: Text.PlainText
+                Accessible.ignored: true
             }
 
             Text {
+                id: swap
+
                 anchors.right: parent.right
                 text: card.look.swap
                 font: Theme.detail
                 color: Theme.text2
                 textFormat: Text.PlainText
+                Accessible.ignored: true
             }
         }
     }

@@ -44,14 +44,14 @@ double swapOf(const UsageBucket& bucket) {
     return std::max(0.0, static_cast<double>(bucket.swap) / binaryGB);
 }
 
-constexpr Measure cpu{"Average CPU load", "%", 10, cpuOf,
-                      [](const UsageBucket& each) { return Format::percent(cpuOf(each)); }};
-constexpr Measure pressure{
+constexpr Measure cpuMeasure{"Average CPU load", "%", 10, cpuOf,
+                             [](const UsageBucket& each) { return Format::percent(cpuOf(each)); }};
+constexpr Measure pressureMeasure{
     "Time under memory pressure", "%", 10, pressureOf,
     [](const UsageBucket& each) { return Format::percent(pressureOf(each)); }};
-constexpr Measure swap{"Swap", " GB", 1, swapOf, [](const UsageBucket& each) {
-                           return Format::bytes(std::max<std::int64_t>(0, each.swap));
-                       }};
+constexpr Measure swapMeasure{"Swap", " GB", 1, swapOf, [](const UsageBucket& each) {
+                                  return Format::bytes(std::max<std::int64_t>(0, each.swap));
+                              }};
 
 BarChart chart(std::span<const UsageBucket> buckets, const Measure& measure, Seconds width,
                const ChartSpan& span, const QTimeZone& zone) {
@@ -111,8 +111,9 @@ HistoryCharts historyCharts(std::vector<MinuteRecord> records, const UsageRange&
         return {};
     }
     const Seconds width = bucketWidth(range);
-    return {chart(buckets, cpu, width, span, zone), chart(buckets, pressure, width, span, zone),
-            chart(buckets, swap, width, span, zone), timeTicks(range, span, zone)};
+    return {chart(buckets, cpuMeasure, width, span, zone),
+            chart(buckets, pressureMeasure, width, span, zone),
+            chart(buckets, swapMeasure, width, span, zone), timeTicks(range, span, zone), span};
 }
 
 QString historyNote(bool keepsHistory, const HistoryCharts& charts) {

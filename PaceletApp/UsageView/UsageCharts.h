@@ -63,6 +63,7 @@ struct HistoryCharts {
     BarChart pressure;
     BarChart swap;
     std::vector<ChartTick> timeTicks;
+    ChartSpan span{}; ///< of the axis of time
 
     bool operator==(const HistoryCharts&) const = default;
 };

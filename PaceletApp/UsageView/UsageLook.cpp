@@ -1,8 +1,9 @@
 #include "PaceletApp/UsageView/UsageLook.h"
 
 #include "Core/Sampling/Format.h"
-#include "PaceletApp/OverviewView/OverviewLook.h"
+#include "PaceletApp/Components/Tone.h"
 #include "PaceletApp/Support/QtText.h"
+#include "PaceletApp/Support/Sentence.h"
 
 #include <fmt/format.h>
 
@@ -22,9 +23,9 @@ VerdictLine lineOf(const MemoryBottleneck& memory) {
     return {"memory",
             QStringLiteral("memorychip"),
             QStringLiteral("amber"),
-            qtText(fmt::format("Memory is holding your Mac back. It was under memory pressure {} "
-                               "of the time. Your next Mac should have at least {} GB of memory.",
-                               percent(memory.pressureShare), memory.recommendedGB)),
+            qtText(sentence("Memory is holding your Mac back. It was under memory pressure {} "
+                            "of the time. Your next Mac should have at least {} GB of memory.",
+                            percent(memory.pressureShare), memory.recommendedGB)),
             {}};
 }
 
@@ -32,9 +33,9 @@ VerdictLine lineOf(const CPUBottleneck& cpu) {
     return {"cpu",
             QStringLiteral("cpu"),
             QStringLiteral("amber"),
-            qtText(fmt::format("Your processor is often maxed out ({} of the time). A Mac with a "
-                               "newer or bigger chip would help with your workload.",
-                               percent(cpu.busyShare))),
+            qtText(sentence("Your processor is often maxed out ({} of the time). A Mac with a "
+                            "newer or bigger chip would help with your workload.",
+                            percent(cpu.busyShare))),
             {}};
 }
 
@@ -59,8 +60,8 @@ std::vector<VerdictLine> linesOf(const Healthy&) {
     return {{"healthy",
              QStringLiteral("checkmark.seal"),
              QStringLiteral("green"),
-             QStringLiteral("Your Mac has headroom. Over the last 7 days it rarely ran short of "
-                            "memory or processor power. No upgrade needed for how you use it."),
+             qtText(sentence("Your Mac has headroom. Over the last 7 days it rarely ran short of "
+                             "memory or processor power. No upgrade needed for how you use it.")),
              {}}};
 }
 
@@ -110,7 +111,7 @@ QList<qreal> shares(const MemoryBreakdown& memory) {
 
 } // namespace
 
-std::vector<ListRole<VerdictLine>> verdictRoles() {
+std::vector<ListRole<VerdictLine>> VerdictLine::roles() {
     using Line = VerdictLine;
     return {
         {"symbol", [](const Line& line) { return line.symbol; }},
@@ -120,7 +121,7 @@ std::vector<ListRole<VerdictLine>> verdictRoles() {
     };
 }
 
-std::vector<ListRole<MemorySegment>> memoryRoles() {
+std::vector<ListRole<MemorySegment>> MemorySegment::roles() {
     using Segment = MemorySegment;
     return {
         {"name", [](const Segment& segment) { return segment.name; }},
@@ -152,7 +153,7 @@ double diskFreeShare(const std::optional<SystemSignals>& signals) {
 std::vector<VerdictLine> verdictLines(const UpgradeVerdict& verdict,
                                       const std::optional<MacInfo>& mac) {
     auto lines = std::visit([](const auto& each) { return linesOf(each); }, verdict);
-    if (mac && !mac->isAppleSilicon) {
+    if (mac && mac->isMac && !mac->isAppleSilicon) {
         lines.push_back(intelLine());
     }
     return lines;

@@ -26,6 +26,10 @@ struct VerdictLine {
     QString text;
     FixLook fix; ///< empty where none is offered
 
+    const std::string& key() const { return id; }
+    /// Roles symbol, tone, text and fix.
+    static std::vector<ListRole<VerdictLine>> roles();
+
     bool operator==(const VerdictLine&) const = default;
 };
 
@@ -33,6 +37,10 @@ struct VerdictLine {
 struct MemorySegment {
     QString name;
     QString size;
+
+    std::string key() const { return name.toStdString(); }
+    /// Roles name and size.
+    static std::vector<ListRole<MemorySegment>> roles();
 
     bool operator==(const MemorySegment&) const = default;
 };
@@ -63,11 +71,6 @@ public:
 
 using VerdictListModel = KeyedListModel<VerdictLine>;
 using MemoryListModel = KeyedListModel<MemorySegment>;
-
-/// Roles symbol, tone, text and fix.
-std::vector<ListRole<VerdictLine>> verdictRoles();
-/// Roles name and size.
-std::vector<ListRole<MemorySegment>> memoryRoles();
 
 /// Model, chip, memory and storage of the machine on one line.
 QString macLine(const MacInfo& mac, const std::optional<SystemSignals>& signals);

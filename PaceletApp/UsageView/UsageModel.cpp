@@ -3,6 +3,7 @@
 #include "Core/Platform/Platform.h"
 #include "PaceletApp/FixActions/FixActions.h"
 #include "PaceletApp/Monitor/Monitor.h"
+#include "PaceletApp/Router/Router.h"
 #include "PaceletApp/Support/QtText.h"
 
 #include <algorithm>
@@ -12,34 +13,43 @@ namespace pacelet {
 
 UsageModel::UsageModel(const SharedObjects& objects, QObject* parent)
     : QObject{parent}, objects_{objects}, records_{objects.scheduler, objects.monitor.usageStore(),
+                                                   objects.monitor.causeStore(),
                                                    [this](LoadedRecords loaded) {
                                                        takeIn(std::move(loaded));
                                                    }},
-      verdictLines_{[](const VerdictLine& line) { return line.id; }, verdictRoles()},
-      memorySegments_{[](const MemorySegment& segment) { return segment.name.toStdString(); },
-                      memoryRoles()} {
-    Monitor& monitor = objects.monitor;
-    connect(&monitor, &Monitor::cpuHistoryChanged, this, &UsageModel::showCurve);
-    connect(&monitor, &Monitor::keepHistoryChanged, this, &UsageModel::showHistoryNote);
-    for (const auto signal :
-         {&Monitor::signalsChanged, &Monitor::memoryChanged, &Monitor::macChanged}) {
-        connect(&monitor, signal, this, &UsageModel::showMachine);
-    }
-    connect(&monitor, &Monitor::windowVisibleChanged, this, &UsageModel::followWindow);
-    followWindow();
-}
-
-void UsageModel::followWindow() {
-    records_.setActive(objects_.monitor.windowVisible());
+      opensAtCauses_{objects.router.takeCausesWanted()} {
+    connect(&objects.monitor, &Monitor::changed, this, &UsageModel::follow);
+    records_.setActive(objects.monitor.windowVisible());
     showMachine();
     showCurve();
     showHistoryNote();
+    causes_.setGroups(objects.monitor.groups.held());
+}
+
+void UsageModel::follow(const Fields& fields) {
+    const Monitor& monitor = objects_.monitor;
+    if (fields.hold(monitor.windowVisible)) {
+        records_.setActive(monitor.windowVisible());
+    }
+    if (fields.hold(monitor.signals, monitor.memory, monitor.mac)) {
+        showMachine();
+    }
+    if (fields.hold(monitor.groups)) {
+        causes_.setGroups(monitor.groups.held());
+    }
+    if (fields.hold(monitor.cpuHistory)) {
+        showCurve();
+    }
+    if (fields.hold(monitor.keepHistory)) {
+        showHistoryNote();
+    }
 }
 
 void UsageModel::takeIn(LoadedRecords loaded) {
     weekRecords_ = std::move(loaded.weekRecords);
     charts_ = historyCharts(std::move(loaded.records), loaded.range, loaded.at,
                             QTimeZone::systemTimeZone());
+    causes_.setJournal(std::move(loaded.causes), loaded.range, charts_.value(), loaded.at);
     loaded_ = true;
     showVerdict();
     showHistoryNote();
@@ -93,10 +103,12 @@ void UsageModel::chooseRange(int place) {
     }
 }
 
+void UsageModel::showProcess(const QString& groupId) {
+    objects_.actions.press(FixID::explain, groupId.toStdString());
+}
+
 void UsageModel::fix(const QString& rawValue) {
-    if (const auto fix = fixIDFromRawValue(rawValue.toStdString())) {
-        objects_.actions.perform(*fix, nullptr);
-    }
+    objects_.actions.press(rawValue.toStdString());
 }
 
 } // namespace pacelet

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "PaceletApp/Support/SharedObjects.h"
+#include "PaceletApp/UsageView/CausesModel.h"
 #include "PaceletApp/UsageView/UsageCharts.h"
 #include "PaceletApp/UsageView/UsageLook.h"
 #include "PaceletApp/UsageView/UsageRecords.h"
@@ -16,6 +17,8 @@
 
 namespace pacelet {
 
+class Fields;
+
 /// What the usage screen shows: the machine, the advice, the load and memory of the moment, and the
 /// history. Lives while the screen is on show; while the window is hidden it rests.
 class UsageModel final : public QObject {
@@ -29,7 +32,7 @@ class UsageModel final : public QObject {
     Q_PROPERTY(QAbstractItemModel* verdictLines READ verdictLines CONSTANT)
     Q_PROPERTY(QString hoursNote READ hoursNote NOTIFY hoursNoteChanged)
     Q_PROPERTY(QString load READ load NOTIFY loadChanged)
-    Q_PROPERTY(QString loadDescription READ loadDescription NOTIFY loadChanged)
+    Q_PROPERTY(QString loadDescription READ loadDescription NOTIFY loadDescriptionChanged)
     Q_PROPERTY(pacelet::LoadCurve loadCurve READ loadCurve NOTIFY loadCurveChanged)
     Q_PROPERTY(pacelet::MemoryLook memory READ memory NOTIFY memoryChanged)
     Q_PROPERTY(QAbstractItemModel* memorySegments READ memorySegments CONSTANT)
@@ -42,6 +45,9 @@ class UsageModel final : public QObject {
     Q_PROPERTY(pacelet::BarChart pressureChart READ pressureChart NOTIFY chartsChanged)
     Q_PROPERTY(pacelet::BarChart swapChart READ swapChart NOTIFY chartsChanged)
     Q_PROPERTY(QVariantList timeTicks READ timeTicks NOTIFY chartsChanged)
+    Q_PROPERTY(pacelet::CausesModel* causes READ causes CONSTANT)
+    /// The user came for the causes: they are to be in view at first.
+    Q_PROPERTY(bool opensAtCauses READ opensAtCauses CONSTANT)
 
 public:
     /// All of `objects` outlive this.
@@ -62,17 +68,22 @@ public:
     BarChart cpuChart() const { return charts_.value().cpu; }
     BarChart pressureChart() const { return charts_.value().pressure; }
     BarChart swapChart() const { return charts_.value().swap; }
+    CausesModel* causes() { return &causes_; }
+    bool opensAtCauses() const { return opensAtCauses_; }
     QVariantList timeTicks() const { return toVariants(charts_.value().timeTicks); }
 
     Q_INVOKABLE void chooseRange(int place);
     /// Carries out the fix with this raw value.
     Q_INVOKABLE void fix(const QString& rawValue);
+    /// Goes to a process in the list of all.
+    Q_INVOKABLE void showProcess(const QString& groupId);
 
 Q_SIGNALS:
     void macLineChanged();
     void loadedChanged();
     void hoursNoteChanged();
     void loadChanged();
+    void loadDescriptionChanged();
     void loadCurveChanged();
     void memoryChanged();
     void rangeChanged();
@@ -80,7 +91,7 @@ Q_SIGNALS:
     void chartsChanged();
 
 private:
-    void followWindow();
+    void follow(const Fields& fields);
     void takeIn(LoadedRecords loaded);
     void showMachine();
     void showVerdict();
@@ -92,11 +103,14 @@ private:
     std::vector<MinuteRecord> weekRecords_;
     VerdictListModel verdictLines_;
     MemoryListModel memorySegments_;
+    CausesModel causes_;
+    const bool opensAtCauses_;
     Q_OBJECT_BINDABLE_PROPERTY(UsageModel, QString, macLine_, &UsageModel::macLineChanged)
     Q_OBJECT_BINDABLE_PROPERTY(UsageModel, bool, loaded_, &UsageModel::loadedChanged)
     Q_OBJECT_BINDABLE_PROPERTY(UsageModel, QString, hoursNote_, &UsageModel::hoursNoteChanged)
     Q_OBJECT_BINDABLE_PROPERTY(UsageModel, QString, load_, &UsageModel::loadChanged)
-    Q_OBJECT_BINDABLE_PROPERTY(UsageModel, QString, loadDescription_, &UsageModel::loadChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(UsageModel, QString, loadDescription_,
+                               &UsageModel::loadDescriptionChanged)
     Q_OBJECT_BINDABLE_PROPERTY(UsageModel, LoadCurve, loadCurve_, &UsageModel::loadCurveChanged)
     Q_OBJECT_BINDABLE_PROPERTY(UsageModel, MemoryLook, memory_, &UsageModel::memoryChanged)
     Q_OBJECT_BINDABLE_PROPERTY(UsageModel, int, range_, &UsageModel::rangeChanged)

@@ -11,30 +11,44 @@ namespace {
 constexpr Seconds refreshInterval{60};
 constexpr Seconds week{7 * 86400.0};
 
-LoadedRecords load(const UsageStore& store, const UsageRange& range, TimePoint now) {
-    const Seconds length{static_cast<double>(range.hours) * 3600};
-    return {range, now, store.load(now - length), store.load(now - week)};
+/// The week that the advice looks at. It ends now: what a run with a wrong clock wrote ahead of its
+/// time would count for as long as that time has not come.
+std::vector<MinuteRecord> lastWeek(const UsageStore& store, TimePoint now) {
+    std::vector<MinuteRecord> records = store.load(now - week);
+    const double minuteNow = unixTime(now) / secondsPerMinute;
+    std::erase_if(
+        records, [&](const MinuteRecord& each) { return static_cast<double>(each.t) > minuteNow; });
+    return records;
 }
 
-QCoro::Task<> refresh(Scheduler& scheduler, UsageStore store, UsageRange range,
-                      UsageRecords::Receiver receive, CancellationToken token) {
-    // Whoever owns what the receiver refers to cancels before it dies.
-    while (!token.isCancelled()) {
-        auto loading = scheduler.runInBackground(
-            [store, range, now = scheduler.now()] { return load(store, range, now); });
+LoadedRecords load(const UsageStore& store, const CauseStore& causes, const UsageRange& range,
+                   TimePoint now) {
+    const Seconds length{static_cast<double>(range.hours) * 3600};
+    return {range, now, store.load(now - length), lastWeek(store, now), causes.load(now - length)};
+}
+
+QCoro::Task<> refresh(Scheduler& scheduler, UsageStore store, CauseStore causes, UsageRange range,
+                      UsageRecords::Receiver receive, std::stop_token stop) {
+    // Whoever owns what the receiver refers to asks for the stop before it dies.
+    while (!stop.stop_requested()) {
+        auto loading = scheduler.runInBackground([store, causes, range, now = scheduler.now()] {
+            return load(store, causes, range, now);
+        });
         LoadedRecords records = co_await loading;
-        if (token.isCancelled()) {
+        if (stop.stop_requested()) {
             co_return;
         }
         receive(std::move(records));
-        co_await scheduler.sleep(refreshInterval, token);
+        co_await scheduler.sleep(refreshInterval, stop);
     }
 }
 
 } // namespace
 
-UsageRecords::UsageRecords(Scheduler& scheduler, UsageStore store, Receiver receive)
-    : scheduler_{scheduler}, store_{std::move(store)}, receive_{std::move(receive)} {}
+UsageRecords::UsageRecords(Scheduler& scheduler, UsageStore store, CauseStore causes,
+                           Receiver receive)
+    : scheduler_{scheduler}, store_{std::move(store)}, causes_{std::move(causes)},
+      receive_{std::move(receive)} {}
 
 void UsageRecords::setRange(const UsageRange& range) {
     range_ = range;
@@ -56,7 +70,7 @@ void UsageRecords::setActive(bool active) {
 
 void UsageRecords::restart() {
     running_.emplace();
-    detach(refresh(scheduler_, store_, range_, receive_, running_->token()));
+    detach(refresh(scheduler_, store_, causes_, range_, receive_, running_->token()));
 }
 
 } // namespace pacelet

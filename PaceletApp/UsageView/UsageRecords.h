@@ -1,7 +1,9 @@
 #pragma once
 
+#include "Core/Usage/CauseStore.h"
 #include "Core/Usage/UsageStore.h"
 #include "PaceletApp/Scheduler/Scheduler.h"
+#include "PaceletApp/Scheduler/StopOwner.h"
 #include "PaceletApp/UsageView/UsageCharts.h"
 
 #include <functional>
@@ -16,6 +18,7 @@ struct LoadedRecords {
     TimePoint at{};                        ///< both lists reach back from here
     std::vector<MinuteRecord> records;     ///< for the charts
     std::vector<MinuteRecord> weekRecords; ///< of the last seven days, for the advice
+    CauseJournal causes;                   ///< of the range
 };
 
 /// Reads the history files in the background: at once, and then every minute for as long as
@@ -26,7 +29,7 @@ public:
     using Receiver = std::function<void(LoadedRecords)>;
 
     /// The scheduler outlives this.
-    UsageRecords(Scheduler& scheduler, UsageStore store, Receiver receive);
+    UsageRecords(Scheduler& scheduler, UsageStore store, CauseStore causes, Receiver receive);
 
     const UsageRange& range() const { return range_; }
 
@@ -40,9 +43,10 @@ private:
 
     Scheduler& scheduler_;
     UsageStore store_;
+    CauseStore causes_;
     Receiver receive_;
     UsageRange range_ = usageRanges.front();
-    std::optional<CancellationSource> running_;
+    std::optional<StopOwner> running_;
 };
 
 } // namespace pacelet

@@ -7,12 +7,28 @@ ScrollArea {
 
     required property UsageModel model
 
+    /// Until the causes that the user came for are in view: the page takes its height as it is laid
+    /// out.
+    property bool seeking: model.opensAtCauses
+
     spacing: 18
+    onMovementStarted: seeking = false
+    onContentHeightChanged: {
+        if (screen.seeking && screen.model.loaded) {
+            screen.reveal(history.causes);
+        }
+    }
+
+    Timer {
+        running: screen.seeking && screen.model.loaded
+        interval: 500
+        onTriggered: screen.seeking = false
+    }
 
     ScreenHeader {
         width: parent.width
-        title: "Usage"
-        subtitle: "How hard your Mac works, and whether it's time for a new one."
+        title: qsTr("Usage")
+        subtitle: qsTr("How hard your Mac works, and whether it's time for a new one.")
     }
 
     MacCard {
@@ -58,6 +74,8 @@ ScrollArea {
     }
 
     HistorySection {
+        id: history
+
         width: parent.width
         model: screen.model
     }

@@ -20,11 +20,10 @@ Card {
         width: parent.width
         spacing: 12
 
-        Text {
-            text: "Do you need a new Mac?"
+        Heading {
+            text: qsTr("Do you need a new Mac?")
             font: Theme.heading
             color: Theme.text
-            Accessible.role: Accessible.Heading
         }
 
         Spinner {
@@ -67,14 +66,13 @@ Card {
                     anchors.right: parent.right
                     spacing: 10
 
-                    Text {
+                    Label {
                         width: Math.min(parent.width, 760)
                         text: line.text
                         font: Theme.body
                         color: Theme.text
                         lineHeight: 1.2
                         wrapMode: Text.Wrap
-                        textFormat: Text.PlainText
                     }
 
                     FixButton {
@@ -87,14 +85,13 @@ Card {
             }
         }
 
-        Text {
+        Label {
             width: parent.width
             visible: card.loaded
             text: card.note
             font: Theme.note
             color: Theme.text3
             wrapMode: Text.Wrap
-            textFormat: Text.PlainText
         }
     }
 }

@@ -40,6 +40,7 @@ public:
     }
     std::int64_t activeProcessorCount() override { return cores; }
     std::int64_t physicalMemory() override { return memory; }
+    std::optional<std::int64_t> availableMemory() override { return std::nullopt; }
     int thermalState() override { return thermal; }
     Seconds systemUptime() override { return Seconds{uptime}; }
     bool isLowPowerModeEnabled() override { return lowPower; }

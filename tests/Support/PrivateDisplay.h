@@ -15,8 +15,11 @@ namespace pacelet::testing {
 /// A display server of a test's own, without a screen to look at.
 class PrivateDisplay {
 public:
-    /// `screen` is its size and depth, such as "1280x800x24".
-    explicit PrivateDisplay(const std::string& screen) {
+    enum class WhenEmpty { stays, startsOver };
+
+    /// `screen` is its size and depth, such as "1280x800x24". A server that starts over whenever
+    /// its last client leaves, as most do, may miss the next one.
+    explicit PrivateDisplay(const std::string& screen, WhenEmpty whenEmpty = WhenEmpty::stays) {
         std::array<int, 2> ends{};
         if (::pipe(ends.data()) != 0) {
             return;
@@ -27,9 +30,9 @@ public:
         if (pid_ == 0) {
             ::prctl(PR_SET_PDEATHSIG, SIGKILL);
             const std::string number = std::to_string(writeEnd.get());
-            // A server that starts over whenever its last client leaves would miss the next one.
-            ::execlp("Xvfb", "Xvfb", "-noreset", "-displayfd", number.c_str(), "-screen", "0",
-                     screen.c_str(), "-nolisten", "tcp", nullptr);
+            ::execlp("Xvfb", "Xvfb", whenEmpty == WhenEmpty::stays ? "-noreset" : "-reset",
+                     "-displayfd", number.c_str(), "-screen", "0", screen.c_str(), "-nolisten",
+                     "tcp", nullptr);
             ::_exit(127);
         }
         writeEnd.reset();

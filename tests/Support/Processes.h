@@ -1,8 +1,8 @@
 #pragma once
 
+#include "Core/Platform/ProcessSample.h"
 #include "Core/Sampling/AppGrouper.h"
 #include "Core/Sampling/ProcessGroup.h"
-#include "Core/Sampling/ProcessSample.h"
 
 #include <cstdint>
 #include <string>

@@ -1,6 +1,6 @@
 #include "tests/Hosts/Linux/Systemd/PrivateBus.h"
 #include "tests/Hosts/Linux/Systemd/ServedBus.h"
-#include "tests/programs/DesktopSession.h"
+#include "tests/programs/support/DesktopSession.h"
 
 #include <gtest/gtest.h>
 #include <mutex>

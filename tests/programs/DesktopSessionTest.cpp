@@ -1,4 +1,4 @@
-#include "tests/programs/DesktopSession.h"
+#include "tests/programs/support/DesktopSession.h"
 
 #include <cstdlib>
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 #include "Core/Platform/Log.h"
-#include "Core/Sampling/Shell.h"
 #include "Core/Support/Text.h"
 #include "Hosts/Linux/Apps/DesktopEntry.h"
 #include "Hosts/Linux/User/AutostartEntry.h"
+#include "Hosts/Posix/Shell.h"
 #include "tests/Support/TemporaryFolder.h"
 
 #include <algorithm>

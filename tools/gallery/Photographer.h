@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/gallery/Shot.h"
+#include "tools/gallery/shots/Shot.h"
 
 #include <QImage>
 #include <QQmlEngine>

@@ -20,8 +20,10 @@ class Session {
 public:
     /// Throws `std::invalid_argument` when there is no such scenario.
     explicit Session(std::string_view scenario, std::uint64_t seed = 1);
-    /// `catalog` may be nothing: then it could not be loaded.
-    Session(std::unique_ptr<Simulated::SimulatedMac> mac, std::optional<ProcessCatalog> catalog);
+    /// `catalog` may be nothing: then it could not be loaded. With another system the machine is
+    /// the same, and speaks of itself in that one's words.
+    Session(std::unique_ptr<Simulated::SimulatedMac> mac, std::optional<ProcessCatalog> catalog,
+            OperatingSystem system = OperatingSystem::macOS);
 
     /// The catalog that stands beside the running program.
     static std::optional<ProcessCatalog> bundledCatalog();

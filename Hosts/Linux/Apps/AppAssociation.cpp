@@ -1,6 +1,6 @@
 #include "Hosts/Linux/Apps/AppAssociation.h"
 
-#include "Core/Sampling/ProcessSample.h"
+#include "Core/Platform/ProcessSample.h"
 #include "Core/Support/EnumTable.h"
 #include "Hosts/Linux/Apps/AppScope.h"
 #include "Hosts/Linux/Apps/AppTables.h"
@@ -24,6 +24,8 @@ constexpr std::array reasonTable{
               "It runs in the scope that was made for the application."},
     ReasonRow{AssociationReason::entryProgram, "It is the program that the menu entry starts."},
     ReasonRow{AssociationReason::entryFolder, "Its program lies in the application's own folder."},
+    ReasonRow{AssociationReason::box, "It runs inside of the same AppImage, Flatpak or Snap."},
+    ReasonRow{AssociationReason::container, "It runs inside of the same container."},
 };
 
 /// The id of the application to which this program belongs under another name; mostly empty.
@@ -41,7 +43,13 @@ bool isCompanion(const DesktopApp& app, std::string_view executable) {
 }
 
 /// By the program alone.
-Association ownAssociation(const DesktopIndex& index, std::string_view executable) {
+Association ownAssociation(const DesktopIndex& index, const ProcessFacts& facts) {
+    const std::string_view executable = facts.executable;
+    if (AppTables::contains(AppTables::suites, executableName(executable))) {
+        if (const DesktopApp* app = index.bySwitch(executable, facts.commandLine)) {
+            return {AssociationReason::entryProgram, app};
+        }
+    }
     if (const DesktopApp* app = index.byProgram(executable)) {
         return {AssociationReason::entryProgram, app};
     }
@@ -69,6 +77,12 @@ bool isSameApplication(const DesktopApp& left, const DesktopApp& right) {
            (!left.folder.empty() && left.folder == right.folder);
 }
 
+/// What a shell or the like runs is a start script, and leads nothing.
+bool isStartScript(std::string_view executable, std::string_view starter) {
+    return AppTables::contains(AppTables::wrappers,
+                               starter.empty() ? executableName(executable) : starter);
+}
+
 AppRole roleOf(const Association& association, const ProcessFacts& facts) {
     const DesktopApp& app = *association.app;
     const bool parentIsMember = facts.parentAppID == app.id;
@@ -77,18 +91,20 @@ AppRole roleOf(const Association& association, const ProcessFacts& facts) {
         const bool isChild = parentIsMember && isMainProgram(app, facts.parentExecutable);
         return isChild ? AppRole::helper : AppRole::main;
     }
-    // Nothing is known of the program when the entry starts a script: the first process of the
-    // scope that is not merely a start script leads.
+    // Nothing is known of the program when the entry starts a script.
     const bool isUnknown = app.program.empty() && app.folder.empty();
-    const bool leads =
-        association.reason == AssociationReason::appScope && isUnknown &&
-        !AppTables::contains(AppTables::wrappers, executableName(facts.executable)) &&
-        (!parentIsMember ||
-         AppTables::contains(AppTables::wrappers, executableName(facts.parentExecutable)));
-    return leads ? AppRole::main : AppRole::helper;
+    return association.reason == AssociationReason::appScope && isUnknown ? roleInBox(facts, app.id)
+                                                                          : AppRole::helper;
 }
 
 } // namespace
+
+AppRole roleInBox(const ProcessFacts& facts, std::string_view appID) {
+    const bool leads =
+        !isStartScript(facts.executable, facts.starter) &&
+        (facts.parentAppID != appID || isStartScript(facts.parentExecutable, facts.parentStarter));
+    return leads ? AppRole::main : AppRole::helper;
+}
 
 std::string_view describe(AssociationReason reason) {
     return rowOf(reasonTable, reason).description;
@@ -102,7 +118,7 @@ Association associate(const DesktopIndex& index, const ProcessFacts& facts) {
     if (AppTables::contains(AppTables::services, name)) {
         return {AssociationReason::service};
     }
-    Association association = ownAssociation(index, facts.executable);
+    Association association = ownAssociation(index, facts);
     if (const DesktopApp* scope = scopeApp(index, facts.cgroup)) {
         if (association.app != nullptr && !isSameApplication(*association.app, *scope)) {
             // It keeps to its own application.
@@ -118,13 +134,16 @@ Association associate(const DesktopIndex& index, const ProcessFacts& facts) {
     return association;
 }
 
-std::string bundledPath(const Association& association, std::string_view executable) {
+std::string bundledPath(const Association& association, std::string_view executable,
+                        std::string_view part) {
     if (association.app == nullptr) {
         return std::string{executable};
     }
-    const std::string_view place =
-        association.role == AppRole::main ? "/Contents/MacOS/" : "/Contents/Frameworks/";
-    return bundlePath(*association.app).append(place).append(executableName(executable));
+    const bool isMain = association.role == AppRole::main;
+    std::string path = bundlePath(*association.app);
+    path.append(isMain ? "/Contents/MacOS/" : "/Contents/Frameworks/");
+    path.append(executableName(executable));
+    return isMain || part.empty() ? path : path.append(" (").append(part).append(")");
 }
 
 } // namespace pacelet::Linux

@@ -17,7 +17,9 @@ enum class AssociationReason {
     noApplication,
     appScope,
     entryProgram,
-    entryFolder
+    entryFolder,
+    box,
+    container
 };
 
 /// The reason in words, for whoever asks.
@@ -36,12 +38,19 @@ struct Association {
 
 /// What an association rests on.
 struct ProcessFacts {
-    std::string_view executable; ///< the program's real path
+    std::string_view executable; ///< the program's real path, or the script's
     std::string_view cgroup;     ///< text of `/proc/<pid>/cgroup`; empty when unknown
     bool hasTerminal = false;    ///< it is controlled by a terminal
     std::string_view parentExecutable;
-    std::string_view parentAppID; ///< the application of its parent; empty when it has none
+    std::string_view parentAppID;   ///< the application of its parent; empty when it has none
+    std::string_view starter{};     ///< name of the shell or interpreter of a script, else empty
+    std::string_view commandLine{}; ///< with a NUL behind each argument; empty when unknown
+    std::string_view parentStarter{};
 };
+
+/// The role of a process in an application of which no program is known: the first one that is no
+/// mere shell leads.
+AppRole roleInBox(const ProcessFacts& facts, std::string_view appID);
 
 /// Finds the application: first the services and the session's own parts, which belong to none;
 /// then the scope in which the desktop started it; then the entry whose program it is, or in whose
@@ -50,8 +59,9 @@ struct ProcessFacts {
 Association associate(const DesktopIndex& index, const ProcessFacts& facts);
 
 /// The path under which such a process appears:
-/// "/Applications/<Name>.app/Contents/MacOS/<program>", a helper in "Contents/Frameworks", and the
-/// real path without an application.
-std::string bundledPath(const Association& association, std::string_view executable);
+/// "/Applications/<Name>.app/Contents/MacOS/<program>", a helper in "Contents/Frameworks" with its
+/// `part` in brackets behind it when it has one, and the real path without an application.
+std::string bundledPath(const Association& association, std::string_view executable,
+                        std::string_view part = {});
 
 } // namespace pacelet::Linux

@@ -114,4 +114,13 @@ std::vector<std::string> appScopeIDs(std::string_view cgroup) {
     return ids;
 }
 
+std::string_view serviceUnit(std::string_view cgroup) {
+    std::string_view unit = unitOf(cgroup);
+    if (!unit.ends_with(serviceSuffix)) {
+        return {};
+    }
+    unit.remove_suffix(serviceSuffix.size());
+    return unit;
+}
+
 } // namespace pacelet::Linux

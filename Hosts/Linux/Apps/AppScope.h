@@ -13,4 +13,7 @@ namespace pacelet::Linux {
 /// the id: hence more than one reading.
 std::vector<std::string> appScopeIDs(std::string_view cgroup);
 
+/// The service in `/proc/<pid>/cgroup`, without its ending; empty for a process in none.
+std::string_view serviceUnit(std::string_view cgroup);
+
 } // namespace pacelet::Linux

@@ -34,7 +34,11 @@ inline constexpr auto sessionParts = std::to_array<std::string_view>(
      // shells, panels, desktops
      "gnome-shell*", "plasmashell", "cinnamon", "xfce4-panel", "xfdesktop", "mate-panel",
      "lxqt-panel", "lxpanel", "budgie-*", "gnome-panel", "waybar", "polybar", "dwm", "lxqt-runner",
-     "krunner", "pcmanfm-desktop",
+     "krunner", "pcmanfm-desktop", "tint2", "plank", "latte-dock", "cairo-dock", "nemo-desktop",
+     "caja", "pcmanfm", "pcmanfm-qt", "jwm", "twm", "fvwm*", "e16", "pekwm", "spectrwm",
+     "herbstluftwm", "qtile", "xmonad*", "wmaker", "blackbox", "cwm", "ratpoison", "stalonetray",
+     "trayer", "xmobar", "lemonbar", "fbpanel", "sfwbar", "nwg-*", "gnome-flashback", "ukui-panel",
+     "deepin-dock", "dde-dock", "xfce4-panel-*", "wrapper-2.0", "wrapper-1.0",
      // session managers, settings daemons, login screens
      "gnome-session*", "gsd-*", "gnome-settings-*", "xfce4-session", "xfsettingsd", "ksmserver",
      "plasma_session", "startplasma-*", "mate-session", "mate-settings-*", "cinnamon-session*",
@@ -45,6 +49,10 @@ inline constexpr auto sessionParts = std::to_array<std::string_view>(
 inline constexpr auto wrappers = std::to_array<std::string_view>(
     {"sh", "bash", "dash", "zsh", "fish", "ksh", "env", "bwrap", "flatpak", "snap", "snap-exec",
      "snap-confine", "firejail", "nohup", "pkexec", "sudo", "gtk-launch", "xdg-open"});
+
+/// Those of them that run scripts.
+inline constexpr auto shells =
+    std::to_array<std::string_view>({"sh", "bash", "dash", "zsh", "fish", "ksh", "mksh"});
 
 /// Programs that run the text of others, and so tell nothing by themselves.
 inline constexpr auto interpreters = std::to_array<std::string_view>(
@@ -86,6 +94,14 @@ inline constexpr auto sharedFolderNames = std::to_array<std::string_view>(
 inline constexpr auto companionParents = std::to_array<std::string_view>(
     {"/usr/lib/", "/usr/lib64/", "/opt/", "/usr/share/", "/usr/local/lib/"});
 
+/// The same for the helpers of a program that lies in a shared folder itself.
+inline constexpr auto helperParents = std::to_array<std::string_view>(
+    {"/usr/lib/", "/usr/libexec/", "/usr/lib/x86_64-linux-gnu/", "/usr/lib/aarch64-linux-gnu/",
+     "/usr/local/lib/", "/usr/local/libexec/"});
+
+/// Programs of which one process is now this, now that application, as its arguments say.
+inline constexpr auto suites = std::to_array<std::string_view>({"soffice.bin", "oosplash"});
+
 /// Programs of an application that lie in a shared folder under another name.
 struct Companion {
     std::string_view program; ///< file name
@@ -103,6 +119,8 @@ struct KnownName {
     std::string_view name;
 };
 inline constexpr std::array knownNames{
+    KnownName{"gimp", "GIMP"},
+    KnownName{"libreoffice-startcenter", "LibreOffice"},
     KnownName{"google-chrome", "Google Chrome"},
     KnownName{"com.google.Chrome", "Google Chrome"},
     KnownName{"brave-browser", "Brave Browser"},

@@ -1,6 +1,6 @@
 #include "Hosts/Linux/Apps/DesktopApp.h"
 
-#include "Core/Sampling/ProcessSample.h"
+#include "Core/Platform/ProcessSample.h"
 #include "Core/Support/Text.h"
 #include "Hosts/Linux/Apps/AppTables.h"
 
@@ -41,7 +41,9 @@ bool isShared(std::string_view folder, std::string_view home) {
 } // namespace
 
 std::string bundlePath(const DesktopApp& app) {
-    return "/Applications/" + app.name + ".app";
+    // What lies below "/System" is never offered to be quit.
+    const bool isContainer = app.id.starts_with("container:");
+    return (isContainer ? "/System/Containers/" : "/Applications/") + app.name + ".app";
 }
 
 std::string bundleName(std::string_view desktopID, std::string_view entryName) {

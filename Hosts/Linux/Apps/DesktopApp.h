@@ -16,10 +16,12 @@ struct DesktopApp {
     bool isTerminal = false;
     std::size_t argumentCount = 0; ///< of its command line: the plainest of several entries counts
 
+    std::string argument; ///< the only one, if there is but one
+
     bool operator==(const DesktopApp&) const = default;
 };
 
-/// "/Applications/<name>.app".
+/// "/Applications/<name>.app"; a container is part of the system.
 std::string bundlePath(const DesktopApp& app);
 
 /// The name under which an entry's application appears: a well-known one by its id, else the

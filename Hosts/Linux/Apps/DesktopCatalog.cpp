@@ -2,11 +2,14 @@
 
 #include "Core/Support/Text.h"
 #include "Hosts/Linux/Apps/EntryReader.h"
+#include "Hosts/Linux/Apps/TimeOfChange.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <filesystem>
-#include <sys/stat.h>
+#include <pwd.h>
+#include <unistd.h>
 #include <unordered_set>
 
 namespace pacelet::Linux {
@@ -26,14 +29,18 @@ std::vector<std::string> listVariable(const char* name, std::string_view standar
     return {pieces.begin(), pieces.end()};
 }
 
-/// Time of the last change in nanoseconds.
-std::optional<std::int64_t> timeOfChange(const std::string& path) {
-    constexpr std::int64_t nanoseconds = 1'000'000'000;
-    struct stat facts {};
-    if (::stat(path.c_str(), &facts) != 0) {
-        return std::nullopt;
+/// The user's home folder: HOME, or what the system has for the user.
+std::string homeFolder() {
+    std::string home = variable("HOME", "");
+    std::array<char, 16384> room;
+    passwd record{};
+    passwd* found = nullptr;
+    if (!home.starts_with('/') &&
+        ::getpwuid_r(::getuid(), &record, room.data(), room.size(), &found) == 0 && found) {
+        home = found->pw_dir;
     }
-    return facts.st_mtim.tv_sec * nanoseconds + facts.st_mtim.tv_nsec;
+    // Who has no home gets no files: nothing can stand below this one.
+    return home.starts_with('/') ? home : "/dev/null";
 }
 
 /// Calls `visit(entry)` for everything below `folder`; what cannot be read is passed over.
@@ -71,7 +78,7 @@ std::vector<fs::path> entryFiles(const std::string& folder) {
 
 DesktopPlaces DesktopPlaces::fromEnvironment() {
     DesktopPlaces places;
-    places.home = variable("HOME", "");
+    places.home = homeFolder();
     std::vector<std::string> data = listVariable("XDG_DATA_DIRS", "/usr/local/share:/usr/share");
     data.insert(data.begin(), variable("XDG_DATA_HOME", places.home + "/.local/share"));
     for (const std::string& folder : data) {

@@ -18,7 +18,7 @@ struct DesktopPlaces {
     std::string home;
 
     /// From XDG_DATA_HOME, XDG_DATA_DIRS, PATH, XDG_CURRENT_DESKTOP and HOME, with the standard
-    /// values for those that are not set.
+    /// values for those that are not set. `home` is always an absolute path.
     static DesktopPlaces fromEnvironment();
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <span>
 #include <string>
@@ -26,6 +27,9 @@ struct DesktopEntry {
 
     bool operator==(const DesktopEntry&) const = default;
 };
+
+/// Entries have some kilobytes; what is longer than this is none.
+inline constexpr std::size_t mostEntryBytes = std::size_t{1} << 20;
 
 /// Nothing when the text has no such group.
 std::optional<DesktopEntry> parseDesktopEntry(std::string_view text);

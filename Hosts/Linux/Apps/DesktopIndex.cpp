@@ -1,5 +1,8 @@
 #include "Hosts/Linux/Apps/DesktopIndex.h"
 
+#include "Core/Support/Text.h"
+
+#include <algorithm>
 #include <utility>
 
 namespace pacelet::Linux {
@@ -61,6 +64,20 @@ const DesktopApp* DesktopIndex::byID(std::string_view id) const {
 
 const DesktopApp* DesktopIndex::byProgram(std::string_view executable) const {
     return find(byProgram_, executable);
+}
+
+const DesktopApp* DesktopIndex::bySwitch(std::string_view executable,
+                                         std::string_view commandLine) const {
+    const std::string_view folder = executable.substr(0, executable.rfind('/'));
+    for (const std::string_view argument : splitDroppingEmpty(commandLine, '\0')) {
+        const auto found = std::ranges::find_if(apps_, [&](const DesktopApp& app) {
+            return app.folder == folder && !app.argument.empty() && app.argument == argument;
+        });
+        if (found != apps_.end()) {
+            return &*found;
+        }
+    }
+    return nullptr;
 }
 
 const DesktopApp* DesktopIndex::byFolder(std::string_view executable) const {

@@ -26,6 +26,10 @@ public:
     const DesktopApp* byID(std::string_view id) const;
     const DesktopApp* byProgram(std::string_view executable) const;
 
+    /// The application with a switch such as "--writer" that stands on the command line, among
+    /// those that lie in one folder with this program.
+    const DesktopApp* bySwitch(std::string_view executable, std::string_view commandLine) const;
+
     /// The application in whose own folder, or below it, the program lies.
     const DesktopApp* byFolder(std::string_view executable) const;
 

@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace pacelet::Linux {
 
@@ -22,7 +23,9 @@ public:
     std::optional<DesktopApp> read(const std::string& file, std::string id) const;
 
 private:
-    void placeProgram(DesktopApp& app, const std::string& program) const;
+    void placeProgram(DesktopApp& app, const std::string& program,
+                      const std::vector<std::string>& command) const;
+    static std::string helperFolder(const DesktopApp& app);
     void placeCompanion(DesktopApp& app, const std::string& script) const;
 
     const DesktopPlaces& places_;

@@ -4,13 +4,9 @@
 
 namespace pacelet::Linux {
 
-namespace {
-
 bool isExecutable(const std::string& path) {
     return ::access(path.c_str(), X_OK) == 0;
 }
-
-} // namespace
 
 std::optional<std::string> findProgram(const std::string& name,
                                        std::span<const std::string> searchPath) {

@@ -1,6 +1,6 @@
 #include "Hosts/Linux/Desktop/AppInstances.h"
 
-#include "Core/Sampling/AppGrouper.h"
+#include "Core/Platform/BundlePath.h"
 #include "Hosts/Linux/Desktop/BundleIdentifiers.h"
 
 #include <string_view>
@@ -34,7 +34,7 @@ public:
 
 private:
     static std::string_view bundleOf(const AppProcess& process) {
-        return AppGrouper::outermostApp(process.path).value_or(process.path);
+        return outermostApp(process.path).value_or(process.path);
     }
 
     std::size_t open(const AppProcess& leader) {

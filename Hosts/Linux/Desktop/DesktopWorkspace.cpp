@@ -18,7 +18,6 @@ namespace pacelet::Linux {
 
 namespace {
 
-constexpr std::size_t mostEntryBytes = 1 << 20;
 constexpr std::size_t mostIconBytes = 1 << 24;
 
 bool isWebAddress(const std::string& url) {

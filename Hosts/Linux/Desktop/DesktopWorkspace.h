@@ -38,8 +38,10 @@ public:
     ObserverHandle observeSleep(std::function<void()> willSleep,
                                 std::function<void()> didWake) override;
 
-private:
+    /// The applications of the menu as of now. Any thread.
     std::shared_ptr<const DesktopIndex> index();
+
+private:
     std::optional<DesktopEntry> entryOf(const std::string& bundle);
     bool startFirst(const std::vector<std::vector<std::string>>& commands) const;
 

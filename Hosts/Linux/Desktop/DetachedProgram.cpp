@@ -21,6 +21,11 @@ struct Launch {
 
 // Between fork and exec other threads' locks may be held for ever: nothing here allocates.
 
+void reportFailure(const Launch& launch) {
+    const char failed = 1;
+    [[maybe_unused]] const ssize_t ignored = ::write(launch.report, &failed, 1);
+}
+
 [[noreturn]] void runProgram(const Launch& launch) {
     struct sigaction standard {};
     standard.sa_handler = SIG_DFL;
@@ -36,8 +41,7 @@ struct Launch {
     if (launch.folder == nullptr || ::chdir(launch.folder) == 0) {
         ::execv(launch.arguments.front(), launch.arguments.data());
     }
-    const char failed = 1;
-    [[maybe_unused]] const ssize_t ignored = ::write(launch.report, &failed, 1);
+    reportFailure(launch);
     ::_exit(127);
 }
 
@@ -47,8 +51,11 @@ struct Launch {
     if (program == 0) {
         runProgram(launch);
     }
+    if (program < 0) {
+        reportFailure(launch);
+    }
     // With its parent gone the program belongs to the session, which waits for it.
-    ::_exit(program > 0 ? 0 : 1);
+    ::_exit(0);
 }
 
 bool hasStarted(int report) {
@@ -79,10 +86,10 @@ bool startDetached(const std::vector<std::string>& command, const std::string& f
         runBetween(launch);
     }
     writeEnd.reset();
-    int status = 1;
-    while (between > 0 && ::waitpid(between, &status, 0) < 0 && errno == EINTR) {
+    // Its status tells nothing: it may be lost where SIGCHLD is ignored.
+    while (between > 0 && ::waitpid(between, nullptr, 0) < 0 && errno == EINTR) {
     }
-    return between > 0 && status == 0 && hasStarted(readEnd.get());
+    return between > 0 && hasStarted(readEnd.get());
 }
 
 } // namespace pacelet::Linux

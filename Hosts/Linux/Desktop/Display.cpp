@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <utility>
 
 namespace pacelet::Linux {
 
@@ -42,15 +43,15 @@ bool hasWayland() {
 
 } // namespace
 
-std::optional<std::string> chooseDisplay() {
+std::optional<ChosenDisplay> chooseDisplay() {
     if (std::string chosen = environment("QT_QPA_PLATFORM"); !chosen.empty()) {
-        return chosen;
+        return ChosenDisplay{std::move(chosen)};
     }
-    if (X11::Connection{environment("DISPLAY")}) {
-        return "xcb";
+    if (auto connection = std::make_shared<X11::Connection>(environment("DISPLAY")); *connection) {
+        return ChosenDisplay{"xcb", std::move(connection)};
     }
     if (hasWayland()) {
-        return "wayland";
+        return ChosenDisplay{"wayland"};
     }
     return std::nullopt;
 }

@@ -1,6 +1,6 @@
 #include "Hosts/Linux/Desktop/SettingsPanels.h"
 
-#include "Core/Fixes/SettingsPane.h"
+#include "Core/Platform/SettingsPane.h"
 #include "Core/Support/Text.h"
 
 #include <algorithm>

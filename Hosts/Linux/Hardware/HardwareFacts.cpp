@@ -2,14 +2,11 @@
 
 #include "Core/Support/Text.h"
 #include "Hosts/Linux/Proc/FolderReader.h"
-#include "Hosts/Linux/Proc/MemoryInfo.h"
 #include "Hosts/Linux/Proc/ShownText.h"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <fmt/format.h>
-#include <limits>
 
 namespace pacelet::Linux {
 
@@ -78,20 +75,6 @@ std::string readText(const FolderReader& folder, const char* path) {
     return std::string{folder.read(path, buffer).value_or("")};
 }
 
-/// The memory that the kernel manages in blocks, what it keeps for itself included; 0 where it
-/// keeps no blocks.
-std::int64_t memoryInBlocks(const std::string& sysFolder) {
-    FolderReader blocks{sysFolder + "/devices/system/memory"};
-    std::uint64_t blockSize = 0;
-    const std::string text = readText(blocks, "block_size_bytes");
-    const std::string_view digits = trimmed(text);
-    std::from_chars(digits.data(), digits.data() + digits.size(), blockSize, 16);
-    std::int64_t total = 0;
-    const auto names =
-        blockSize == 0 ? std::vector<std::string>{} : blocks.namesWithPrefix("memory");
-    return __builtin_mul_overflow(names.size(), blockSize, &total) ? 0 : total;
-}
-
 void erase(std::string& text, std::string_view piece) {
     for (std::size_t at = text.find(piece); at != std::string::npos; at = text.find(piece, at)) {
         text.erase(at, piece.size());
@@ -109,8 +92,6 @@ HardwareFacts readHardwareFacts(const std::string& procFolder, const std::string
                                      readText(sys, "firmware/devicetree/base/model"),
                                      readText(sys, "class/dmi/id/chassis_type")});
     facts.processorName = processorName(readText(proc, "cpuinfo"));
-    facts.memoryBytes = std::max(parseMemoryInfo(readText(proc, "meminfo")).total.value_or(0),
-                                 memoryInBlocks(sysFolder));
     return facts;
 }
 
@@ -154,10 +135,10 @@ std::string processorName(std::string_view cpuinfo) {
 }
 
 std::string memoryText(std::int64_t bytes) {
-    const int shift = bytes < (std::int64_t{1} << 30) ? 20 : 30;
-    const std::int64_t mask = (std::int64_t{1} << shift) - 1;
-    const std::int64_t units = (bytes >> shift) + ((bytes & mask) != 0 ? 1 : 0);
-    return fmt::format("{} {}", units, shift == 20 ? "MB" : "GB");
+    constexpr std::int64_t gigabyte = 1 << 30;
+    constexpr std::int64_t megabyte = 1 << 20;
+    return bytes % gigabyte == 0 ? fmt::format("{} GB", bytes / gigabyte)
+                                 : fmt::format("{} MB", bytes / megabyte + (bytes % megabyte != 0));
 }
 
 } // namespace pacelet::Linux

@@ -7,9 +7,8 @@
 namespace pacelet::Linux {
 
 struct HardwareFacts {
-    std::string machineName;      ///< never empty
-    std::string processorName;    ///< empty when the kernel does not tell it
-    std::int64_t memoryBytes = 0; ///< installed; 0 when the kernel does not tell it
+    std::string machineName;   ///< never empty
+    std::string processorName; ///< empty when the kernel does not tell it
 };
 
 HardwareFacts readHardwareFacts(const std::string& procFolder, const std::string& sysFolder);
@@ -31,8 +30,7 @@ std::string machineName(const FirmwareNames& names);
 /// does not name it.
 std::string processorName(std::string_view cpuinfo);
 
-/// "16 GB"; what is below 1 GB in MB. The kernel keeps a part of the installed memory for itself
-/// before it counts: rounded up to the next whole unit.
+/// "16 GB"; what is no whole number of GB in MB, rounded up.
 std::string memoryText(std::int64_t bytes);
 
 } // namespace pacelet::Linux

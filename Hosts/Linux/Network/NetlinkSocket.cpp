@@ -44,13 +44,18 @@ std::optional<ByteBuffer> NetlinkSocket::ask(const NetlinkRequest& request) {
     return std::nullopt;
 }
 
-void NetlinkSocket::discardPending() {
+bool NetlinkSocket::discardPending() {
     room_.resize(datagramRoom);
-    ssize_t length = 0;
-    do {
-        length = ::recv(descriptor(), room_.data(), room_.size(), MSG_DONTWAIT);
+    bool found = false;
+    for (;;) {
+        const ssize_t length = ::recv(descriptor(), room_.data(), room_.size(), MSG_DONTWAIT);
         // A full queue reports its loss once and then goes on.
-    } while (length >= 0 || errno == ENOBUFS || errno == EINTR);
+        if (length >= 0 || errno == ENOBUFS) {
+            found = true;
+        } else if (errno != EINTR) {
+            return found;
+        }
+    }
 }
 
 NetlinkSocket::Answer NetlinkSocket::askOnce(const NetlinkRequest& request) {

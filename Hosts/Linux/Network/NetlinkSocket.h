@@ -21,8 +21,8 @@ public:
     /// answer within a second.
     std::optional<ByteBuffer> ask(const NetlinkRequest& request);
 
-    /// Throws away what has arrived; returns at once.
-    void discardPending();
+    /// Throws away what has arrived, and tells whether there was any; returns at once.
+    bool discardPending();
 
 private:
     /// What one request has brought so far.

@@ -11,13 +11,15 @@ namespace {
 constexpr Seconds samplingPeriod{1.0};
 constexpr std::int32_t usageError = 64;
 
-Machine thisMachine(NetlinkSocket& diagnostics, const std::string& procFolder) {
-    return {[&diagnostics]() -> std::optional<SocketSample> {
+Machine thisMachine(NetlinkSocket& diagnostics, const std::string& procFolder,
+                    const std::string& sysFolder) {
+    return {[&]() -> std::optional<SocketSample> {
                 auto sockets = readSocketCounters(diagnostics);
                 if (!sockets) {
                     return std::nullopt;
                 }
-                return SocketSample{std::chrono::steady_clock::now(), std::move(*sockets)};
+                return SocketSample{std::chrono::steady_clock::now(), std::move(*sockets),
+                                    readLinkCounters(procFolder, sysFolder)};
             },
             [&procFolder] { return readSocketOwners(procFolder); },
             [](Seconds period) { std::this_thread::sleep_for(period); }};
@@ -36,8 +38,9 @@ std::optional<std::string> text(const Machine& machine) {
         return std::nullopt;
     }
     const SocketOwners owners = machine.readOwners();
-    return trafficBlock(totalTraffic(*before), owners) +
-           trafficBlock(trafficRates(*before, *after), owners);
+    const auto rates = trafficRates(*before, *after);
+    return trafficBlock(totalTraffic(*before), owners) + trafficBlock(rates, owners) +
+           otherTrafficLine(otherTraffic(*before, *after, rates, owners));
 }
 
 Shell::Output answer(const std::vector<std::string>& arguments, const Machine& machine) {
@@ -53,9 +56,10 @@ Shell::Output answer(const std::vector<std::string>& arguments, const Machine& m
     return {0, std::move(*listing), ""};
 }
 
-Shell::Output run(const std::vector<std::string>& arguments, const std::string& procFolder) {
+Shell::Output run(const std::vector<std::string>& arguments, const std::string& procFolder,
+                  const std::string& sysFolder) {
     NetlinkSocket diagnostics{NETLINK_SOCK_DIAG};
-    return answer(arguments, thisMachine(diagnostics, procFolder));
+    return answer(arguments, thisMachine(diagnostics, procFolder, sysFolder));
 }
 
 } // namespace pacelet::Linux::NettopTool

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Core/Sampling/Shell.h"
+#include "Core/Platform/ShellOutput.h"
 #include "Hosts/Linux/Network/SocketTraffic.h"
 
 #include <functional>
@@ -9,7 +9,8 @@
 #include <vector>
 
 /// The traffic of each process in the Mac's listing: two samples, the second one holding what moved
-/// a second. It covers the TCP connections of the processes whose descriptors we may see.
+/// a second. It covers the TCP connections of the processes whose descriptors we may see, and in
+/// one more line all that goes over the network beside them.
 namespace pacelet::Linux::NettopTool {
 
 /// What the listing is made of.
@@ -26,6 +27,7 @@ std::optional<std::string> text(const Machine& machine);
 Shell::Output answer(const std::vector<std::string>& arguments, const Machine& machine);
 
 /// The same for this machine. Blocks for somewhat over a second; safe from any thread.
-Shell::Output run(const std::vector<std::string>& arguments, const std::string& procFolder);
+Shell::Output run(const std::vector<std::string>& arguments, const std::string& procFolder,
+                  const std::string& sysFolder);
 
 } // namespace pacelet::Linux::NettopTool

@@ -1,7 +1,9 @@
 #include "Hosts/Linux/Network/PathReader.h"
 
+#include "Core/Support/Text.h"
+#include "Hosts/Linux/Proc/FolderReader.h"
+
 #include <filesystem>
-#include <fstream>
 #include <linux/rtnetlink.h>
 #include <sys/socket.h>
 #include <system_error>
@@ -36,16 +38,17 @@ DeviceSort readDeviceSort(const std::string& sysFolder, const std::string& inter
         std::filesystem::exists(folder / "wireless", error)) {
         return DeviceSort::wireless;
     }
-    std::ifstream event{folder / "uevent"};
-    for (std::string line; std::getline(event, line);) {
-        if (line == "DEVTYPE=wlan") {
-            return DeviceSort::wireless;
-        }
-        if (line == "DEVTYPE=wwan") {
-            return DeviceSort::modem;
-        }
-    }
-    return DeviceSort::plain;
+    ReadBuffer buffer;
+    DeviceSort sort = DeviceSort::plain;
+    forEachLine(FolderReader{folder}.read("uevent", buffer).value_or(""),
+                [&](std::string_view line) {
+                    if (line == "DEVTYPE=wlan") {
+                        sort = DeviceSort::wireless;
+                    } else if (line == "DEVTYPE=wwan") {
+                        sort = DeviceSort::modem;
+                    }
+                });
+    return sort;
 }
 
 std::optional<Interface> readDefaultInterface(NetlinkSocket& routing) {

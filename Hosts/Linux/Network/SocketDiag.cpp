@@ -1,5 +1,6 @@
 #include "Hosts/Linux/Network/SocketDiag.h"
 
+#include <cstring>
 #include <linux/inet_diag.h>
 #include <linux/sock_diag.h>
 #include <linux/tcp.h>
@@ -15,9 +16,23 @@ namespace {
 constexpr std::uint32_t connectionStates =
     1U << 1 | 1U << 4 | 1U << 5 | 1U << 8 | 1U << 9 | 1U << 11;
 
+/// Whether both ends are on this machine: what goes between them never gets onto the network.
+bool staysHere(const inet_diag_msg& head) {
+    in6_addr peer{};
+    static_assert(sizeof peer == sizeof head.id.idiag_dst);
+    std::memcpy(&peer, head.id.idiag_dst, sizeof peer);
+    constexpr std::uint8_t loopbackNetwork = 127;
+    const bool isMapped = IN6_IS_ADDR_V4MAPPED(&peer);
+    const bool isLoopback =
+        head.idiag_family == AF_INET6
+            ? IN6_IS_ADDR_LOOPBACK(&peer) || (isMapped && peer.s6_addr[12] == loopbackNetwork)
+            : peer.s6_addr[0] == loopbackNetwork;
+    return isLoopback || std::memcmp(head.id.idiag_src, head.id.idiag_dst, sizeof peer) == 0;
+}
+
 void parseSocket(Bytes payload, std::vector<SocketCounters>& sockets) {
     const auto head = readRecord<inet_diag_msg>(payload);
-    if (!head || head->idiag_inode == 0) {
+    if (!head || head->idiag_inode == 0 || staysHere(*head)) {
         return;
     }
     SocketCounters counters;

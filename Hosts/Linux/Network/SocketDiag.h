@@ -18,8 +18,8 @@ struct SocketCounters {
     bool operator==(const SocketCounters&) const = default;
 };
 
-/// Reads the answer to a dump of sockets. A socket that no process holds any more, or whose
-/// counters the kernel does not tell, is left out.
+/// Reads the answer to a dump of sockets. A socket that no process holds any more, whose counters
+/// the kernel does not tell, or whose other end is on this machine, too, is left out.
 void parseSocketCounters(Bytes answer, std::vector<SocketCounters>& sockets);
 
 /// Asks for all TCP connections of both address families, one after the other. Datagram sockets

@@ -1,5 +1,6 @@
 #include "Hosts/Linux/Network/SocketTraffic.h"
 
+#include <algorithm>
 #include <fmt/format.h>
 #include <iterator>
 #include <map>
@@ -8,6 +9,9 @@
 namespace pacelet::Linux {
 
 namespace {
+
+/// Bytes per second below which nobody needs to know.
+constexpr double noteworthyRate = 16 << 10;
 
 double advance(std::uint64_t before, std::uint64_t after) {
     return after > before ? static_cast<double>(after - before) : 0;
@@ -45,6 +49,43 @@ std::vector<SocketTraffic> trafficRates(const SocketSample& before, const Socket
                          advance(earlier.bytesSent, socket.bytesSent) / seconds});
     }
     return rates;
+}
+
+SocketTraffic otherTraffic(const SocketSample& before, const SocketSample& after,
+                           const std::vector<SocketTraffic>& rates, const SocketOwners& owners) {
+    const double seconds = (after.takenAt - before.takenAt).count();
+    if (!(seconds > 0)) {
+        return {};
+    }
+    SocketTraffic known;
+    SocketTraffic unowned;
+    for (const SocketTraffic& rate : rates) {
+        SocketTraffic& sum = owners.pidOf(rate.inode) ? known : unowned;
+        sum.bytesIn += rate.bytesIn;
+        sum.bytesOut += rate.bytesOut;
+    }
+    const auto other = [&](std::uint64_t LinkCounters::*bytes, std::uint64_t LinkCounters::*packets,
+                           double knownRate, double unownedRate) {
+        // Ethernet, IP and TCP with its usual option; more of them are sent than are needed.
+        constexpr double headerBytes = 66;
+        constexpr double noteworthyShare = 0.1;
+        const double all = advance(before.links.*bytes, after.links.*bytes) / seconds;
+        const double headers =
+            headerBytes * advance(before.links.*packets, after.links.*packets) / seconds;
+        const double rest = std::max(all - headers - knownRate, unownedRate);
+        return rest >= std::max(noteworthyRate, noteworthyShare * all) ? rest : 0;
+    };
+    return {0,
+            other(&LinkCounters::bytesIn, &LinkCounters::packetsIn, known.bytesIn, unowned.bytesIn),
+            other(&LinkCounters::bytesOut, &LinkCounters::packetsOut, known.bytesOut,
+                  unowned.bytesOut)};
+}
+
+std::string otherTrafficLine(const SocketTraffic& other) {
+    return other.bytesIn + other.bytesOut > 0
+               ? fmt::format("Other traffic (UDP and other users).0,{:.0f},{:.0f},\n",
+                             other.bytesIn, other.bytesOut)
+               : std::string{};
 }
 
 std::string trafficBlock(const std::vector<SocketTraffic>& traffic, const SocketOwners& owners) {

@@ -3,11 +3,10 @@
 #include "Hosts/Linux/Network/Nl80211.h"
 #include "Hosts/Linux/Network/PathReader.h"
 #include "Hosts/Linux/Network/WirelessTable.h"
+#include "Hosts/Linux/Proc/FolderReader.h"
 
 #include <algorithm>
-#include <fstream>
 #include <limits>
-#include <sstream>
 #include <utility>
 
 namespace pacelet::Linux {
@@ -42,9 +41,8 @@ private:
 };
 
 std::vector<WirelessRow> readWirelessTable() {
-    std::ostringstream text;
-    text << std::ifstream{"/proc/net/wireless"}.rdbuf();
-    return parseWirelessTable(text.str());
+    ReadBuffer buffer;
+    return parseWirelessTable(FolderReader{"/proc/net"}.read("wireless", buffer).value_or(""));
 }
 
 /// An interface of an old driver, which tells neither channel nor rate here.

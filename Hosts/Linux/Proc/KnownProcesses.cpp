@@ -1,9 +1,15 @@
 #include "Hosts/Linux/Proc/KnownProcesses.h"
 
+#include "Core/Platform/ProcessSample.h"
+#include "Core/Support/Files.h"
+#include "Hosts/Linux/Apps/AppScope.h"
+#include "Hosts/Linux/Apps/AppTables.h"
+#include "Hosts/Linux/Proc/CommandLine.h"
 #include "Hosts/Linux/Proc/ProcPath.h"
 #include "Hosts/Linux/Proc/ShownText.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <limits>
 #include <string>
 #include <utility>
@@ -47,6 +53,14 @@ std::string_view programOfCommandLine(std::string_view commandLine) {
 
 } // namespace
 
+KnownProcesses::KnownProcesses(const FolderReader& proc, DesktopCatalog& apps)
+    : proc_{proc}, apps_{apps} {
+    // Where all are in the container that we are in, it tells nothing.
+    if (const auto box = boxedApp({}, proc_.read("self/cgroup", buffer_).value_or(""))) {
+        ownContainer_ = box->app.id;
+    }
+}
+
 void KnownProcesses::beginSweep(Seconds uptime) {
     ++sweep_;
     uptime_ = uptime;
@@ -66,7 +80,8 @@ bool KnownProcesses::note(KnownProcess& process, const ProcStat& stat) {
     // What has ended has no program any more; it keeps the one it had.
     const bool isChanged = isNew || (runsAnother && !stat.hasEnded());
     if (isChanged) {
-        process = KnownProcess{.files = std::move(process.files)};
+        process = KnownProcess{.files = std::move(process.files),
+                               .cpu = isNew ? CPUAccount{} : process.cpu};
         process.startTime = stat.startTime;
         process.comm = stat.comm;
         process.startCode = stat.startCode;
@@ -89,6 +104,7 @@ bool KnownProcesses::learn(std::int32_t pid, KnownProcess& process, Seconds age)
     }
     if (process.executable.empty()) {
         process.executable = readExecutable(pid, process);
+        findScript(pid, process);
     }
     associateWithApp(pid, process);
     process.nextLook = nextLookAt(uptime_, age);
@@ -117,31 +133,99 @@ std::string KnownProcesses::readExecutable(std::int32_t pid, const KnownProcess&
     return shownPath(program.empty() ? process.comm : program);
 }
 
+void KnownProcesses::findScript(std::int32_t pid, KnownProcess& process) {
+    const std::string_view program = executableName(process.executable);
+    const bool mayRunScript = AppTables::contains(AppTables::interpreters, program) ||
+                              AppTables::contains(AppTables::shells, program);
+    if (!mayRunScript || process.hasEnded) {
+        return;
+    }
+    const auto commandLine = proc_.read(ProcPath{pid, "cmdline"}.text(), buffer_);
+    std::string script{CommandLine::script(commandLine.value_or(""))};
+    if (script.empty()) {
+        return;
+    }
+    if (!script.starts_with('/')) {
+        const auto folder = proc_.readLink(ProcPath{pid, "cwd"}.text(), buffer_);
+        script = folder ? joinedPath(*folder, script) : std::string{};
+    }
+    std::error_code error;
+    const std::filesystem::path real = std::filesystem::canonical(script, error);
+    if (!error && std::filesystem::is_regular_file(real, error)) {
+        process.starter = program;
+        process.executable = shownPath(real.string());
+    }
+}
+
+Association KnownProcesses::associateWithBox(const ProcessFacts& facts, BoxKind kind) {
+    std::optional<BoxedApp> box = boxedApp(facts.executable, facts.cgroup);
+    if (!box || box->kind != kind || box->app.id == ownContainer_) {
+        // The file of an AppImage runs as long as what it holds, as a child of it.
+        const auto parent = boxes_.find(std::string{facts.parentAppID});
+        const bool isOfParent =
+            kind == BoxKind::package && parent != boxes_.end() && isAppImageFile(facts.executable);
+        return isOfParent
+                   ? Association{AssociationReason::box, &parent->second.app, AppRole::helper}
+                   : Association{};
+    }
+    std::string id = box->app.id;
+    const DesktopApp& app = boxes_.try_emplace(std::move(id), *std::move(box)).first->second.app;
+    const bool isContainer = kind == BoxKind::container;
+    return {isContainer ? AssociationReason::container : AssociationReason::box, &app,
+            roleInBox(facts, app.id)};
+}
+
 void KnownProcesses::associateWithApp(std::int32_t pid, KnownProcess& process) {
+    const std::string cgroup{proc_.read(ProcPath{pid, "cgroup"}.text(), buffer_).value_or("")};
     ProcessFacts facts;
     facts.executable = process.executable;
-    facts.cgroup = proc_.read(ProcPath{pid, "cgroup"}.text(), buffer_).value_or("");
+    facts.starter = process.starter;
+    facts.cgroup = cgroup;
     facts.hasTerminal = process.hasTerminal;
     if (const auto parent = processes_.find(process.ppid); parent != processes_.end()) {
         facts.parentExecutable = parent->second.executable;
+        facts.parentStarter = parent->second.starter;
         facts.parentAppID = parent->second.appID;
     }
-    Association association = associate(*index_, facts);
+    process.unit = serviceUnit(cgroup);
+    facts.commandLine = proc_.read(ProcPath{pid, "cmdline"}.text(), buffer_).value_or("");
+    Association association = associateWithBox(facts, BoxKind::container);
+    if (association.app == nullptr) {
+        association = associate(*index_, facts);
+    }
+    if (association.reason == AssociationReason::noApplication) {
+        if (const Association box = associateWithBox(facts, BoxKind::package); box.app != nullptr) {
+            association = box;
+        }
+    }
     if (process.role == AppRole::helper && association.app != nullptr &&
         association.app->id == process.appID) {
         // A helper that lost its parent is still a helper.
         association.role = AppRole::helper;
     }
-    process.path = bundledPath(association, process.executable);
+    process.path = bundledPath(association, process.executable,
+                               CommandLine::part(facts.commandLine, process.comm));
     process.appID = association.app != nullptr ? association.app->id : std::string{};
     process.role = association.role;
     process.reason = association.reason;
 }
 
+const KnownProcess* KnownProcesses::find(std::int32_t pid) const {
+    const auto found = processes_.find(pid);
+    return found == processes_.end() ? nullptr : &found->second;
+}
+
 void KnownProcesses::endSweep(std::size_t noted) {
     if (processes_.size() != noted) {
-        std::erase_if(processes_, [&](const auto& entry) { return entry.second.sweep != sweep_; });
+        const auto hasGone = [&](const auto& entry) { return entry.second.sweep != sweep_; };
+        for (const auto& entry : processes_) {
+            if (hasGone(entry)) {
+                reapedTime_.addEnded(entry.second, processes_, sweep_);
+            }
+        }
+        std::erase_if(processes_, hasGone);
     }
+    reapedTime_.settle(processes_);
 }
 
 } // namespace pacelet::Linux

@@ -2,21 +2,23 @@
 
 #include "Core/Support/Time.h"
 #include "Hosts/Linux/Apps/AppAssociation.h"
+#include "Hosts/Linux/Apps/BoxedApp.h"
 #include "Hosts/Linux/Apps/DesktopCatalog.h"
 #include "Hosts/Linux/Proc/FolderReader.h"
 #include "Hosts/Linux/Proc/ProcStat.h"
 #include "Hosts/Linux/Proc/ProcessFiles.h"
+#include "Hosts/Linux/Proc/ReapedTime.h"
 
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <unordered_map>
 
 namespace pacelet::Linux {
 
 /// What is known of a process for as long as it runs one program, and need not be read again.
 struct KnownProcess {
     ProcessFiles files;          ///< held open or not
+    CPUAccount cpu;              ///< goes on when it runs another program
     std::uint64_t startTime = 0; ///< with the pid, the identity of the process
     std::string comm;            ///< this and the two below change when it runs another program
     std::uint64_t startCode = 0;
@@ -30,8 +32,10 @@ struct KnownProcess {
     Seconds nextLook = Seconds::zero(); ///< uptime from which on its scope is looked at again
 
     std::string path;       ///< the path under which it appears
-    std::string executable; ///< the program's real path
+    std::string executable; ///< the program's real path, or the script's
+    std::string starter;    ///< name of what runs the script; empty for any other program
     std::string appID;      ///< desktop id of its application; empty without one
+    std::string unit;       ///< the service that it runs in, without ending; empty outside of any
     AppRole role = AppRole::none;
     AssociationReason reason = AssociationReason::noApplication;
 };
@@ -42,7 +46,7 @@ struct KnownProcess {
 class KnownProcesses {
 public:
     /// Both must outlive it.
-    KnownProcesses(const FolderReader& proc, DesktopCatalog& apps) : proc_{proc}, apps_{apps} {}
+    KnownProcesses(const FolderReader& proc, DesktopCatalog& apps);
 
     /// `uptime` is the time since boot.
     void beginSweep(Seconds uptime);
@@ -58,20 +62,29 @@ public:
     /// has gone, or another has taken its pid, in the meantime. `age` is the time since its start.
     bool learn(std::int32_t pid, KnownProcess& process, Seconds age);
 
-    /// Forgets the processes that were not noted in this sweep. `noted` is how many were.
+    /// Forgets the processes that were not noted in this sweep, and settles whose their processor
+    /// time was. `noted` is how many were.
     void endSweep(std::size_t noted);
+
+    /// The process with this number as it was noted last; null when it was not.
+    const KnownProcess* find(std::int32_t pid) const;
 
     std::size_t size() const { return processes_.size(); }
 
 private:
     bool isStillThere(std::int32_t pid, const KnownProcess& process);
     std::string readExecutable(std::int32_t pid, const KnownProcess& process);
+    void findScript(std::int32_t pid, KnownProcess& process);
     void associateWithApp(std::int32_t pid, KnownProcess& process);
+    Association associateWithBox(const ProcessFacts& facts, BoxKind kind);
 
     const FolderReader& proc_;
     DesktopCatalog& apps_;
     std::shared_ptr<const DesktopIndex> index_;
-    std::unordered_map<std::int32_t, KnownProcess> processes_;
+    KnownProcessMap processes_;
+    ReapedTime reapedTime_;
+    std::unordered_map<std::string, BoxedApp> boxes_; ///< by id; they stay where they are
+    std::string ownContainer_;                        ///< id of the one that we run in ourselves
     ReadBuffer buffer_;
     std::uint64_t sweep_ = 0;
     Seconds uptime_{};

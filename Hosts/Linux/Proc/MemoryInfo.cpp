@@ -18,6 +18,7 @@ struct Key {
 constexpr std::array keys{
     Key{"MemTotal", &MemoryInfo::total},
     Key{"MemFree", &MemoryInfo::free},
+    Key{"MemAvailable", &MemoryInfo::available},
     Key{"Cached", &MemoryInfo::cached},
     Key{"AnonPages", &MemoryInfo::anonymous},
     Key{"Buffers", &MemoryInfo::buffers},
@@ -56,12 +57,13 @@ MemoryInfo parseMemoryInfo(std::string_view text) {
     return info;
 }
 
-std::optional<VMStatistics64> memoryStatistics(const MemoryInfo& info, std::int64_t pageSize) {
+std::optional<VMStatistics64> memoryStatistics(const MemoryInfo& info, std::int64_t pageSize,
+                                               std::int64_t installed) {
     if (!info.total || !info.free || !info.cached || !info.anonymous || pageSize <= 0) {
         return std::nullopt;
     }
     const std::int64_t shared = info.shared.value_or(0);
-    std::int64_t left = *info.total;
+    std::int64_t left = std::max(*info.total, installed);
     VMStatistics64 statistics;
     statistics.free_count = pages(take(left, *info.free), pageSize);
     const std::int64_t anonymous = take(left, *info.anonymous);
@@ -74,6 +76,14 @@ std::optional<VMStatistics64> memoryStatistics(const MemoryInfo& info, std::int6
     statistics.compressor_page_count = pages(take(left, info.zswap.value_or(0)), pageSize);
     statistics.wire_count = pages(left, pageSize);
     return statistics;
+}
+
+std::optional<double> availableShare(const MemoryInfo& info) {
+    if (!info.available || info.total.value_or(0) <= 0) {
+        return std::nullopt;
+    }
+    return std::clamp(static_cast<double>(*info.available) / static_cast<double>(*info.total), 0.0,
+                      1.0);
 }
 
 std::optional<SwapUsageRecord> swapUsage(const MemoryInfo& info, std::int64_t pageSize) {

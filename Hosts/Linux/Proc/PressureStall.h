@@ -17,13 +17,10 @@ struct PressureStall {
 
 PressureStall parsePressureStall(std::string_view text);
 
-/// From here on memory is scarce enough to be felt: work waits for it a tenth of the time.
-inline constexpr double elevatedSomePercent = 10;
-/// From here on the whole machine stands still for a tenth of the time.
-inline constexpr double criticalFullPercent = 10;
-
-/// The kernel's pressure level, 1 normal, 2 warn or 4 critical; nothing where the kernel does not
-/// measure it.
-std::optional<std::int32_t> pressureLevel(const PressureStall& stall);
+/// The kernel's pressure level, 1 normal, 2 warn or 4 critical, out of the stalls and of the share
+/// of memory that could still be handed out, from 0 to 1; nothing where neither is told. Stalls
+/// alone are no sign: those of a container that may use little count for the whole machine, too.
+std::optional<std::int32_t> pressureLevel(const PressureStall& stall,
+                                          std::optional<double> availableShare);
 
 } // namespace pacelet::Linux

@@ -16,6 +16,8 @@ struct ProcStat {
     bool isKernelThread = false;
     std::uint64_t userTime = 0;
     std::uint64_t systemTime = 0;
+    std::uint64_t reapedUserTime = 0; ///< of all children that it has waited for
+    std::uint64_t reapedSystemTime = 0;
     std::uint64_t startTime = 0; ///< since boot; together with `pid` it names a process for good
     std::int64_t residentPages = 0;
     /// Where the program's code and first stack lie: another program, or the same one started again

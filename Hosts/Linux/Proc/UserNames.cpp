@@ -10,11 +10,11 @@ namespace pacelet::Linux {
 
 namespace {
 
-constexpr std::size_t firstRoom = 1024;
+constexpr std::size_t roomForOneUser = 1024;
 constexpr std::size_t mostRoom = 1 << 20;
 
 std::string lookUp(std::uint32_t uid) {
-    std::vector<char> room(firstRoom);
+    std::vector<char> room(roomForOneUser);
     passwd record{};
     passwd* found = nullptr;
     while (::getpwuid_r(uid, &record, room.data(), room.size(), &found) == ERANGE &&

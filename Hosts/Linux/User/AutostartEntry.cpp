@@ -84,7 +84,7 @@ AutostartEntry::AutostartEntry(const std::string& configFolder, std::string prog
                                                                                     program)} {}
 
 bool AutostartEntry::registerProgram() {
-    return !program_.empty() && !replaceFile(path_, autostartText(program_));
+    return !program_.empty() && !replaceFile(path_, autostartText(program_), Outlives::crash);
 }
 
 bool AutostartEntry::unregisterProgram() {

@@ -6,15 +6,17 @@
 #include "Hosts/Linux/User/AtomicFile.h"
 #include "Hosts/Linux/User/Base64.h"
 
+#include <fmt/format.h>
 #include <simdjson.h>
 #include <utility>
+#include <vector>
 
 namespace pacelet::Linux {
 
 namespace {
 
 /// The program's own file has a few hundred bytes.
-constexpr std::size_t mostBytes = 1 << 20;
+constexpr std::size_t mostPreferenceBytes = 1 << 20;
 
 template<typename Value>
 const Value* find(const PreferenceValues& values, std::string_view key) {
@@ -24,25 +26,31 @@ const Value* find(const PreferenceValues& values, std::string_view key) {
 
 } // namespace
 
-PreferenceValues parsePreferences(std::string_view json) {
-    PreferenceValues values;
+ParsedPreferences parsePreferences(std::string_view json) {
+    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+    if (json.starts_with(byteOrderMark)) {
+        json.remove_prefix(byteOrderMark.size());
+    }
+    ParsedPreferences parsed;
     simdjson::dom::parser parser;
     simdjson::dom::object object;
     if (parser.parse(simdjson::padded_string{json}).get(object) != simdjson::SUCCESS) {
-        return values;
+        return parsed;
     }
+    parsed.isWhole = true;
     for (const auto& [key, value] : object) {
         bool truth = false;
         std::string_view text;
+        std::optional<std::string> bytes;
         if (value.get(truth) == simdjson::SUCCESS) {
-            values.insert_or_assign(std::string{key}, truth);
-        } else if (value.get(text) == simdjson::SUCCESS) {
-            if (auto bytes = base64Decoded(text)) {
-                values.insert_or_assign(std::string{key}, PreferenceData{*std::move(bytes)});
-            }
+            parsed.values.insert_or_assign(std::string{key}, truth);
+        } else if (value.get(text) == simdjson::SUCCESS && (bytes = base64Decoded(text))) {
+            parsed.values.insert_or_assign(std::string{key}, PreferenceData{*std::move(bytes)});
+        } else {
+            parsed.isWhole = false;
         }
     }
-    return values;
+    return parsed;
 }
 
 std::string writePreferences(const PreferenceValues& values) {
@@ -60,11 +68,36 @@ std::string writePreferences(const PreferenceValues& values) {
     return json.take() + '\n';
 }
 
-PreferencesFile::PreferencesFile(std::string path) : path_{std::move(path)} {
+/// Of the UI thread.
+struct PreferencesFile::Observers {
+    std::vector<std::weak_ptr<std::function<void()>>> all;
+};
+
+PreferencesFile::PreferencesFile(std::string path, Log& log, PostToUI postToUI)
+    : path_{std::move(path)}, log_{log}, postToUI_{std::move(postToUI)},
+      observers_{std::make_shared<Observers>()}, writer_{[this](const std::string& contents) {
+          stored(store(contents));
+      }} {
+    read();
+}
+
+void PreferencesFile::read() {
     std::string text;
-    if (!readFile(path_, mostBytes, text)) {
-        values_ = parsePreferences(text);
+    std::error_code error = readFile(path_, mostPreferenceBytes, text);
+    if (error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory) {
+        return;
     }
+    if (!error) {
+        ParsedPreferences parsed = parsePreferences(text);
+        values_ = std::move(parsed.values);
+        if (parsed.isWhole) {
+            return;
+        }
+        error = std::make_error_code(std::errc::illegal_byte_sequence);
+    }
+    trouble_ = PreferencesTrouble::flawed;
+    mustSetAside_ = true;
+    complain("preferences could not be read", error);
 }
 
 std::optional<bool> PreferencesFile::boolean(std::string_view key) {
@@ -88,7 +121,52 @@ void PreferencesFile::setData(std::string_view key, std::string_view bytes) {
 void PreferencesFile::set(std::string_view key, PreferenceValues::mapped_type value) {
     // What could not be written the last time gets another chance with every call.
     values_.insert_or_assign(repairedUTF8(std::string{key}), std::move(value));
-    replaceFile(path_, writePreferences(values_));
+    writer_.put(writePreferences(values_));
+}
+
+std::error_code PreferencesFile::store(const std::string& contents) {
+    if (mustSetAside_) {
+        if (const auto error = setFileAside(path_)) {
+            return error;
+        }
+        mustSetAside_ = false;
+    }
+    return replaceFile(path_, contents, Outlives::powerCut);
+}
+
+void PreferencesFile::stored(const std::error_code& error) {
+    const auto now = error ? PreferencesTrouble::unwritable : PreferencesTrouble::none;
+    // A flaw in what was read is no better for a file that can be written.
+    if (trouble_ == now || (!error && trouble_ == PreferencesTrouble::flawed)) {
+        return;
+    }
+    trouble_ = now;
+    if (error) {
+        complain("preferences could not be written", error);
+    }
+    if (postToUI_) {
+        postToUI_([posted = std::weak_ptr{observers_}] {
+            if (const auto observers = posted.lock()) {
+                for (const auto& observer : std::vector{observers->all}) {
+                    if (const auto changed = observer.lock()) {
+                        (*changed)();
+                    }
+                }
+            }
+        });
+    }
+}
+
+ObserverHandle PreferencesFile::observeTrouble(std::function<void()> changed) {
+    const auto observer = std::make_shared<std::function<void()>>(std::move(changed));
+    std::erase_if(observers_->all, [](const auto& each) { return each.expired(); });
+    observers_->all.push_back(observer);
+    return observer;
+}
+
+void PreferencesFile::complain(std::string_view what, const std::error_code& error) {
+    log_.write(LogLevel::error, logSubsystem, "preferences",
+               fmt::format("{}: {}: {}", what, path_, error.message()));
 }
 
 } // namespace pacelet::Linux

@@ -3,9 +3,9 @@
 #include "Core/Platform/Log.h"
 #include "Core/Platform/LoginItems.h"
 #include "Core/Platform/NetworkLink.h"
+#include "Hosts/Simulated/Model/Agenda.h"
 #include "Hosts/Simulated/Model/Application.h"
 #include "Hosts/Simulated/Model/Browser.h"
-#include "Hosts/Simulated/Model/EventQueue.h"
 #include "Hosts/Simulated/Model/Failure.h"
 #include "Hosts/Simulated/Model/Hardware.h"
 #include "Hosts/Simulated/Model/ProcessTable.h"
@@ -57,6 +57,7 @@ struct Network {
     NetworkPath path{true, true, false};
     Line line{412e6, 38e6, 812, 14.5};
     std::vector<Traffic> traffic;
+    bool isExpensive = false;
 };
 
 struct Display {
@@ -137,7 +138,7 @@ struct World {
     std::uint64_t seed = 0;
     Hardware hardware = macBookAirM2;
     VirtualTime time;
-    EventQueue events;
+    Agenda events;
     Failures failures;
     Records records;
 

@@ -31,7 +31,7 @@ constexpr User nearby{268, "_nearbyd"};
 constexpr User captive{258, "_captiveagent"};
 
 // clang-format off
-constexpr std::array<BackgroundProcess, 158> table{{
+constexpr std::array<BackgroundProcess, 158> daemons{{
     {root, "kernel_task", 4.5, 1900},
     {root, "/sbin/launchd", 0.6, 42},
     {root, "/usr/libexec/logd", 0.6, 38},
@@ -196,7 +196,7 @@ constexpr std::array<BackgroundProcess, 158> table{{
 } // namespace
 
 std::span<const BackgroundProcess> systemDaemons() {
-    return table;
+    return daemons;
 }
 
 } // namespace pacelet::Simulated

@@ -7,7 +7,7 @@ namespace pacelet::Simulated {
 namespace {
 
 // clang-format off
-constexpr std::array<BackgroundProcess, 160> table{{
+constexpr std::array<BackgroundProcess, 160> agents{{
     {ann, "/System/Library/CoreServices/loginwindow.app/Contents/MacOS/loginwindow", 0.1, 38},
     {ann, "/System/Library/CoreServices/Dock.app/Contents/MacOS/Dock", 0.6, 96},
     {ann, "/System/Library/CoreServices/Finder.app/Contents/MacOS/Finder", 0.7, 180},
@@ -174,7 +174,7 @@ constexpr std::array<BackgroundProcess, 160> table{{
 } // namespace
 
 std::span<const BackgroundProcess> userAgents() {
-    return table;
+    return agents;
 }
 
 } // namespace pacelet::Simulated

@@ -16,6 +16,7 @@ public:
     std::optional<std::int64_t> physFootprint(std::int32_t pid) override;
     std::int64_t activeProcessorCount() override;
     std::int64_t physicalMemory() override;
+    std::optional<std::int64_t> availableMemory() override { return std::nullopt; }
     int thermalState() override;
     Seconds systemUptime() override;
     bool isLowPowerModeEnabled() override;

@@ -103,6 +103,10 @@ std::shared_ptr<PathMonitor> MacNetwork::makePathMonitor() {
     return std::make_shared<MacPathMonitor>(machine_, updates_);
 }
 
+bool MacNetwork::isExpensive() {
+    return machine_.lock()->network.isExpensive;
+}
+
 void MacNetwork::setDelivery(PathDelivery delivery) {
     updates_->setDelivery(delivery);
 }

@@ -19,6 +19,7 @@ public:
 
     std::unique_ptr<WiFiInterface> wifiInterface() override;
     std::shared_ptr<PathMonitor> makePathMonitor() override;
+    bool isExpensive() override;
 
     void setDelivery(PathDelivery delivery);
 

@@ -25,7 +25,7 @@ WindowDictionary dictionary(const ScreenWindow& window, std::int64_t number) {
 
 const Display* findDisplay(const World& world, std::uint32_t id) {
     const auto found = std::find_if(world.displays.begin(), world.displays.end(),
-                                    [id](const Display& display) { return display.id == id; });
+                                    [id](const Display& each) { return each.id == id; });
     return found != world.displays.end() ? &*found : nullptr;
 }
 

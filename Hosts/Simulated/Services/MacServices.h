@@ -44,6 +44,9 @@ public:
     void setBoolean(std::string_view key, bool value) override;
     std::optional<std::string> data(std::string_view key) override;
     void setData(std::string_view key, std::string_view bytes) override;
+    PreferencesTrouble trouble() override { return PreferencesTrouble::none; }
+    ObserverHandle observeTrouble(std::function<void()>) override { return nullptr; }
+    void synchronize() override {}
 
 private:
     Machine& machine_;

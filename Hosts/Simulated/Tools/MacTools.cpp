@@ -1,7 +1,7 @@
 #include "Hosts/Simulated/Tools/MacTools.h"
 
 #include "Core/Support/Text.h"
-#include "Hosts/Simulated/Script/OSAScript.h"
+#include "Hosts/Simulated/Tools/OSAScript.h"
 #include "Hosts/Simulated/Tools/ToolTexts.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+#include "Core/Browser/TabListing.h"
 #include "Core/Browser/TabScript.h"
 #include "Core/Support/Text.h"
 #include "tests/Support/Properties.h"

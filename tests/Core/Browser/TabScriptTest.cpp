@@ -1,4 +1,5 @@
 #include "Core/Browser/TabScript.h"
+#include "Core/Browser/TabListing.h"
 #include "tests/Support/Table.h"
 
 #include <fstream>

@@ -61,6 +61,10 @@ struct Machine : DiagnosisInput {
         signals.pressure = pressure;
         running = std::move(groupsNow);
     }
+    void leave(std::int64_t available) {
+        signals.memoryTotalBytes = 16 * GiB;
+        signals.memoryAvailableBytes = available;
+    }
     void upFor(double seconds, std::int64_t swap) {
         signals.uptime = seconds;
         signals.swapUsedBytes = swap;
@@ -102,6 +106,21 @@ TEST(Diagnosis, SaysWhatItFound) {
         {"swap", [](auto& m) { m.signals.swapUsedBytes = 4 * GiB + 1; }},
         {"memory pressure", [&](auto& m) { m.press(Pressure::elevated, eaters); }},
         {"critical pressure", [&](auto& m) { m.press(Pressure::critical, {eaters[0]}); }},
+        {"memory with one who eats it",
+         [&](auto& m) {
+             m.press(Pressure::elevated, eaters);
+             m.leave(GiB);
+         }},
+        {"memory with one who can be quit",
+         [&](auto& m) {
+             m.press(Pressure::elevated, {eaters[1], eaters[2], lone(1, "/x/larger", 0, 6 * GiB)});
+             m.leave(GiB);
+         }},
+        {"memory that nobody eats",
+         [&](auto& m) {
+             m.press(Pressure::critical, {app("Tint2", 1, 4'900'000)});
+             m.leave(GiB);
+         }},
         {"indexing", [](auto& m) { m.index({}); }},
         {"indexing for three hours", [](auto& m) { m.index(10800); }},
         {"indexing for longer", [](auto& m) { m.index(10800.5); }},
@@ -136,31 +155,47 @@ TEST(Diagnosis, FiresFromItsThresholdsOnAndRanks) {
     const auto one = [](const std::string& path, double load) -> Upset {
         return [=](auto& m) { m.running = {lone(1, path, load)}; };
     };
-    const std::pair<Upset, std::string> cases[] = {
-        {[](auto& m) {
+    const std::tuple<const char*, Upset, std::string> cases[] = {
+        {"busy, but not a hog",
+         [](auto& m) {
              m.running = {app("Safari", 79.9, GiB), lone(1, "/usr/sbin/x", 20)};
          },
          ""},
-        {[](auto& m) { m.signals.uptime = 400 * day; }, ""},
-        {[](auto& m) { m.signals.swapUsedBytes = 4 * GiB; }, ""},
-        {one("/x/mds", 49.9), ""},
-        {one("/x/mds", 50), "spotlight:pid:1"},
-        {one("/x/Mds", 90), "cpuHog:pid:1"}, // names are compared exactly
-        {one("/x/photoanalysisd", 29.9), ""},
-        {one("/x/WindowServer", 39.9), ""},
-        {[](auto& m) { m.running = {app("Google Chrome", 49.9, 1'499'999'999)}; }, ""},
-        {[](auto& m) { m.disk(15, 100); }, ""},
-        {[](auto& m) { m.disk(15, 150); }, ""},
-        {[](auto& m) { m.disk(50, 1000); }, ""},
-        {[](auto& m) { m.disk(0, 0); }, ""},
-        {[](auto& m) { m.upFor(15 * day, 2 * GiB); }, ""},
-        {[](auto& m) { m.upFor(15 * day - 1, 2 * GiB + 1); }, ""},
-        {[](auto& m) {
+        {"up for long without swap", [](auto& m) { m.signals.uptime = 400 * day; }, ""},
+        {"swap at its bound", [](auto& m) { m.signals.swapUsedBytes = 4 * GiB; }, ""},
+        {"swap, but memory to spare",
+         [](auto& m) {
+             m.signals.swapUsedBytes = 9 * GiB;
+             m.leave(4 * GiB);
+         },
+         ""},
+        {"swap, and little memory to spare",
+         [](auto& m) {
+             m.signals.swapUsedBytes = 9 * GiB;
+             m.leave(3 * GiB);
+         },
+         "memory"},
+        {"Spotlight below its bound", one("/x/mds", 49.9), ""},
+        {"Spotlight at its bound", one("/x/mds", 50), "spotlight:pid:1"},
+        {"names are compared exactly", one("/x/Mds", 90), "cpuHog:pid:1"},
+        {"photos below their bound", one("/x/photoanalysisd", 29.9), ""},
+        {"WindowServer below its bound", one("/x/WindowServer", 39.9), ""},
+        {"a browser below both bounds",
+         [](auto& m) { m.running = {app("Google Chrome", 49.9, 1'499'999'999)}; }, ""},
+        {"15 of 100 GB", [](auto& m) { m.disk(15, 100); }, ""},
+        {"15 of 150 GB", [](auto& m) { m.disk(15, 150); }, ""},
+        {"50 of 1000 GB", [](auto& m) { m.disk(50, 1000); }, ""},
+        {"no disk", [](auto& m) { m.disk(0, 0); }, ""},
+        {"swap at the bound of a long time", [](auto& m) { m.upFor(15 * day, 2 * GiB); }, ""},
+        {"not yet a long time", [](auto& m) { m.upFor(15 * day - 1, 2 * GiB + 1); }, ""},
+        {"critical before high",
+         [](auto& m) {
              m.signals.thermal = Thermal::veryHot;
              m.stuckApp = "X";
          },
-         "heat stuckApp"}, // critical before high
-        {[](auto& m) {
+         "heat stuckApp"},
+        {"by severity, then in the order of the rules",
+         [](auto& m) {
              m.stuckApp = "X";
              m.disk(1, 1000);
              m.signals.thermal = Thermal::warm;
@@ -170,16 +205,16 @@ TEST(Diagnosis, FiresFromItsThresholdsOnAndRanks) {
          },
          "cpuHog:pid:2 stuckApp lowDisk cpuHog:/Applications/A.app cpuHog:/Applications/B.app "
          "spotlight:pid:1 heat lowPower"}};
-    for (const auto& [upset, expected] : cases) {
+    for (const auto& [name, upset, expected] : cases) {
         Machine machine;
         upset(machine);
         const DiagnosisResult result = machine.run();
-        EXPECT_EQ(ids(result.findings), expected) << &upset - &cases[0].first;
-        EXPECT_EQ(result.status, statusOf(result.findings));
+        EXPECT_EQ(ids(result.findings), expected) << name;
+        EXPECT_EQ(result.status, statusOf(result.findings)) << name;
     }
     Machine broken;
-    broken.signals.uptime = std::nan("");
-    EXPECT_DEATH(broken.run(), "uptime");
+    broken.signals.uptime = 1e300;
+    EXPECT_DEATH(broken.run(), "the uptime is out of range");
 }
 
 TEST(Diagnosis, TellsBrowsersByTheirBundleName) {

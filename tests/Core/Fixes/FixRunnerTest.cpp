@@ -140,16 +140,4 @@ TEST_F(FixRunnerTest, RunsTheSystemsScripts) {
                  {"-e", "tell application \"loginwindow\" to \u00ABevent aevtrrst\u00BB"}}));
 }
 
-TEST_F(FixRunnerTest, OpensSettingsAndTheSibling) {
-    runner.open(SettingsPane::accessibilityDisplay);
-    runner.openTidyvault("https://tidyvault.example/");
-    workspace.installed["app.tidyvault.Tidyvault"] = "/Applications/Tidyvault.app";
-    runner.openTidyvault("https://tidyvault.example/");
-    EXPECT_THAT(
-        workspace.openedURLs,
-        ElementsAre("x-apple.systempreferences:com.apple.Accessibility-Settings.extension?Display",
-                    "https://tidyvault.example/?ref=pacelet"));
-    EXPECT_THAT(workspace.openedApplications, ElementsAre("/Applications/Tidyvault.app"));
-}
-
 } // namespace pacelet

@@ -28,6 +28,15 @@ std::string binaryOf(const std::string& text) {
     return {bytes, length};
 }
 
+/// ASCII as UTF-16, behind its mark.
+std::string utf16(std::string_view text, bool bigEndian) {
+    std::string bytes = bigEndian ? "\xFE\xFF" : "\xFF\xFE";
+    for (const char character : text) {
+        bytes += bigEndian ? std::string{'\0', character} : std::string{character, '\0'};
+    }
+    return bytes;
+}
+
 void appendNumber(std::string& bytes, std::size_t value, int width) {
     for (int shift = (width - 1) * 8; shift >= 0; shift -= 8) {
         bytes.push_back(static_cast<char>(value >> shift));
@@ -73,7 +82,8 @@ TEST(PropertyList, ReadsTypesFromBothFormats) {
             "<key>f</key><false/><key>i</key><integer>1</integer><key>d</key><dict/>"
             "<key>a</key><array><string>one</string><string>two</string></array>"
             "<key>e</key><array/><key>m</key><array><string>x</string><true/></array></dict>");
-    for (const std::string& bytes : {text, binaryOf(text)}) {
+    for (const std::string& bytes :
+         {text, "\xEF\xBB\xBF" + text, utf16(text, true), utf16(text, false), binaryOf(text)}) {
         const auto list = PropertyList::parse(bytes);
         ASSERT_TRUE(list);
         EXPECT_EQ(list->string("s"), "a & <dict>");
@@ -106,6 +116,22 @@ TEST(PropertyList, RefusesWhatIsNoDictionary) {
     }
     EXPECT_EQ(PropertyList::parse(assemble({dictionary(1, 2), "\x51k", "\x51v"}))->string("k"),
               "v");
+}
+
+TEST(PropertyList, RefusesWhatWasCutOffOrIsNotWhole) {
+    const std::string whole = xml("<dict><key>a</key><string>x</string><key>b</key><true/></dict>");
+    for (std::size_t length = 0; length <= whole.size(); ++length) {
+        EXPECT_EQ(PropertyList::parse(whole.substr(0, length)).has_value(),
+                  length >= whole.size() - 1)
+            << length;
+    }
+    const std::string head = "<dict><key>a</key><true/>";
+    for (const std::string rest :
+         {"<key>b</key></dict>", "<key>b</key><key>c</key><true/></dict>", "<true/></dict>", "",
+          "<key>b</key><array></dict>", "<key>b</key><what/></dict>", "</dict><dict></dict>"}) {
+        EXPECT_FALSE(PropertyList::parse(xml(head + rest))) << rest;
+    }
+    EXPECT_TRUE(PropertyList::parse(head + "</dict ><!-- <array> -->\n"));
 }
 
 TEST(PropertyListLimits, KeepHostileFilesFromTheDecoder) {

@@ -79,6 +79,7 @@ public:
         return radio ? std::make_unique<FakeInterface>(*radio) : nullptr;
     }
     std::shared_ptr<PathMonitor> makePathMonitor() override { return std::move(monitor); }
+    bool isExpensive() override { return false; }
 
     std::optional<Radio> radio;
     std::shared_ptr<FakeMonitor> monitor = std::make_shared<FakeMonitor>();

@@ -1,12 +1,15 @@
 #include "Core/Diagnosis/Diagnosis.h"
 #include "Core/Knowledge/CatalogFile.h"
 #include "Core/Knowledge/ProcessCatalog.h"
+#include "Core/Platform/ProcessSample.h"
 
 #include <algorithm>
 #include <cctype>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <set>
 #include <string>
+#include <utility>
 
 namespace pacelet {
 namespace {
@@ -26,14 +29,19 @@ bool readsLikeSentences(const std::string& text) {
 TEST(BundledCatalog, IsRichAndFreeOfRepetition) {
     EXPECT_GE(shipped().entries.size(), 200U);
     std::set<std::string> ids;
-    std::set<std::string> names;
     std::set<std::string> summaries;
     for (const CatalogEntry& entry : shipped().entries) {
         EXPECT_TRUE(ids.insert(entry.id).second) << entry.id;
         EXPECT_TRUE(summaries.insert(entry.summary).second) << entry.id;
-        for (const std::string& name : entry.match.names) {
-            EXPECT_FALSE(name.empty()) << entry.id;
-            EXPECT_TRUE(names.insert(name).second) << name << " in " << entry.id;
+    }
+    for (const OperatingSystemRow& system : operatingSystems) {
+        std::set<std::string> names;
+        const ProcessCatalog catalog = shipped().on(system.value);
+        for (const CatalogEntry& entry : catalog.entries) {
+            for (const std::string& name : entry.match.names) {
+                EXPECT_FALSE(name.empty()) << entry.id;
+                EXPECT_TRUE(names.insert(name).second) << name << " in " << entry.id;
+            }
         }
     }
 }
@@ -90,11 +98,49 @@ TEST(BundledCatalog, KnowsWhatTheRulesDependOn) {
     std::ranges::for_each(Diagnosis::photosFamily, expectLeave);
     expectLeave("WindowServer");
     expectLeave("kernel_task");
+    EXPECT_FALSE(shipped().explain("-zsh", "-zsh", {}).isFallback) << "a shell of a login";
     const auto machine = shipped().explain("com.apple.Virtualization.VirtualMachine",
                                            std::string{Diagnosis::virtualizationPrefix} + "x", {});
     EXPECT_FALSE(machine.isFallback);
     const auto chrome = shipped().explain("Google Chrome", "", {});
     EXPECT_NE(std::ranges::find(chrome.fixes, FixID::reviewTabs), chrome.fixes.end());
+}
+
+/// The lists are of programs that were not chosen for what the catalog knows.
+TEST(BundledCatalog, KnowsNearlyAllThatRuns) {
+    constexpr std::size_t percent = 95;
+    for (const auto& [file, system] :
+         {std::pair{"mac-system.txt", OperatingSystem::macOS},
+          std::pair{"debian-desktops.txt", OperatingSystem::linuxDesktop}}) {
+        const ProcessCatalog catalog = shipped().on(system);
+        std::ifstream list{std::string{PACELET_FIXTURES "/names/"} + file};
+        std::size_t total = 0;
+        std::string unknown;
+        std::size_t known = 0;
+        for (std::string path; std::getline(list, path);) {
+            if (path.starts_with('#')) {
+                continue;
+            }
+            ++total;
+            const bool isKnown = !catalog.explain(executableName(path), path, {}).isFallback;
+            known += isKnown ? 1 : 0;
+            unknown += isKnown ? "" : path + '\n';
+        }
+        EXPECT_GT(total, 300U) << file;
+        EXPECT_GE(known * 100, total * percent) << unknown;
+    }
+}
+
+TEST(BundledCatalog, LeavesThePartsOfADesktopAlone) {
+    const ProcessCatalog catalog = shipped().on(OperatingSystem::linuxDesktop);
+    for (const char* const name :
+         {"tint2", "plank", "lxpanel", "xfce4-panel", "waybar", "polybar", "caja", "nemo-desktop",
+          "pcmanfm", "pcmanfm-qt", "latte-dock", "lxqt-panel", "mate-panel", "plasmashell",
+          "gnome-shell", "openbox", "xfdesktop", "watchdogd"}) {
+        const Explanation found = catalog.explain(name, "", name);
+        EXPECT_EQ(found.verdict, Verdict::leave) << name;
+        EXPECT_EQ(found.summary.find("macOS"), std::string::npos) << name;
+    }
 }
 
 } // namespace

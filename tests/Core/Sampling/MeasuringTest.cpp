@@ -41,16 +41,16 @@ TEST(CPUMeter, DividesCPUTimeByWallTime) {
 
 TEST(CPUMeter, FallsBackOnPSWhereTwoSnapshotsDoNotTell) {
     const Snapshot current = at(12, {sample(7, "/a", 5, 33)});
-    const std::vector<std::optional<Snapshot>> previous{
-        std::nullopt,                     // the first snapshot
-        at(10, {}),                       // a new process
-        at(10, {sample(7, "/other", 1)}), // a reused pid
-        at(10, {sample(7, "/a", 5.01)}),  // a counter that ran backwards
-        at(12, {sample(7, "/a", 1)}),     // no time between
-        at(13, {sample(7, "/a", 1)}),     // the clock was set back
+    const std::pair<const char*, std::optional<Snapshot>> rows[] = {
+        {"the first snapshot", std::nullopt},
+        {"a new process", at(10, {})},
+        {"a reused pid", at(10, {sample(7, "/other", 1)})},
+        {"a counter that ran backwards", at(10, {sample(7, "/a", 5.01)})},
+        {"no time between", at(12, {sample(7, "/a", 1)})},
+        {"the clock was set back", at(13, {sample(7, "/a", 1)})},
     };
-    for (const auto& before : previous) {
-        EXPECT_DOUBLE_EQ(cpuOf(before, current), 33);
+    for (const auto& [name, before] : rows) {
+        EXPECT_DOUBLE_EQ(cpuOf(before, current), 33) << name;
     }
     EXPECT_DOUBLE_EQ(cpuOf(std::nullopt, at(1, {sample(7, "/a", 1, -4)})), 0);
 }

@@ -51,6 +51,12 @@ TEST(Text, SplitsAndTrims) {
     EXPECT_EQ(lines, (Pieces{"a", "b"}));
 }
 
+TEST(Text, DecodesFiles) {
+    for (const auto& [bytes, text] : testing::rows<2>("Support", "decoded files")) {
+        EXPECT_EQ(decodedText(bytes), text);
+    }
+}
+
 TEST(Text, RepairsBrokenUTF8) {
     for (const auto& [broken, repaired] : testing::rows<2>("Support", "repaired UTF-8")) {
         EXPECT_EQ(repairedUTF8(broken), repaired);

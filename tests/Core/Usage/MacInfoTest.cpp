@@ -10,15 +10,15 @@
 namespace pacelet {
 namespace {
 
-constexpr std::int64_t gigabyte = std::int64_t{1} << 30;
-constexpr std::int64_t installed = 5 * gigabyte;
+constexpr std::int64_t gib = std::int64_t{1} << 30;
+constexpr std::int64_t installed = 5 * gib;
 
 TEST(MacInfo, ReadsTheReportOfTheTool) {
     for (const auto& [members, name, chip, gigabytes, silicon] :
          testing::rows<5>("Usage", "machine as its tool tells it")) {
         EXPECT_EQ(
             MacInfo::parse(R"({"SPHardwareDataType":[{)" + members + R"(},{"x":1}]})", installed),
-            (MacInfo{name, chip, std::stoi(gigabytes) * gigabyte, silicon == "Apple"}))
+            (MacInfo{name, chip, std::stoi(gigabytes) * gib, silicon == "Apple"}))
             << members;
     }
     EXPECT_EQ(MacInfo::parse("", installed), std::nullopt);

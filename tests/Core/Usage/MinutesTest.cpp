@@ -62,7 +62,8 @@ TEST(MinuteAggregatorDeathTest, StopsAtAMomentBeyondMinutes) {
     MinuteAggregator aggregator;
     for (const double at : {std::numeric_limits<double>::quiet_NaN(), 1e300,
                             -std::numeric_limits<double>::infinity()}) {
-        EXPECT_DEATH(aggregator.add(0, Pressure::normal, 0, 0, fromUnixTime(at)), "fit");
+        EXPECT_DEATH(aggregator.add(0, Pressure::normal, 0, 0, fromUnixTime(at)),
+                     "time of a sample");
     }
 }
 
@@ -109,7 +110,7 @@ TEST(UsageBuckets, SharesPressureTakesTheHighestSwapAndLeavesGaps) {
 TEST(UsageBucketsDeathTest, StopsAtASizeOrAStartOutOfRange) {
     EXPECT_DEATH(UsageBuckets::bucket({record(0, 0)}, 0), "bucket");
     EXPECT_DEATH(UsageBuckets::bucket({record(std::numeric_limits<std::int64_t>::max(), 0)}, 60),
-                 "overflow");
+                 "time of a bucket");
 }
 
 } // namespace

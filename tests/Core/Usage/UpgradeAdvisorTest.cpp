@@ -70,29 +70,32 @@ TEST(UpgradeAdvisor, NamesABottleneckFromItsThresholdOn) {
         return Bottlenecks{{bottleneck}, 24};
     };
     struct Case {
+        const char* name;
         std::vector<MinuteRecord> records;
         std::int64_t memory;
         double diskFree;
         UpgradeVerdict verdict;
     };
     const std::vector<Case> cases{
-        {withChanged(216, press), 8 * gigabyte, 1, only(MemoryBottleneck{16, 0.15})},
-        {withChanged(215, press), 8 * gigabyte, 1, healthy},
-        {withChanged(720, swap), 16 * gigabyte, 1, only(MemoryBottleneck{32, 0})},
-        {withChanged(719, swap), 16 * gigabyte, 1, healthy},
-        {withChanged(720, lessSwap), 16 * gigabyte, 1, healthy},
-        {withChanged(1440, press), 256 * gigabyte, 1, only(MemoryBottleneck{256, 1})},
-        {withChanged(1440, press), 17 * gigabyte - 1, 1, only(MemoryBottleneck{32, 1})},
-        {withChanged(288, load), gigabyte, 1, only(CPUBottleneck{0.2})},
-        {withChanged(287, load), gigabyte, 1, healthy},
-        {withChanged(1440, spike), gigabyte, 1, healthy},
-        {withChanged(0, spike), gigabyte, 0.149, only(StorageBottleneck{0.149})},
-        {withChanged(0, spike), gigabyte, 0.15, healthy},
+        {"pressed often", withChanged(216, press), 8 * gigabyte, 1,
+         only(MemoryBottleneck{16, 0.15})},
+        {"pressed less", withChanged(215, press), 8 * gigabyte, 1, healthy},
+        {"swapping half the time", withChanged(720, swap), 16 * gigabyte, 1,
+         only(MemoryBottleneck{32, 0})},
+        {"swapping less", withChanged(719, swap), 16 * gigabyte, 1, healthy},
+        {"swapping a byte less", withChanged(720, lessSwap), 16 * gigabyte, 1, healthy},
+        {"no larger size is sold", withChanged(1440, press), 256 * gigabyte, 1,
+         only(MemoryBottleneck{256, 1})},
+        {"a size between two", withChanged(1440, press), 17 * gigabyte - 1, 1,
+         only(MemoryBottleneck{32, 1})},
+        {"loaded often", withChanged(288, load), gigabyte, 1, only(CPUBottleneck{0.2})},
+        {"loaded less", withChanged(287, load), gigabyte, 1, healthy},
+        {"peaks are no load", withChanged(1440, spike), gigabyte, 1, healthy},
+        {"little space", withChanged(0, spike), gigabyte, 0.149, only(StorageBottleneck{0.149})},
+        {"space enough", withChanged(0, spike), gigabyte, 0.15, healthy},
     };
-    for (std::size_t index = 0; index < cases.size(); ++index) {
-        const Case& each = cases[index];
-        EXPECT_EQ(evaluate(each.records, each.memory, each.diskFree), each.verdict)
-            << "case " << index;
+    for (const Case& each : cases) {
+        EXPECT_EQ(evaluate(each.records, each.memory, each.diskFree), each.verdict) << each.name;
     }
     const auto all = withChanged(1440, [&](MinuteRecord& each) {
         press(each);

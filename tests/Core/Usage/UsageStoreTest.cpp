@@ -4,10 +4,13 @@
 #include "tests/Support/TemporaryFolder.h"
 
 #include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <gmock/gmock.h>
 #include <limits>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace pacelet {
@@ -27,7 +30,7 @@ TimePoint atMinute(std::int64_t minute, double seconds = 0) {
     return fromUnixTime(static_cast<double>(minute) * secondsPerMinute + seconds);
 }
 
-MinuteRecord record(std::int64_t t, double cpu = 1) {
+MinuteRecord minuteAt(std::int64_t t, double cpu = 1) {
     return {t, cpu, cpu, 0, 0, 0, 1};
 }
 
@@ -66,7 +69,7 @@ TEST_F(UsageStores, AppendToTheFileOfTheRecordsOwnDay) {
     const std::int64_t midnight = day(2026, 3, 7);
     for (const std::int64_t t :
          {midnight - 2, midnight - 1, midnight, day(2024, 2, 29), std::int64_t{-1}}) {
-        deep.append(record(t));
+        deep.append(minuteAt(t));
     }
     ::unsetenv("TZ");
     ::tzset();
@@ -74,40 +77,40 @@ TEST_F(UsageStores, AppendToTheFileOfTheRecordsOwnDay) {
                 ElementsAre("usage-1969-12-31.jsonl", "usage-2024-02-29.jsonl",
                             "usage-2026-03-06.jsonl", "usage-2026-03-07.jsonl"));
     EXPECT_EQ(folder.read("deep/Pacelet/usage-2026-03-06.jsonl"),
-              HistoryLines::encode(record(midnight - 2)) +
-                  HistoryLines::encode(record(midnight - 1)));
+              HistoryLines::encode(minuteAt(midnight - 2)) +
+                  HistoryLines::encode(minuteAt(midnight - 1)));
 }
 
 TEST_F(UsageStores, LoadFromTheMinuteOfADateOnInOrder) {
     const std::int64_t noon = day(2026, 3, 6) + 720;
     const std::int64_t tomorrow = noon + minutesPerDay;
     for (const MinuteRecord& each :
-         {record(noon + 9, 1), record(noon, 2), record(noon + 9, 3), record(noon, 4),
-          record(noon - 1), record(noon - minutesPerDay), record(tomorrow, 5)}) {
+         {minuteAt(noon + 9, 1), minuteAt(noon, 2), minuteAt(noon + 9, 3), minuteAt(noon, 4),
+          minuteAt(noon - 1), minuteAt(noon - minutesPerDay), minuteAt(tomorrow, 5)}) {
         store.append(each);
     }
     EXPECT_THAT(store.load(atMinute(noon, 59.9)),
-                ElementsAre(record(noon, 2), record(noon, 4), record(noon + 9, 1),
-                            record(noon + 9, 3), record(tomorrow, 5)))
+                ElementsAre(minuteAt(noon, 2), minuteAt(noon, 4), minuteAt(noon + 9, 1),
+                            minuteAt(noon + 9, 3), minuteAt(tomorrow, 5)))
         << "within a minute the order of the file stays";
     EXPECT_EQ(store.load(distantPast).size(), 7U);
     EXPECT_TRUE(store.load(atMinute(noon + 2 * minutesPerDay)).empty());
 
     // A file of an earlier day is not even opened, so what stands in it does not count.
-    folder.write("usage-2026-03-05.jsonl", HistoryLines::encode(record(tomorrow)));
+    folder.write("usage-2026-03-05.jsonl", HistoryLines::encode(minuteAt(tomorrow)));
     // One named otherwise is compared as text: later than all dates.
-    folder.write("usage-old.jsonl", HistoryLines::encode(record(tomorrow - 1)));
+    folder.write("usage-old.jsonl", HistoryLines::encode(minuteAt(tomorrow - 1)));
     for (const char* name :
          {"usage-2026-03-09.txt", "usage-2026-03-09.JSONL", ".usage-2026-03-09.jsonl"}) {
-        folder.write(name, HistoryLines::encode(record(tomorrow)));
+        folder.write(name, HistoryLines::encode(minuteAt(tomorrow)));
     }
     EXPECT_THAT(store.load(atMinute(noon + 10)),
-                ElementsAre(record(tomorrow - 1), record(tomorrow, 5)));
+                ElementsAre(minuteAt(tomorrow - 1), minuteAt(tomorrow, 5)));
 }
 
 TEST_F(UsageStores, LoseOnlyWhatItCannotRead) {
     EXPECT_TRUE((UsageStore{folder.path() / "missing"}.load(distantPast).empty()));
-    const std::string good = HistoryLines::encode(record(7));
+    const std::string good = HistoryLines::encode(minuteAt(7));
     folder.write("usage-2026-03-01.jsonl", good + "{\"t\":8,\"cp\n" + good);
     folder.write("usage-2026-03-02.jsonl", good + "\xFF");
     std::filesystem::create_directory(folder.path() / "usage-2026-03-03.jsonl");
@@ -116,7 +119,7 @@ TEST_F(UsageStores, LoseOnlyWhatItCannotRead) {
     folder.write("usage-2026-03-06.jsonl", good.substr(0, good.size() - 1));
     std::ofstream{folder.path() / "usage-2026-03-07.jsonl"}.close();
     std::filesystem::resize_file(folder.path() / "usage-2026-03-07.jsonl", std::uintmax_t{1} << 40);
-    EXPECT_EQ(store.load(distantPast), std::vector(3, record(7)));
+    EXPECT_EQ(store.load(distantPast), std::vector(3, minuteAt(7)));
 }
 
 TEST_F(UsageStores, PruneByNameAndStopAtTheFirstFailure) {
@@ -147,7 +150,7 @@ TEST_F(UsageStores, PruneByNameAndStopAtTheFirstFailure) {
 
 TEST_F(UsageStores, TellWhyTheyCouldNotAppend) {
     folder.write("file", "");
-    const MinuteRecord good = record(day(2026, 3, 6));
+    const MinuteRecord good = minuteAt(day(2026, 3, 6));
     EXPECT_THROW((UsageStore{folder.path() / "file" / "below"}.append(good)), UsageStoreError);
 
     MinuteRecord odd = good;
@@ -168,7 +171,7 @@ TEST_F(UsageStores, TellWhyTheyCouldNotAppend) {
 }
 
 TEST_F(UsageStores, WriteAnewWhatTheyCannotOpen) {
-    const MinuteRecord good = record(day(2026, 3, 6));
+    const MinuteRecord good = minuteAt(day(2026, 3, 6));
     // A link to a file that is yet to be made cannot be opened, but can be written.
     std::filesystem::create_symlink("target", folder.path() / "usage-2026-03-06.jsonl");
     store.append(good);
@@ -176,11 +179,44 @@ TEST_F(UsageStores, WriteAnewWhatTheyCannotOpen) {
     EXPECT_EQ(folder.read("target"), HistoryLines::encode(good) + HistoryLines::encode(good));
 }
 
+TEST_F(UsageStores, EndALineThatWasTorn) {
+    const MinuteRecord good = minuteAt(day(2026, 3, 6));
+    const std::string line = HistoryLines::encode(good);
+    for (const std::string& torn :
+         {line.substr(0, line.size() - 1), line.substr(0, 20), line, std::string(8, '\0')}) {
+        folder.write("usage-2026-03-06.jsonl", torn);
+        store.append(good);
+        EXPECT_EQ(folder.read("usage-2026-03-06.jsonl"),
+                  torn + (torn.ends_with('\n') ? "" : "\n") + line);
+        EXPECT_EQ(store.load(distantPast).back(), good);
+    }
+    // The disk is full in the middle of a line: as a limit on the size of files has it.
+    folder.write("usage-2026-03-06.jsonl", line + "torn");
+    const pid_t child = ::fork();
+    if (child == 0) {
+        std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit{line.size() + 10, line.size() + 10};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+        bool failed = false;
+        try {
+            store.append(good);
+        } catch (const UsageStoreError&) {
+            failed = true;
+        }
+        ::_exit(failed ? 0 : 1);
+    }
+    int status = 1;
+    ::waitpid(child, &status, 0);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(folder.read("usage-2026-03-06.jsonl"), line + "torn") << "no half line is left";
+}
+
 TEST_F(UsageStores, StopBeyondTheCalendar) {
     EXPECT_TRUE(store.load(fromUnixTime(-9e11)).empty()) << "far, but still a date";
     EXPECT_DEATH(store.load(fromUnixTime(1e30)), "calendar");
     EXPECT_DEATH(store.load(fromUnixTime(std::numeric_limits<double>::quiet_NaN())), "calendar");
-    EXPECT_DEATH(store.append(record(std::numeric_limits<std::int64_t>::max())), "overflow");
+    EXPECT_DEATH(store.append(minuteAt(std::numeric_limits<std::int64_t>::max())),
+                 "time of a record");
 }
 
 } // namespace

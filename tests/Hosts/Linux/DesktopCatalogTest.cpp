@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdlib>
 #include <filesystem>
 #include <gtest/gtest.h>
 
@@ -29,6 +30,16 @@ protected:
         {path("user"), path("system"), path("missing")}, {path("bin")}, {"GNOME"}, path("home")};
 };
 
+TEST(DesktopPlaces, HasAHomeWithoutTheVariable) {
+    const std::string home = DesktopPlaces::fromEnvironment().home;
+    for (const char* odd : {"", "relative"}) {
+        ::setenv("HOME", odd, 1);
+        EXPECT_TRUE(DesktopPlaces::fromEnvironment().home.starts_with('/')) << odd;
+        EXPECT_NE(DesktopPlaces::fromEnvironment().home, "/") << "nothing is written there";
+    }
+    ::setenv("HOME", home.c_str(), 1);
+}
+
 TEST_F(DesktopCatalogTest, FindsWhatEntriesReallyStart) {
     program("opt/big/big");
     program("bin/tool");
@@ -43,14 +54,18 @@ TEST_F(DesktopCatalogTest, FindsWhatEntriesReallyStart) {
     entry("system/nameless.desktop", "Exec=big\n");
     entry("system/hidden.desktop", "Name=Hidden\nExec=big\n");
     entry("user/hidden.desktop", "Name=Hidden\nExec=big\nHidden=true\n");
+    program("bin/py", "#! /usr/bin/env python3\n");
+    entry("system/py.desktop", "Name=Py\nExec=py\n");
     folder.write("system/broken.desktop", "\xff\0\n[");
     folder.write("system/readme.txt", "[Desktop Entry]\n");
 
     const auto apps = readDesktopApps(places);
-    ASSERT_EQ(apps.size(), 2U);
-    EXPECT_EQ(apps[0], (DesktopApp{"big", "Big", path("opt/big/big"), path("opt/big"), false, 1}));
+    ASSERT_EQ(apps.size(), 3U);
+    EXPECT_EQ(apps[0],
+              (DesktopApp{"big", "Big", path("opt/big/big"), path("opt/big"), false, 1, "--flag"}));
     EXPECT_EQ(apps[1], (DesktopApp{"kde-start", "Start", "", ""}))
         << "a start script in a shared folder is no program";
+    EXPECT_EQ(apps[2].program, path("bin/py")) << "one that goes on running is";
 }
 
 TEST_F(DesktopCatalogTest, NoticesChangesAndReadsOnlyThen) {

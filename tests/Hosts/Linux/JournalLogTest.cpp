@@ -51,6 +51,7 @@ TEST(JournalLog, SendsOneDatagramAnEntryAndFallsBackToStandardError) {
     std::filesystem::remove(path);
     ::testing::internal::CaptureStderr();
     log.write(LogLevel::error, "s", "c", "second");
+    log.write(LogLevel::error, "s", "c", "second"); // each minute, maybe: it has been said
     JournalLog{std::string(200, '/')}.write(LogLevel::information, "s", "c", "third");
     EXPECT_EQ(::testing::internal::GetCapturedStderr(),
               "pacelet [s:c] error: second\npacelet [s:c] third\n");

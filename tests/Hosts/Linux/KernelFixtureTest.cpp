@@ -12,10 +12,12 @@ using pacelet::testing::TemporaryFolder;
 TEST(LinuxKernel, ReadsAMachineThatTellsEverything) {
     const TemporaryFolder root;
     root.write("proc/meminfo", "MemTotal: 4000 kB\nMemFree: 1000 kB\nCached: 400 kB\n"
-                               "AnonPages: 800 kB\nSwapTotal: 10 kB\nSwapFree: 4 kB\n");
+                               "AnonPages: 800 kB\nSwapTotal: 10 kB\nSwapFree: 4 kB\n"
+                               "MemAvailable: 300 kB\n");
     root.write("proc/pressure/memory", "some avg10=55.00\nfull avg10=12.00\n");
     root.write("proc/stat", "cpu 1 2\nintr " + std::string(20'000, '1') + "\nbtime 1700000000\n");
     root.write("proc/77/status", "Name:\tx\nRssAnon:\t12 kB\n");
+    root.write("run/udev/data/c1:1", "");
     root.write("sys/class/dmi/id/product_name", "Laptop 9\n");
     root.write("sys/firmware/acpi/platform_profile", "low-power\n");
     const auto zone = [&](int number, const std::string& type, int temperature) {
@@ -32,11 +34,20 @@ TEST(LinuxKernel, ReadsAMachineThatTellsEverything) {
     zone(2, "battery", 110'000);
 
     SystemClock clock;
-    LinuxKernel kernel{(root.path() / "proc").string(), (root.path() / "sys").string(), clock};
+    LinuxKernel kernel{(root.path() / "proc").string(), (root.path() / "sys").string(),
+                       (root.path() / "run").string(), clock};
     EXPECT_EQ(readSysctl<std::int32_t>(kernel, "kern.memorystatus_vm_pressure_level"), 4);
     EXPECT_EQ(readSysctl<BootTimeRecord>(kernel, "kern.boottime")->tv_sec, 1700000000);
     EXPECT_EQ(readSysctl<SwapUsageRecord>(kernel, "vm.swapusage")->xsu_used, 6U * 1024);
-    EXPECT_EQ(kernel.physicalMemory(), 4000 * 1024);
+    EXPECT_EQ(kernel.availableMemory(), 300 * 1024);
+    EXPECT_EQ(kernel.physicalMemory(), 256 << 20);
+    root.write("run/udev/data/+dmi:id",
+               "N:x\nE:MEMORY_DEVICE_0_SIZE=8388608\n"
+               "E:MEMORY_DEVICE_0_VOLATILE_SIZE=1\n"
+               "E:MEMORY_DEVICE_11_SIZE=4194304\nE:MEMORY_DEVICE_2_SIZE=-5\n");
+    EXPECT_EQ(kernel.physicalMemory(), 12 << 20) << "what the firmware says is built in";
+    EXPECT_EQ(kernel.hostStatistics64()->wire_count,
+              static_cast<std::uint32_t>(((12 << 20) - 2200 * 1024) / kernel.pageSize()));
     EXPECT_EQ(kernel.physFootprint(77), 12 * 1024);
     EXPECT_EQ(kernel.physFootprint(78), std::nullopt);
     EXPECT_EQ(kernel.thermalState(), 1) << "the hottest processor zone counts, a battery does not";
@@ -52,13 +63,15 @@ TEST(LinuxKernel, ReadsAMachineThatTellsEverything) {
 TEST(LinuxKernel, InventsNothingOnAMachineThatTellsNothing) {
     const TemporaryFolder root;
     SystemClock clock;
-    LinuxKernel kernel{(root.path() / "proc").string(), (root.path() / "sys").string(), clock};
+    LinuxKernel kernel{(root.path() / "proc").string(), (root.path() / "sys").string(),
+                       (root.path() / "run").string(), clock};
     std::array<std::byte, 64> record{};
     for (const char* name : {"kern.memorystatus_vm_pressure_level", "vm.swapusage", "kern.boottime",
                              "hw.model", "no.such.name"}) {
         EXPECT_FALSE(kernel.sysctlbyname(name, record)) << name;
     }
     EXPECT_FALSE(kernel.hostStatistics64());
+    EXPECT_FALSE(kernel.availableMemory());
     EXPECT_EQ(kernel.thermalState(), 0);
     EXPECT_FALSE(kernel.isLowPowerModeEnabled());
     EXPECT_EQ(kernel.physicalMemory(), 0);

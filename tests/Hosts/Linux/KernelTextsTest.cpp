@@ -1,7 +1,7 @@
 #include "Hosts/Linux/Proc/MemoryInfo.h"
 #include "Hosts/Linux/Proc/PressureStall.h"
 #include "Hosts/Linux/Proc/ProcStat.h"
-#include "Hosts/Linux/Proc/ProcStatus.h"
+#include "Hosts/Linux/Proc/ProcessMemory.h"
 #include "Hosts/Linux/Proc/ShownText.h"
 #include "Hosts/Linux/ThermalZones.h"
 #include "tests/Support/Table.h"
@@ -19,13 +19,14 @@ std::string statLine(std::int32_t pid, const std::string& comm, const ProcStat& 
     const auto text = [](auto number) { return ' ' + std::to_string(number); };
     return std::to_string(pid) + " (" + comm + ") " + stat.state + text(stat.ppid) + " 91 92" +
            text(stat.terminal) + " -1" + text(stat.isKernelThread ? 2129984 : 4194304) +
-           " 93 94 95 96" + text(stat.userTime) + text(stat.systemTime) + " 97 98 20 0 1 0" +
+           " 93 94 95 96" + text(stat.userTime) + text(stat.systemTime) +
+           text(stat.reapedUserTime) + text(stat.reapedSystemTime) + " 20 0 1 0" +
            text(stat.startTime) + " 99" + text(stat.residentPages) + " 18446744073709551615" +
            text(stat.startCode) + " 101" + text(stat.startStack) + " 0 0 0\n";
 }
 
 ProcStat someStat(std::int32_t pid, std::string_view comm) {
-    return {pid, comm, 'S', 7, 34816, false, 1234, 56, 146653, 380, 4096, 8192};
+    return {pid, comm, 'S', 7, 34816, false, 1234, 56, 97, 98, 146653, 380, 4096, 8192};
 }
 
 TEST(ProcStat, SurvivesWhateverAProgramCallsItself) {
@@ -46,9 +47,20 @@ TEST(ProcStat, SurvivesWhateverAProgramCallsItself) {
 
 TEST(ProcStat, TakesTheExtremesAndKnowsKernelThreads) {
     constexpr auto most = std::numeric_limits<std::uint64_t>::max();
-    const ProcStat extreme{
-        std::numeric_limits<std::int32_t>::max(), "x",  'Z', 0, -1, true, most, most, most,
-        std::numeric_limits<std::int64_t>::min(), most, most};
+    const ProcStat extreme{std::numeric_limits<std::int32_t>::max(),
+                           "x",
+                           'Z',
+                           0,
+                           -1,
+                           true,
+                           most,
+                           most,
+                           most,
+                           most,
+                           most,
+                           std::numeric_limits<std::int64_t>::min(),
+                           most,
+                           most};
     EXPECT_EQ(parseProcStat(statLine(extreme.pid, "x", extreme)), extreme);
     EXPECT_TRUE(extreme.hasEnded());
 }
@@ -73,9 +85,16 @@ TEST(ProcStat, RefusesWhatIsNoSuchLine) {
     }
 }
 
-TEST(ProcStatus, FootprintIsAnonymousAndSwappedMemory) {
-    for (const auto& [status, bytes] : pacelet::testing::rows<2>("Linux", "footprints")) {
-        EXPECT_EQ(pacelet::testing::shown(parseFootprint(status)), bytes) << status;
+TEST(ProcessMemory, IsReadOutOfBothFiles) {
+    for (const auto& [status, rollup, expected] :
+         pacelet::testing::rows<3>("Linux", "memory of processes")) {
+        const auto memory =
+            rollup.empty() ? parseStatusMemory(status) : parseSharedOut(status + rollup);
+        const std::string found = memory ? std::to_string(memory->anonymous) + ' ' +
+                                               std::to_string(memory->shared) + ' ' +
+                                               std::to_string(memory->swapped)
+                                         : "none";
+        EXPECT_EQ(found, expected) << status << rollup;
     }
 }
 
@@ -95,13 +114,13 @@ constexpr std::string_view memoryText = "MemTotal:       1000 kB\n"
                                         "SReclaimable:     60 kB"; // no last line feed
 
 TEST(MemoryInfo, CountsEveryByteOnce) {
-    const auto split = memoryStatistics(parseMemoryInfo(memoryText), 1024);
+    const auto split = memoryStatistics(parseMemoryInfo(memoryText), 1024, 1'010 << 10);
     ASSERT_TRUE(split);
     EXPECT_EQ(split->free_count, 200U);
     EXPECT_EQ(split->internal_page_count, 350U) << "anonymous and shared";
     EXPECT_EQ(split->external_page_count, 280U) << "files, buffers and reclaimable, less shared";
     EXPECT_EQ(split->compressor_page_count, 30U);
-    EXPECT_EQ(split->wire_count, 140U) << "the rest";
+    EXPECT_EQ(split->wire_count, 150U) << "the rest of what is installed";
     EXPECT_EQ(split->purgeable_count, 0U);
 }
 
@@ -116,7 +135,7 @@ TEST(MemoryInfo, NeverAddsUpToMoreThanThereIs) {
         info.shared = *figure;
         info.reclaimable = *figure;
         info.zswap = *figure;
-        const auto split = memoryStatistics(info, 1);
+        const auto split = memoryStatistics(info, 1, 0);
         RC_ASSERT(split.has_value());
         RC_ASSERT(split->free_count + split->internal_page_count + split->external_page_count +
                       split->compressor_page_count + split->wire_count ==
@@ -128,9 +147,9 @@ TEST(MemoryInfo, SaysNothingWithoutWhatItNeeds) {
     for (const char* key : {"MemTotal", "MemFree", "Cached", "AnonPages"}) {
         std::string text{memoryText};
         text.replace(text.find(key), 1, "?");
-        EXPECT_FALSE(memoryStatistics(parseMemoryInfo(text), 1024)) << key;
+        EXPECT_FALSE(memoryStatistics(parseMemoryInfo(text), 1024, 0)) << key;
     }
-    EXPECT_FALSE(memoryStatistics(parseMemoryInfo(memoryText), 0)) << "no page size";
+    EXPECT_FALSE(memoryStatistics(parseMemoryInfo(memoryText), 0, 0)) << "no page size";
     EXPECT_EQ(parseMemoryInfo(""), MemoryInfo{});
     EXPECT_FALSE(swapUsage(parseMemoryInfo("SwapTotal: 4 kB\nSwapFree: x kB"), 1024));
 }
@@ -144,20 +163,18 @@ TEST(MemoryInfo, TellsSwap) {
     EXPECT_EQ(swapUsage(parseMemoryInfo("SwapTotal: 1 kB\nSwapFree: 2 kB"), 4096)->xsu_used, 0U);
 }
 
-TEST(PressureStall, MapsStallsToLevels) {
-    const auto level = [](const std::string& some, const std::string& full) {
-        return pressureLevel(parsePressureStall(
+TEST(PressureStall, CountsTogetherWithWhatIsAvailable) {
+    for (const auto& [some, full, available, expected] :
+         pacelet::testing::rows<4>("Linux", "levels of memory pressure")) {
+        const PressureStall stall = parsePressureStall(
             "some avg10=" + some + " avg60=99.00 avg300=99.00 total=1\n\nfull avg10=" + full +
-            " avg60=99.00 avg300=99.00 total=18446744073709551615"));
-    };
-    for (const auto& [some, full, expected] :
-         pacelet::testing::rows<3>("Linux", "stalls and levels of memory pressure")) {
-        EXPECT_EQ(pacelet::testing::shown(level(some, full)), expected) << some << ' ' << full;
+            " avg60=99.00 avg300=99.00 total=18446744073709551615");
+        const MemoryInfo info =
+            parseMemoryInfo("MemTotal: 1000 kB\nMemAvailable: " + available + " kB\n");
+        EXPECT_EQ(pacelet::testing::shown(pressureLevel(stall, availableShare(info))), expected)
+            << some << ' ' << full << ' ' << available;
     }
-    EXPECT_EQ(pressureLevel(parsePressureStall("some avg10=12.50\n")), 2) << "no full line";
-    EXPECT_EQ(pressureLevel(parsePressureStall("some avg60=50.00\nfulltime avg10=50.00\n")),
-              std::nullopt);
-    EXPECT_EQ(pressureLevel(parsePressureStall("")), std::nullopt);
+    EXPECT_EQ(parsePressureStall("some avg60=50.00\nfulltime avg10=50.00\n"), PressureStall{});
 }
 
 TEST(ThermalZones, RiseWithTheTripPoints) {

@@ -2,12 +2,15 @@
 #include "Core/Sampling/PSParser.h"
 #include "Core/Sampling/PSProcessSource.h"
 #include "Hosts/Linux/LinuxHost.h"
+#include "Hosts/Posix/Shell.h"
 #include "tests/Support/ChildProgram.h"
+#include "tests/Support/TemporaryFolder.h"
 
 #include <array>
 #include <csignal>
 #include <ctime>
 #include <filesystem>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <map>
 #include <sys/wait.h>
@@ -145,6 +148,34 @@ TEST(LiveHost, ReadsPlausibleFigures) {
     const auto root = kernel.volumeCapacities("/");
     ASSERT_TRUE(root && root->total && root->availableForImportantUsage);
     EXPECT_LE(*root->availableForImportantUsage, *root->total);
+}
+
+TEST(LiveHost, NamesScriptsAndGroupsAnAppImage) {
+    using pacelet::testing::ChildProgram;
+    pacelet::testing::TemporaryFolder folder;
+    const std::string script = (folder.path() / "wait.sh").string();
+    folder.write("wait.sh", "#!/bin/sh\nwhile :; do read line; sleep 100; done\n");
+    const std::filesystem::path mount = "/tmp/.mount_PaceleAbCdEf";
+    std::filesystem::create_directories(mount);
+    std::filesystem::copy_file("/bin/sleep", mount / "AppRun",
+                               std::filesystem::copy_options::overwrite_existing);
+    std::ofstream{mount / "tool.desktop"} << "[Desktop Entry]\nType=Application\nName=My Tool\n";
+
+    const ChildProgram sh{{"/bin/sh", script}, {}};
+    const ChildProgram boxed{{(mount / "AppRun").string(), "100"}, {}};
+    LinuxHost host;
+    EXPECT_TRUE(pacelet::testing::eventually([&] { return sample(host)[sh.pid()].path == script; }))
+        << sample(host)[sh.pid()].path;
+    const std::string path = "/Applications/My Tool.app/Contents/MacOS/AppRun";
+    EXPECT_TRUE(pacelet::testing::eventually([&] {
+        return sample(host)[boxed.pid()].path == path;
+    })) << sample(host)[boxed.pid()].path;
+    EXPECT_EQ(host.whyThere(boxed.pid(), path),
+              "It runs inside of the same AppImage, Flatpak or Snap.");
+    const auto facts = host.knowledge().about(std::vector{ProgramQuestion{sh.pid(), script}});
+    EXPECT_EQ(facts.front()->entryKind,
+              "Script for " + std::filesystem::canonical("/bin/sh").filename().string());
+    std::filesystem::remove_all(mount);
 }
 
 } // namespace

@@ -1,3 +1,4 @@
+#include "Core/Internet/SpeedTest.h"
 #include "Core/Sampling/MemoryStats.h"
 #include "Core/Sampling/PSParser.h"
 #include "Core/Sampling/PSProcessSource.h"
@@ -14,16 +15,13 @@
 namespace pacelet::Simulated {
 namespace {
 
-using ::testing::Contains;
-using ::testing::DoubleNear;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
-using ::testing::Not;
 
-const std::vector<std::string> listing{"-axo", "pid=,ppid=,uid=,user=,time=,rss=,%cpu=,comm="};
+const std::vector<std::string> psArguments{"-axo", "pid=,ppid=,uid=,user=,time=,rss=,%cpu=,comm="};
 
 const std::vector<std::pair<std::string, std::vector<std::string>>> everyTool{
-    {"/bin/ps", listing},
+    {"/bin/ps", psArguments},
     {"/bin/ps", {"-axo", "pid=,rss=,args="}},
     {"/bin/launchctl", {"list"}},
     {"/usr/bin/networkQuality", {"-c", "-M", "25"}},
@@ -31,16 +29,7 @@ const std::vector<std::pair<std::string, std::vector<std::string>>> everyTool{
     {"/usr/sbin/system_profiler", {"SPHardwareDataType", "-json"}}};
 
 std::vector<ProcessSample> sample(SimulatedMac& mac) {
-    return PSParser::parse(mac.tools.run("/bin/ps", listing).stdout);
-}
-
-std::shared_ptr<RunningApplication> app(SimulatedMac& mac, const std::string& name) {
-    for (const auto& each : mac.workspace.runningApplications()) {
-        if (each->bundlePath() == "/Applications/" + name + ".app") {
-            return each;
-        }
-    }
-    return nullptr;
+    return PSParser::parse(mac.tools.run("/bin/ps", psArguments).stdout);
 }
 
 std::ptrdiff_t processesOf(SimulatedMac& mac, const std::string& name) {
@@ -67,8 +56,8 @@ TEST(Machine, TheSameSeedAndCallsGiveTheSameTexts) {
 }
 
 TEST(Machine, AnotherSeedGivesAnotherMachine) {
-    EXPECT_NE(makeScenario("quiet", 1)->tools.run("/bin/ps", listing),
-              makeScenario("quiet", 2)->tools.run("/bin/ps", listing));
+    EXPECT_NE(makeScenario("quiet", 1)->tools.run("/bin/ps", psArguments),
+              makeScenario("quiet", 2)->tools.run("/bin/ps", psArguments));
     EXPECT_EQ(makeScenario("no such scenario"), nullptr);
 }
 
@@ -130,36 +119,6 @@ TEST(Machine, AMonthPassesWithPidsUniqueAndTheTableOfOneSize) {
     EXPECT_LT(later.back().pid, 99999);
 }
 
-TEST(Applications, QuitAtOnceOrLateOrOnlyByForceOrNever) {
-    struct Row {
-        QuitHabit habit;
-        Seconds delay;
-        bool goneAtOnce, goneLater, goneByForce;
-    };
-    for (const Row& row : {Row{QuitHabit::obeys, Seconds{0}, true, true, true},
-                           Row{QuitHabit::obeys, Seconds{0.3}, false, true, true},
-                           Row{QuitHabit::resists, Seconds{0}, false, false, true},
-                           Row{QuitHabit::hangs, Seconds{0}, false, false, false}}) {
-        const auto mac = makeScenario("quiet");
-        for (RunningApp& each : mac->machine.lock()->running) {
-            each.habit = row.habit;
-            each.quitDelay = row.delay;
-        }
-        const auto slack = app(*mac, "Slack");
-        EXPECT_EQ(processesOf(*mac, "Slack"), 6);
-        EXPECT_TRUE(slack->terminate());
-        EXPECT_TRUE(slack->isTerminated() || slack->terminate()) << "asking twice is no failure";
-        EXPECT_EQ(slack->isTerminated(), row.goneAtOnce);
-        mac->machine.advance(Seconds{5});
-        EXPECT_EQ(slack->isTerminated(), row.goneLater);
-        EXPECT_EQ(slack->forceTerminate(), !row.goneLater);
-        EXPECT_EQ(slack->isTerminated(), row.goneByForce);
-        EXPECT_EQ(processesOf(*mac, "Slack"), row.goneByForce ? 0 : 6);
-        EXPECT_EQ(mac->workspace.isRunning("com.tinyspeck.slackmacgap"), !row.goneByForce);
-        EXPECT_EQ(slack->bundlePath(), "/Applications/Slack.app") << "the handle stays valid";
-    }
-}
-
 TEST(Applications, AreFoundOpenedAndPictured) {
     const auto mac = makeScenario("full-disk");
     EXPECT_EQ(mac->workspace.applicationPath("app.nothing"), std::nullopt);
@@ -216,7 +175,7 @@ TEST(Tools, PrintTheMacsOwnFormats) {
 
 TEST(Failures, OfTools) {
     const auto mac = makeScenario("quiet");
-    const auto ps = [&] { return mac->tools.run("/bin/ps", listing); };
+    const auto ps = [&] { return mac->tools.run("/bin/ps", psArguments); };
     const auto launchFailure = [&]() -> std::errc {
         try {
             ps();
@@ -252,11 +211,22 @@ TEST(Failures, OfTools) {
     }
 }
 
+TEST(Tools, TakeTheirTimeAndAnswerOfTheirEnd) {
+    const auto mac = makeScenario("quiet");
+    mac->tools.setTiming([&](Seconds duration) { mac->machine.advance(duration); });
+    const TimePoint before = mac->machine.now();
+    const SpeedResult result = SpeedTest::run(mac->tools, mac->machine);
+    EXPECT_NEAR((result.measuredAt - before).count(), 25, 1e-6);
+    mac->machine.inject(ToolTakes{"/bin/ps", Seconds{90}});
+    EXPECT_NEAR((PSProcessSource{mac->tools, mac->machine}.sample().takenAt - before).count(), 115,
+                1e-6);
+}
+
 TEST(Failures, AHangingToolAnswersWhenReleased) {
     const auto mac = makeScenario("quiet");
     mac->machine.inject(ToolHangs{"/bin/ps"});
     Shell::Output answer;
-    std::thread caller{[&] { answer = mac->tools.run("/bin/ps", listing); }};
+    std::thread caller{[&] { answer = mac->tools.run("/bin/ps", psArguments); }};
     while (mac->machine.lock()->records.hungCalls == 0) {
         std::this_thread::yield();
     }
@@ -264,7 +234,7 @@ TEST(Failures, AHangingToolAnswersWhenReleased) {
     mac->machine.advance(Seconds{60});
     mac->machine.clearFailures();
     caller.join();
-    EXPECT_EQ(answer, mac->tools.run("/bin/ps", listing));
+    EXPECT_EQ(answer, mac->tools.run("/bin/ps", psArguments));
 }
 
 // Every interface at once from several threads, while real time passes.
@@ -328,31 +298,6 @@ TEST(Failures, OfTheSystem) {
     std::array<std::byte, 4> small{};
     EXPECT_EQ(mac->kernel.sysctlbyname("hw.model", small), std::nullopt) << "does not fit";
     EXPECT_EQ(mac->kernel.sysctlbyname("no.such.name", small), std::nullopt);
-}
-
-TEST(Folders, ABlockedOneCanBeNeitherReadNorWrittenAndComesBack) {
-    namespace fs = std::filesystem;
-    fs::path root;
-    {
-        const auto mac = makeScenario("intel-history");
-        root = mac->platform().root;
-        const fs::path history = fs::path{mac->platform().applicationSupport} / "Pacelet";
-        const auto files = [&] {
-            std::error_code error;
-            return std::distance(fs::directory_iterator{history, error}, fs::directory_iterator{});
-        };
-        EXPECT_EQ(files(), 31);
-        mac->machine.inject(FolderUnwritable{history});
-        EXPECT_EQ(files(), 0);
-        EXPECT_FALSE(std::ofstream{history / "usage-2026-03-06.jsonl"}.is_open());
-        std::error_code refused;
-        fs::create_directories(history, refused);
-        EXPECT_TRUE(refused);
-        mac->machine.clearFailures();
-        EXPECT_EQ(files(), 31);
-        EXPECT_EQ(mac->platform().home, mac->platform().root + "Users/ann");
-    }
-    EXPECT_FALSE(fs::exists(root));
 }
 
 } // namespace

@@ -99,6 +99,12 @@ TEST(Scenarios, ChangeWithTimeAndWithWhatIsDone) {
         }
     }
     EXPECT_EQ(watch(*virtualMachine).result.status, Status::quiet) << "its machine goes with it";
+
+    const auto stuckApp = makeScenario("stuck-app");
+    for (const auto& app : stuckApp->workspace.runningApplications()) {
+        app->forceTerminate();
+        EXPECT_EQ(app->isTerminated(), app->bundlePath() != "/Applications/Logic Pro.app");
+    }
 }
 
 } // namespace

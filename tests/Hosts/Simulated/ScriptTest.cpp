@@ -1,9 +1,7 @@
-#include "Hosts/Simulated/Script/OSAScript.h"
+#include "Hosts/Simulated/Tools/OSAScript.h"
 
-#include "Core/Browser/BrowserController.h"
 #include "Core/Browser/TabScript.h"
 #include "Hosts/Simulated/SimulatedMac.h"
-#include "tests/Support/Properties.h"
 #include "tests/Support/Table.h"
 
 #include <algorithm>
@@ -18,7 +16,6 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::EndsWith;
 using ::testing::HasSubstr;
-using ::testing::IsEmpty;
 using ::testing::StartsWith;
 
 const std::string chromeID = "com.google.Chrome";
@@ -100,6 +97,9 @@ TEST_F(Scripts, ClosingTakesProcessesAlongAndMergingKeepsAddressesToTheLetter) {
         EXPECT_THAT(tabs(), ElementsAre("10: 12", "20: 21", "30: 31"));
         EXPECT_EQ(renderers(), 3U);
     }
+    EXPECT_THAT(run(listing).stdout, HasSubstr("normal\x1f"
+                                               "1\x1fTwo"))
+        << "the next tab is active";
     const Shell::Output output =
         run(tell("make new tab at end of tabs of " + window("10") +
                  " with properties {URL:\"https://c.example/?q=\\\"a\\\\b\\\"\"}\n    close " +
@@ -117,22 +117,6 @@ TEST_F(Scripts, TheSettingsPageOpensAWindowOnlyWhereThereIsNone) {
     mac->machine.lock()->browsers.at(chromeID).windows.clear();
     EXPECT_EQ(run(open).stderr, "");
     EXPECT_THAT(tabs(), ElementsAre(EndsWith("chrome://settings/performance")));
-}
-
-TEST_F(Scripts, RestartAndRebuildAskTheUser) {
-    const std::string restart = "tell application \"loginwindow\" to «event aevtrrst»";
-    const std::string rebuild =
-        "do shell script \"/usr/bin/mdutil -E /\" with administrator privileges";
-    EXPECT_EQ(run(restart).status, 0);
-    EXPECT_EQ(run(rebuild).status, 0);
-    EXPECT_GT(mac->machine.lock()->processes.find("mds_stores")->load.at(Seconds{60}), 40);
-    mac->machine.advance(hours(1));
-    EXPECT_LT(mac->machine.lock()->processes.find("mds_stores")->load.at(hours(1)), 2);
-    mac->machine.inject(PromptCancelled{});
-    EXPECT_THAT(run(restart).stderr, EndsWith("execution error: User canceled. (-128)\n"));
-    EXPECT_THAT(run(rebuild).stderr, EndsWith("execution error: User canceled. (-128)\n"));
-    EXPECT_EQ(mac->machine.lock()->records.restartRequests, 1);
-    EXPECT_EQ(mac->machine.lock()->records.indexRebuilds, 1);
 }
 
 TEST_F(Scripts, MistakesAreReportedAsTheSystemDoesAndChangeNothing) {
@@ -158,6 +142,11 @@ TEST_F(Scripts, MistakesAreReportedAsTheSystemDoesAndChangeNothing) {
                 StartsWith("44:100: execution error: Google Chrome got an error: "));
 }
 
+TEST_F(Scripts, AWindowGoesWithItsLastTab) {
+    EXPECT_EQ(run(tell("close (every tab of " + window("20") + " whose id is 21)")).stderr, "");
+    EXPECT_THAT(tabs(), ElementsAre("10: 11 12", "30: 31"));
+}
+
 TEST_F(Scripts, AnErrorHalfWayLeavesWhatWasDone) {
     EXPECT_EQ(run(tell("close " + window("20") + "\n    close " + window("99"))).status, 1);
     EXPECT_THAT(tabs(), ElementsAre("10: 11 12", "30: 31"));
@@ -165,91 +154,6 @@ TEST_F(Scripts, AnErrorHalfWayLeavesWhatWasDone) {
     mac->machine.lock()->browsers.at(chromeID).windows.clear();
     EXPECT_THAT(run(tell("close front window")).stderr, EndsWith("(-1719)\n"));
     EXPECT_EQ(run(listing).stdout, "\n");
-}
-
-TEST_F(Scripts, TheUserMayRefuseOneApplicationOrQuitIt) {
-    mac->machine.inject(AutomationRefused{chromeID});
-    EXPECT_THAT(run(listing).stderr,
-                HasSubstr("Not authorized to send Apple events to Google Chrome. (-1743)"));
-    mac->machine.clearFailures();
-    mac->machine.inject(ScriptFails{-10000, "Apple event handler failed."});
-    EXPECT_THAT(run(listing).stderr,
-                EndsWith("execution error: Apple event handler failed. (-10000)\n"));
-    mac->machine.clearFailures();
-    for (const auto& app : mac->workspace.runningApplications()) {
-        if (app->bundleIdentifier() == chromeID) {
-            app->terminate();
-        }
-    }
-    EXPECT_THAT(run(listing).stderr, EndsWith("Application isn’t running. (-600)\n"));
-    EXPECT_EQ(renderers(), 0U);
-}
-
-// Any run of closings and mergings leaves the tabs that a plain list of lists would have, and one
-// process a tab.
-TEST_F(Scripts, AnyRunOfThemKeepsToAPlainModel) {
-    using Model = std::vector<std::pair<std::int64_t, std::vector<std::string>>>;
-    pacelet::testing::checkProperty(60, [this] {
-        Model model;
-        {
-            const auto world = mac->machine.lock();
-            Browser& browser = world->browsers.at(chromeID);
-            browser.windows.clear();
-            for (const int tabs :
-                 *rc::gen::container<std::vector<int>>(4, rc::gen::inRange(1, 5))) {
-                TabWindow window;
-                window.id = browser.newID();
-                model.push_back({window.id, {}});
-                for (int tab = 0; tab < tabs; ++tab) {
-                    const std::string url = "https://x.example/" + std::to_string(browser.lastID);
-                    window.tabs.push_back({browser.newID(), "A page", url});
-                    model.back().second.push_back(url);
-                }
-                browser.windows.push_back(std::move(window));
-            }
-            settle(*world, chromeID);
-        }
-        const BrowserController controller{mac->platform()};
-        const auto operations = *rc::gen::container<std::vector<int>>(rc::gen::inRange(0, 1000));
-        for (const int operation : operations) {
-            const auto windows = controller.windows(ChromiumBrowser::chrome);
-            if (windows.size() < 2) {
-                break;
-            }
-            const auto chosen = static_cast<std::size_t>(operation) % windows.size();
-            const auto& window = windows.at(chosen);
-            if (operation % 3 == 0) {
-                const auto& target = windows.at((chosen + 1) % windows.size());
-                MergePlan plan{target.id, model.at(chosen).second, {window.id}, {}};
-                controller.merge(plan, ChromiumBrowser::chrome);
-                auto& receiving = model.at((chosen + 1) % windows.size()).second;
-                receiving.insert(receiving.end(), plan.urls.begin(), plan.urls.end());
-                model.erase(model.begin() + static_cast<std::ptrdiff_t>(chosen));
-                continue;
-            }
-            const auto tab = static_cast<std::size_t>(operation / 7) % window.tabs.size();
-            controller.close({window.tabs.at(tab)}, ChromiumBrowser::chrome);
-            auto& urls = model.at(chosen).second;
-            urls.erase(urls.begin() + static_cast<std::ptrdiff_t>(tab));
-            if (urls.empty()) {
-                model.erase(model.begin() + static_cast<std::ptrdiff_t>(chosen));
-            }
-        }
-        Model left;
-        std::size_t tabs = 0;
-        for (const auto& window : controller.windows(ChromiumBrowser::chrome)) {
-            left.push_back({std::stoll(window.id), {}});
-            std::ptrdiff_t active = 0;
-            for (const auto& tab : window.tabs) {
-                left.back().second.push_back(tab.url);
-                active += tab.isActive ? 1 : 0;
-                ++tabs;
-            }
-            RC_ASSERT(active == 1);
-        }
-        RC_ASSERT(left == model);
-        RC_ASSERT(renderers() == tabs);
-    });
 }
 
 } // namespace

@@ -25,7 +25,7 @@ protected:
 bool ask(const QString& folder) {
     bool answered = false;
     const std::unique_ptr<QThread> other{
-        QThread::create([&] { answered = SingleInstance{folder}.askToShow(); })};
+        QThread::create([&] { answered = SingleInstance{{folder}}.askToShow(); })};
     other->start();
     while (!other->wait(5)) {
         QCoreApplication::processEvents();
@@ -34,20 +34,20 @@ bool ask(const QString& folder) {
 }
 
 TEST_F(SingleInstanceTest, ALaterStartBringsTheFirstForward) {
-    SingleInstance first{folder};
+    SingleInstance first{{folder}};
     first.listen();
     ASSERT_TRUE(first.isFirst());
     QSignalSpy shown{&first, &SingleInstance::showRequested};
     for (int start = 1; start <= 3; ++start) {
-        EXPECT_FALSE(SingleInstance{folder}.isFirst());
+        EXPECT_FALSE(SingleInstance{{folder}}.isFirst());
         EXPECT_TRUE(ask(folder));
         EXPECT_EQ(shown.count(), start);
     }
 }
 
 TEST_F(SingleInstanceTest, TheNextStartAfterTheEndIsFirstAgain) {
-    std::make_unique<SingleInstance>(folder)->listen();
-    SingleInstance next{folder};
+    std::make_unique<SingleInstance>(QStringList{folder})->listen();
+    SingleInstance next{{folder}};
     next.listen();
     EXPECT_TRUE(next.isFirst());
     EXPECT_TRUE(ask(folder));
@@ -56,7 +56,7 @@ TEST_F(SingleInstanceTest, TheNextStartAfterTheEndIsFirstAgain) {
 TEST_F(SingleInstanceTest, WhatACrashLeavesBehindStopsNobody) {
     const pid_t child = fork();
     if (child == 0) {
-        auto* left = new SingleInstance{folder};
+        auto* left = new SingleInstance{{folder}};
         left->listen();
         _exit(left->isFirst() ? 0 : 1);
     }
@@ -64,14 +64,14 @@ TEST_F(SingleInstanceTest, WhatACrashLeavesBehindStopsNobody) {
     ASSERT_EQ(waitpid(child, &status, 0), child);
     ASSERT_EQ(status, 0);
     ASSERT_TRUE(QFile::exists(folder + "/window.socket"));
-    SingleInstance next{folder};
+    SingleInstance next{{folder}};
     next.listen();
     EXPECT_TRUE(next.isFirst());
     EXPECT_TRUE(ask(folder));
 }
 
 TEST_F(SingleInstanceTest, StrangeMessagesDoNothing) {
-    SingleInstance first{folder};
+    SingleInstance first{{folder}};
     first.listen();
     QSignalSpy shown{&first, &SingleInstance::showRequested};
     for (const QByteArray& message :
@@ -89,10 +89,24 @@ TEST_F(SingleInstanceTest, StrangeMessagesDoNothing) {
     EXPECT_TRUE(ask(folder));
 }
 
-TEST_F(SingleInstanceTest, AFolderThatCannotBeMadeStopsNobody) {
+TEST_F(SingleInstanceTest, TheNextFolderServesWhereOneCannotBeUsed) {
+    const auto path = [&](const std::string& name) {
+        return QString::fromStdString((temporary.path() / name).string());
+    };
     temporary.write("file", "");
-    const QString blocked = QString::fromStdString((temporary.path() / "file/run").string());
-    EXPECT_TRUE(SingleInstance{blocked}.isFirst());
+    temporary.link("link", temporary.path());
+    QStringList unusable{path("file/run"), path("file"), path("link"), path("missing/run"),
+                         path(std::string(100, 'x'))};
+    std::filesystem::create_directories(temporary.path() / "foreign");
+    if (chown((temporary.path() / "foreign").c_str(), 65534, 65534) == 0) {
+        // One that somebody else has made, with a lock and an answer of theirs, maybe.
+        unusable.append(path("foreign"));
+    }
+    EXPECT_TRUE(SingleInstance{unusable}.isFirst());
+    EXPECT_FALSE(SingleInstance{unusable}.isKnown());
+    const SingleInstance first{unusable + QStringList{folder}};
+    EXPECT_TRUE(first.isFirst());
+    EXPECT_FALSE((SingleInstance{unusable + QStringList{folder}}.isFirst()));
 }
 
 } // namespace

@@ -78,10 +78,25 @@ TEST_F(BackgroundItemsViewTest, FollowsTheFiguresOfWhatRuns) {
 
 TEST_F(BackgroundItemsViewTest, SaysThatThereIsNothing) {
     launch("fresh-install");
+    scheduler().setBackgroundDuration(Seconds{2});
     open(Screen::backgroundItems);
-    pass(3);
+    EXPECT_FALSE(probe->shows("No background items found")) << "before anybody has looked";
+    pass(6);
     EXPECT_THAT(probe->texts(), IsSupersetOf({"Background Items", "No background items found",
                                               "Nothing is set to run in the background."}));
+}
+
+TEST_F(BackgroundItemsViewTest, KeepsWhatItShowsWhileTheWindowIsAway) {
+    launch(world());
+    open(Screen::backgroundItems);
+    pass(3);
+    scheduler().setBackgroundDuration(Seconds{2});
+    app().window()->showMinimized();
+    pass(1);
+    app().showWindow();
+    settle();
+    EXPECT_THAT(probe->texts(),
+                AllOf(Contains("Added by Slack"), Not(Contains("No background items found"))));
 }
 
 TEST_F(BackgroundItemsViewTest, HoldsLongNamesAndScrollsByKeys) {
@@ -165,7 +180,7 @@ TEST(BackgroundRows, tellWhatIsKnown) {
         };
         facts.usage = [&, is = measured](std::int32_t pid) {
             EXPECT_EQ(pid, 7);
-            return is ? &usage : nullptr;
+            return is ? std::make_shared<const ProcessUsage>(usage) : nullptr;
         };
         const std::vector<BackgroundItem> items{given};
         const auto shown = backgroundRows(grouped(items, byName), facts);

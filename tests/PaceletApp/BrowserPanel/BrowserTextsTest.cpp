@@ -1,6 +1,6 @@
 #include "PaceletApp/BrowserPanel/BrowserTexts.h"
 
-#include "Core/Sampling/Shell.h"
+#include "Core/Platform/ShellOutput.h"
 #include "PaceletApp/BrowserPanel/BrowserListing.h"
 #include "tests/PaceletApp/Support/Table.h"
 

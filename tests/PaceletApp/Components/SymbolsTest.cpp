@@ -4,6 +4,7 @@
 #include "PaceletApp/Components/SymbolProvider.h"
 #include "tests/PaceletApp/Support/Stage.h"
 #include "tests/PaceletApp/Support/Table.h"
+#include "tests/Support/FakeWorkspace.h"
 
 #include <QBuffer>
 #include <QDirIterator>
@@ -97,17 +98,8 @@ TEST(SymbolProvider, drawsInOneColourAtTheSizeAskedFor) {
     }
 }
 
-class IconsOnly : public Workspace {
+class IconsOnly final : public testing::FakeWorkspace {
 public:
-    std::vector<std::shared_ptr<RunningApplication>> runningApplications() override { return {}; }
-    bool isRunning(const std::string&) override { return false; }
-    bool openURL(const std::string&) override { return false; }
-    std::optional<std::string> applicationPath(const std::string&) override { return {}; }
-    void openApplication(const std::string&) override {}
-    ObserverHandle observeSleep(std::function<void()>, std::function<void()>) override {
-        return {};
-    }
-
     std::optional<EncodedImage> icon(const std::string& path, int) override {
         ++asked;
         if (path == "/Applications/Plain.app") {

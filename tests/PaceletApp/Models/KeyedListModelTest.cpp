@@ -16,6 +16,12 @@ struct Row {
     int value = 0;
     bool hidden = false; ///< part of the item, but of no role
 
+    const std::string& key() const { return id; }
+    static std::vector<ListRole<Row>> roles() {
+        return {{"name", [](const Row& row) { return QString::fromStdString(row.id); }},
+                {"value", [](const Row& row) { return row.value; }}};
+    }
+
     bool operator==(const Row&) const = default;
 };
 
@@ -30,10 +36,7 @@ std::vector<Row> rows(std::string_view letters) {
 /// A model, a mirror that follows its signals alone, and a record of them: "+at:ids", "-at:count",
 /// "from:count>to", "~row:roles".
 struct Watched {
-    KeyedListModel<Row> model{
-        [](const Row& row) { return row.id; },
-        {{"name", [](const Row& row) { return QString::fromStdString(row.id); }},
-         {"value", [](const Row& row) { return row.value; }}}};
+    KeyedListModel<Row> model;
     QAbstractItemModelTester tester{&model, QAbstractItemModelTester::FailureReportingMode::Fatal};
     std::vector<Row> mirror;
     std::string record;
@@ -97,7 +100,7 @@ TEST(KeyedListModel, tellsTheFewestSteps) {
         {"abcdef", "efabcd", "4:2>0 "},
         {"abc", "cba", "1:1>3 0:1>3 "},
         {"abcd", "dxa", "-1:2 +2:x 0:1>3 "},
-        // Several rows of one id: the first goes with the first.
+        // Several rows of one key: the first goes with the first.
         {"aab", "aba", "1:1>3 "},
         {"ab", "aab", "+1:a "},
     };

@@ -61,7 +61,10 @@ TEST_F(MonitorHistory, ReadsOnceWhatTheMacIsAndThenPrunes) {
     EXPECT_EQ(calls("/usr/sbin/system_profiler"), 1);
     ASSERT_TRUE(monitor->mac());
     EXPECT_EQ(monitor->mac()->chip, "Apple M2");
-    EXPECT_EQ(std::ranges::count(notifications.names, "mac"), 1);
+    EXPECT_EQ(
+        std::ranges::count_if(notifications.told,
+                              [&](const Fields& fields) { return fields.hold(monitor->mac); }),
+        1);
     EXPECT_FALSE(fs::exists(folder() / "usage-2026-02-03.jsonl"));
     EXPECT_TRUE(fs::exists(folder() / "usage-2026-02-04.jsonl"));
 }

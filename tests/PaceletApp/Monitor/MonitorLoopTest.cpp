@@ -20,7 +20,7 @@ TEST_F(MonitorLoop, NothingRunsWithoutACatalog) {
     EXPECT_EQ(mac.workspace.observerCount(), 0U);
     EXPECT_EQ(monitor->error(), std::nullopt);
     EXPECT_EQ(monitor->catalog(), nullptr);
-    EXPECT_EQ(monitor->explanation(ProcessGroup{}), std::nullopt);
+    EXPECT_EQ(monitor->explanation(ProcessGroup{}), nullptr);
     EXPECT_EQ(
         loadCatalog({.mainFolder = mac.platform().home, .resourceBundle = mac.platform().home}),
         std::nullopt);
@@ -31,7 +31,10 @@ TEST_F(MonitorLoop, TheIntervalRunsFromTheEndOfATickAndFollowsWhatIsOpen) {
     scheduler.setBackgroundDuration(Seconds{0.25});
     std::optional<TimePoint> last;
     std::vector<double> periods;
-    QObject::connect(monitor.get(), &Monitor::lastCheckedChanged, monitor.get(), [&] {
+    QObject::connect(monitor.get(), &Monitor::changed, monitor.get(), [&](const Fields& fields) {
+        if (!fields.hold(monitor->lastChecked)) {
+            return;
+        }
         if (last) {
             periods.push_back((*monitor->lastChecked() - *last).count());
         }

@@ -120,39 +120,17 @@ protected:
     const std::string notes = "/Applications/Notes.app";
 };
 
-/// The monitor's signals, with the names by which tests speak of them.
-inline const std::pair<void (Monitor::*)(), const char*> monitorSignals[] = {
-    {&Monitor::groupsChanged, "groups"},
-    {&Monitor::signalsChanged, "signals"},
-    {&Monitor::resultChanged, "result"},
-    {&Monitor::lastCheckedChanged, "lastChecked"},
-    {&Monitor::errorChanged, "error"},
-    {&Monitor::spotlightBusySinceChanged, "spotlightBusySince"},
-    {&Monitor::explanationsChanged, "explanations"},
-    {&Monitor::cpuHistoryChanged, "cpuHistory"},
-    {&Monitor::memoryChanged, "memory"},
-    {&Monitor::isPausedChanged, "isPaused"},
-    {&Monitor::windowVisibleChanged, "windowVisible"},
-    {&Monitor::menuOpenChanged, "menuOpen"},
-    {&Monitor::stuckAppChanged, "stuckApp"},
-    {&Monitor::backgroundItemsChanged, "backgroundItems"},
-    {&Monitor::macChanged, "mac"},
-    {&Monitor::keepHistoryChanged, "keepHistory"},
-};
-
-/// The names of the monitor's signals in the order in which they came.
+/// The sets of fields that the monitor told of, in the order in which they came.
 class Notifications : public QObject {
 public:
     explicit Notifications(Monitor& monitor) {
-        for (const auto& each : monitorSignals) {
-            connect(&monitor, each.first, this,
-                    [this, name = each.second] { names.emplace_back(name); });
-        }
+        connect(&monitor, &Monitor::changed, this,
+                [this](const Fields& fields) { told.push_back(fields); });
     }
 
-    std::vector<std::string> take() { return std::exchange(names, {}); }
+    std::vector<Fields> take() { return std::exchange(told, {}); }
 
-    std::vector<std::string> names;
+    std::vector<Fields> told;
 };
 
 } // namespace pacelet::testing

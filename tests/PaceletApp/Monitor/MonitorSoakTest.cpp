@@ -75,8 +75,12 @@ protected:
     void launchProgram() {
         make();
         model_.restart();
-        QObject::connect(monitor.get(), &Monitor::cpuHistoryChanged, monitor.get(),
-                         [this] { tickEnded(); });
+        QObject::connect(monitor.get(), &Monitor::changed, monitor.get(),
+                         [this](const Fields& fields) {
+                             if (fields.hold(monitor->cpuHistory)) {
+                                 tickEnded();
+                             }
+                         });
         monitor->start();
     }
 

@@ -49,6 +49,10 @@ TEST_F(OnboardingTest, StartsAtLoginWhenThatIsTickedUnlessTheServiceRefuses) {
     for (const LoginItemStatus after : {LoginItemStatus::notRegistered, LoginItemStatus::enabled}) {
         probe->clickText("Start Pacelet at login");
         EXPECT_EQ(status(), LoginItemStatus::notRegistered) << "before the user is done";
+        app().window()->showMinimized();
+        ASSERT_TRUE(goesAway(title));
+        app().showWindow();
+        ASSERT_TRUE(comesUp(title));
         probe->press(Qt::Key_Return); // wherever the focus stands
         EXPECT_TRUE(goesAway(title));
         EXPECT_TRUE(app().preferences().onboarded());

@@ -1,10 +1,13 @@
 #include "PaceletApp/OverviewView/OverviewLook.h"
 
+#include "PaceletApp/Components/LiveBadgeModel.h"
+
+#include "PaceletApp/Components/ProcessItem.h"
 #include "PaceletApp/OverviewView/CauseItem.h"
-#include "PaceletApp/OverviewView/ProcessItem.h"
 #include "tests/PaceletApp/Support/SampleGroup.h"
 #include "tests/PaceletApp/Support/Table.h"
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -94,6 +97,37 @@ TEST(ProcessItem, tellsWhatItIsInFigures) {
     item = processItem(group, nullptr);
     EXPECT_EQ(written(), " · 3 helpers|140.2%|3 MB||gearshape");
     EXPECT_EQ(item.fix, FixLook{});
+}
+
+TEST(Causes, leadToTheirGroupAsLongAsItRuns) {
+    const ProcessGroup group = sampleGroup({sampleUsage(7, "Safari")}, true);
+    const auto about = [](FixID fix, std::optional<std::string> groupID) {
+        Finding::Fields fields;
+        fields.kind = FindingKind::cpuHog;
+        fields.severity = Severity::high;
+        fields.headline = "A cause.";
+        fields.primaryFix = fix;
+        fields.groupID = std::move(groupID);
+        return Finding{std::move(fields)};
+    };
+    const Finding running = about(FixID::quitApp, group.id);
+    EXPECT_EQ(heroLook(true, &running, {&group, 1}).fix.title, "Quit Safari");
+    EXPECT_EQ(causeItem(running, {&group, 1}).fix.title, "Quit Safari");
+    EXPECT_TRUE(causeItem(running, {&group, 1}).grave);
+    EXPECT_EQ(groupOf(running, {}), nullptr);
+    EXPECT_EQ(groupOf(about(FixID::restartMac, {}), {&group, 1}), nullptr);
+    EXPECT_EQ(heroLook(false, &running, {&group, 1}), HeroLook{}) << "nothing before a check";
+
+    const Cause memory{FindingKind::memory, "/Applications/Safari.app", "Safari"};
+    for (const auto& [cause, line] : {std::pair{Cause{FindingKind::spotlight, "", ""}, "Spotlight"},
+                                      std::pair{memory, "low memory"}}) {
+        const Spell spell{cause, fromUnixTime(14 * 3600 + 32 * 60 + 59), Seconds{730}};
+        EXPECT_EQ(earlierLine(spell, QTimeZone::utc()).toStdString(),
+                  fmt::format("Earlier: {}, 12 minutes, until 14:32.", line));
+    }
+    EXPECT_EQ(earlierLine({}, QTimeZone::utc()), QString{});
+    EXPECT_EQ(moreCausesLabel(0) + moreCausesLabel(1) + moreCausesLabel(4),
+              "And 1 more causeAnd 4 more causes");
 }
 
 } // namespace

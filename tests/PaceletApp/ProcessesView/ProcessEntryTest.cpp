@@ -78,7 +78,7 @@ TEST(ListedProcess, theKernelTellsOfHeatAndOfNoCost) {
         {Thermal::hot, "Hot|red|Cooling your Mac"},
         {Thermal::veryHot, "Very hot|red|Cooling your Mac"},
     };
-    const ProcessEntry entry{&kernelGroup(), nullptr, Verdict::review};
+    const ProcessEntry entry{kernelGroup(), nullptr, Verdict::review};
     for (const auto& [thermal, words] : cases) {
         const ListedProcess row = listedProcess(entry, thermal);
         EXPECT_EQ(QStringList({row.cpu, row.tone, row.note}).join(u'|'), words);

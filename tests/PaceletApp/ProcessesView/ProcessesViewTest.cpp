@@ -1,5 +1,7 @@
 #include "tests/PaceletApp/Support/ApplicationRig.h"
 
+#include <QAccessible>
+
 #include <algorithm>
 #include <string>
 
@@ -137,6 +139,21 @@ TEST_F(ProcessesViewTest, oneRowIsOpenWhateverTheTicksBring) {
     EXPECT_FALSE(probe->shows("Read the full guide"));
 }
 
+TEST_F(ProcessesViewTest, tellsThoseWhoHearItHowItStands) {
+    start("chrome-tabs");
+    auto* const head = row("WindowServer")->findChild<QQuickItem*>("row head");
+    QAccessibleInterface* const face = QAccessible::queryAccessibleInterface(head);
+    ASSERT_NE(face, nullptr);
+    const QString told = face->text(QAccessible::Description);
+    EXPECT_TRUE(told.contains("CPU ") && told.contains(", memory ") && told.contains("Verdict: "))
+        << told.toStdString();
+    EXPECT_TRUE(face->state().expandable && !face->state().expanded);
+    face->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    settle();
+    EXPECT_TRUE(face->state().expanded && !face->state().collapsed);
+    EXPECT_EQ(expanded(), groupNamed("WindowServer").id);
+}
+
 TEST_F(ProcessesViewTest, anExplanationLeadsStraightToTheRow) {
     launch("window-server");
     open();
@@ -158,7 +175,7 @@ TEST_F(ProcessesViewTest, anExplanationLeadsStraightToTheRow) {
 TEST_F(ProcessesViewTest, isWalkedByTheKeyboardAndQuitsFromARow) {
     start("quiet");
     probe->press(Qt::Key_F, Qt::ControlModifier);
-    const auto& groups = app().monitor().groups();
+    const ProcessGroups groups = app().monitor().groups();
     while (probe->focused() != "row head") {
         probe->press(Qt::Key_Tab);
     }

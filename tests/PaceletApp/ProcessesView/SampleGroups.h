@@ -29,10 +29,13 @@ struct SampleGroups {
     }
 
     std::vector<ProcessEntry> entries() const {
-        return allEntries(groups, [this](const ProcessGroup& group) -> const Explanation* {
-            const auto found = explanations.find(group.id);
-            return found != explanations.end() ? &found->second : nullptr;
-        });
+        return allEntries(std::make_shared<const ProcessGroups>(groups),
+                          [this](const ProcessGroup& group) {
+                              const auto found = explanations.find(group.id);
+                              return found != explanations.end()
+                                         ? std::make_shared<const Explanation>(found->second)
+                                         : nullptr;
+                          });
     }
 
     /// Names of the rows that the query leaves, in order, with a blank between them.

@@ -1,7 +1,9 @@
 #include "PaceletApp/Scheduler/RealScheduler.h"
 
 #include "PaceletApp/Scheduler/Detach.h"
+#include "PaceletApp/Scheduler/StopOwner.h"
 #include "tests/Support/FakeKernel.h"
+#include "tests/Support/NoThreads.h"
 
 #include <gtest/gtest.h>
 
@@ -14,6 +16,7 @@
 #include <memory>
 #include <numeric>
 #include <stdexcept>
+#include <system_error>
 #include <thread>
 #include <vector>
 
@@ -58,8 +61,8 @@ TEST_F(RealSchedulerTest, NoSleepEndsEarlyAndAllEndInOrder) {
     EXPECT_FALSE(early);
 }
 
-TEST_F(RealSchedulerTest, ACancelledSleepEndsLongBeforeItsTime) {
-    auto source = std::make_unique<CancellationSource>();
+TEST_F(RealSchedulerTest, AStoppedSleepEndsLongBeforeItsTime) {
+    auto source = std::make_unique<StopOwner>();
     std::optional<bool> passed;
     auto sleeper = [&]() -> QCoro::Task<> {
         passed = co_await scheduler->sleep(Seconds{3600}, source->token());
@@ -107,6 +110,21 @@ TEST_F(RealSchedulerTest, WorkRunsElsewhereAndItsOutcomeComesBackToThisThread) {
     EXPECT_EQ(failed, 20);
     EXPECT_EQ(total, 100 * (199 * 200 / 2 - 10 * (19 * 20 / 2)));
     EXPECT_FALSE(strayed);
+}
+
+TEST_F(RealSchedulerTest, NoWorkIsLostWhereTheSystemGivesNoMoreThreads) {
+    const testing::NoThreads noThreads;
+    int finished = 0;
+    auto worker = [&]() -> QCoro::Task<> {
+        auto work = scheduler->runInBackground([] {});
+        co_await work;
+        ++finished;
+    };
+    for (int job = 0; job < 5; ++job) {
+        detach(worker());
+    }
+    EXPECT_TRUE(turnUntil([&] { return finished == 5; }));
+    EXPECT_THROW(RealScheduler{clock}, std::system_error);
 }
 
 TEST_F(RealSchedulerTest, WaitsForWorkUpToALimitAndUnwindsTheRestWhenItGoes) {

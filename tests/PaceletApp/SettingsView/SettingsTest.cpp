@@ -1,8 +1,11 @@
+#include "PaceletApp/InternetView/SpeedTester.h"
 #include "PaceletApp/SettingsView/SettingsModel.h"
 #include "tests/PaceletApp/Support/ApplicationRig.h"
 #include "tests/PaceletApp/Support/FakeUpdater.h"
 #include "tests/PaceletApp/Support/Stage.h"
 #include "tests/PaceletApp/Support/Table.h"
+
+#include <QSignalSpy>
 
 namespace pacelet::testing {
 namespace {
@@ -152,6 +155,10 @@ TEST_F(SettingsTest, IsOneWindowThatKeysOpenAndClose) {
         EXPECT_EQ(first->visibility(), QWindow::Windowed);
         ASSERT_TRUE(QTest::qWaitForWindowActive(app().settings()));
         WindowProbe settings{*app().settings()};
+        // All that is not about this one window reaches the program.
+        settings.press(Qt::Key_3, Qt::ControlModifier);
+        EXPECT_EQ(app().router().screen(), Screen::backgroundItems);
+        app().router().setScreen(Screen::overview);
         settings.press(key, key == Qt::Key_W ? Qt::ControlModifier : Qt::NoModifier);
         closes(&Application::settings);
         ASSERT_NE(app().window(), nullptr);
@@ -169,12 +176,56 @@ TEST_F(SettingsTest, IsOneWindowThatKeysOpenAndClose) {
     close();
 }
 
+/// Preferences that are not what the user has chosen.
+class TroubledPreferences final : public Simulated::MacPreferences {
+public:
+    using MacPreferences::MacPreferences;
+
+    PreferencesTrouble trouble() override { return now; }
+    ObserverHandle observeTrouble(std::function<void()> changed) override {
+        tell = std::move(changed);
+        return nullptr;
+    }
+
+    PreferencesTrouble now = PreferencesTrouble::flawed;
+    std::function<void()> tell;
+};
+
+TEST_F(SettingsTest, SaysWhenSettingsAreNotWhatWasChosen) {
+    TroubledPreferences stored{mac().machine};
+    mac().machine.lock()->preferences.erase("keepUsageHistory");
+    const Platform given = mac().platform();
+    const Platform platform{
+        given.clock,       given.tools,        given.kernel,     given.workspace,
+        given.networkLink, given.windowServer, given.loginItems, stored,
+        given.log,         given.home,         given.root,       given.applicationSupport};
+    Monitor monitor{platform, scheduler(), std::nullopt};
+    EXPECT_FALSE(monitor.keepHistory()) << "it may have been switched off";
+    EXPECT_EQ(stored.boolean("keepUsageHistory"), false) << "at the next start, too";
+    AppPreferences preferences{stored};
+    AppUpdater updater{{}, nullptr};
+    SpeedTester tester{platform, scheduler()};
+    const SettingsModel model{{monitor, app().router(), app().actions(), preferences, updater,
+                               tester, scheduler(), platform}};
+    EXPECT_THAT(model.trouble().toStdString(), ::testing::HasSubstr("couldn't be read"));
+    QSignalSpy changed{&model, &SettingsModel::troubleChanged};
+    stored.now = PreferencesTrouble::unwritable;
+    stored.tell();
+    EXPECT_EQ(changed.count(), 1);
+    EXPECT_THAT(model.trouble().toStdString(), ::testing::HasSubstr("can't be saved"));
+    EXPECT_EQ(SettingsModel({app().monitor(), app().router(), app().actions(), app().preferences(),
+                             updater, tester, scheduler(), given})
+                  .trouble(),
+              QString{});
+}
+
 TEST_F(SettingsTest, OffersUpdatesWhereThereIsAnUpdater) {
     const Platform platform = mac().platform();
     UpdaterRecord record;
+    SpeedTester speedTester{platform, scheduler()};
     AppUpdater updater{{"key", "app.pacelet.Pacelet"}, std::make_unique<FakeUpdater>(record)};
     SettingsModel model{{app().monitor(), app().router(), app().actions(), app().preferences(),
-                         updater, scheduler(), platform}};
+                         updater, speedTester, scheduler(), platform}};
     Stage stage{"SettingsView { width: 460; height: implicitHeight; model: settings }",
                 {{"settings", QVariant::fromValue(&model)}}};
     EXPECT_TRUE(stage.shows("Check for updates automatically"));

@@ -1,6 +1,7 @@
 #include "tests/PaceletApp/Support/WindowProbe.h"
 
 #include "Core/Support/Precondition.h"
+#include "tests/PaceletApp/Support/SeenTexts.h"
 
 #include <QTest>
 
@@ -31,20 +32,6 @@ QObject* among(QObject* from, const QString& name) {
         }
     }
     return nullptr;
-}
-
-/// Calls `visit` with every visible item below `item` that has a text of its own.
-template<typename Visit>
-void forEachText(QQuickItem& item, const Visit& visit) {
-    if (!item.isVisible() || item.opacity() <= 0) {
-        return;
-    }
-    if (item.inherits("QQuickText") && !item.property("text").toString().isEmpty()) {
-        visit(item);
-    }
-    for (QQuickItem* child : item.childItems()) {
-        forEachText(*child, visit);
-    }
 }
 
 } // namespace

@@ -10,11 +10,11 @@ namespace pacelet {
 namespace {
 
 constexpr double hour = 3600;
-constexpr double day = 86400;
+constexpr double secondsADay = 86400;
 /// 2026-03-06 00:00 UTC, a Friday.
-constexpr double friday = 20518 * day;
+constexpr double friday = 20518 * secondsADay;
 
-const QTimeZone utc = QTimeZone::utc();
+const QTimeZone universal = QTimeZone::utc();
 
 ChartSpan span(double from, double to) {
     return {fromUnixTime(from), fromUnixTime(to)};
@@ -57,18 +57,21 @@ RC_GTEST_PROP(ValueAxis, ReachesEveryValueAndWastesNoStep, (std::uint64_t bytes)
 }
 
 TEST(ClockTicks, FollowTheLocalClock) {
-    const double november = 20393 * day; // 2025-11-01, the day before the clocks of New York change
+    const double november =
+        20393 * secondsADay; // 2025-11-01, the secondsADay before the clocks of New York change
     const double noon = november + 16 * hour;
     const QTimeZone newYork{"America/New_York"};
     const Table<double, double, double, QTimeZone, const char*> cases = {
-        {friday, friday + day, 6, utc, "00:00 0, 06:00 6, 12:00 12, 18:00 18, 00:00 24"},
-        {friday + 9 * hour, friday + 30 * hour, 6, utc, "12:00 3, 18:00 9, 00:00 15, 06:00 21"},
+        {friday, friday + secondsADay, 6, universal,
+         "00:00 0, 06:00 6, 12:00 12, 18:00 18, 00:00 24"},
+        {friday + 9 * hour, friday + 30 * hour, 6, universal,
+         "12:00 3, 18:00 9, 00:00 15, 06:00 21"},
         {friday, friday + 12 * hour, 6, QTimeZone{5 * 3600 + 1800}, "06:00 0.5, 12:00 6.5"},
         {friday, friday + 12 * hour, 6, QTimeZone{-8 * 3600}, "18:00 2, 00:00 8"},
         // That night is 25 hours long.
         {noon, noon + 25 * hour, 6, newYork, "12:00 0, 18:00 6, 00:00 12, 06:00 19, 12:00 25"},
-        {friday + 30, friday + 270, 2 / 60.0, utc, "00:02 0.025, 00:04 0.0583"},
-        {friday + 30.5, friday + 90.5, 2 / 60.0, utc, ""},
+        {friday + 30, friday + 270, 2 / 60.0, universal, "00:02 0.025, 00:04 0.0583"},
+        {friday + 30.5, friday + 90.5, 2 / 60.0, universal, ""},
     };
     for (const auto& [from, to, step, zone, ticks] : cases) {
         const ChartSpan shown = span(from, to);
@@ -77,9 +80,9 @@ TEST(ClockTicks, FollowTheLocalClock) {
 }
 
 TEST(DayTicks, NameLocalDaysAtTheirNoon) {
-    const ChartSpan week = span(friday - 7 * day, friday + day);
-    const ChartSpan month = span(friday - 30 * day, friday + day);
-    // In the east the last local day of the week has begun, but its noon lies ahead.
+    const ChartSpan week = span(friday - 7 * secondsADay, friday + secondsADay);
+    const ChartSpan month = span(friday - 30 * secondsADay, friday + secondsADay);
+    // In the east the last local secondsADay of the week has begun, but its noon lies ahead.
     const Table<int, const char*, const char*> cases = {
         {0, "Sat 36, Mon 84, Wed 132, Fri 180", "10 Feb 156, 20 Feb 396, 1 Mar 612"},
         {-5, "Sat 41, Mon 89, Wed 137, Fri 185", "10 Feb 161, 20 Feb 401, 1 Mar 617"},
@@ -97,8 +100,8 @@ TEST(SpanText, NamesWholeDaysAndGivesOtherEndsInFull) {
         {friday + 14 * hour, friday + 15 * hour, 0, "Fri, 14:00–15:00"},
         {friday + 23 * hour, friday + 24 * hour, 0, "Fri, 23:00–00:00"},
         {friday + 23 * hour, friday + 24 * hour, 1800, "Fri, 23:30–00:30"},
-        {friday, friday + day, 0, "Fri 6 Mar"},
-        {friday, friday + day, -5 * 3600, "Thu 5 Mar, 19:00 – Fri 6 Mar, 19:00"},
+        {friday, friday + secondsADay, 0, "Fri 6 Mar"},
+        {friday, friday + secondsADay, -5 * 3600, "Thu 5 Mar, 19:00 – Fri 6 Mar, 19:00"},
     };
     for (const auto& [from, to, offset, text] : cases) {
         EXPECT_EQ(spanText(span(from, to), QTimeZone{offset}), text);

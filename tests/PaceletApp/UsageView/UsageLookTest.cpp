@@ -10,14 +10,14 @@ using testing::DoubleNear;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr std::int64_t gib = std::int64_t{1} << 30;
+constexpr std::int64_t gigabyte = std::int64_t{1} << 30;
 
 TEST(MacLine, JoinsWhatIsKnown) {
-    const MacInfo air{"MacBook Air", "Apple M2", 16 * gib, true};
+    const MacInfo air{"MacBook Air", "Apple M2", 16 * gigabyte, true};
     const Table<MacInfo, std::optional<double>, const char*> cases = {
         {air, 5e11, "MacBook Air · Apple M2 · 16 GB memory · 500 GB storage"},
         {air, {}, "MacBook Air · Apple M2 · 16 GB memory"},
-        {{"", "Intel", 8 * gib, false}, 0, "Intel · 8 GB memory · 0 GB storage"},
+        {{"", "Intel", 8 * gigabyte, false}, 0, "Intel · 8 GB memory · 0 GB storage"},
         {{"Mac14,2", "", 0, false}, {}, "Mac14,2 · 0 KB memory"},
     };
     for (const auto& [mac, disk, line] : cases) {
@@ -105,7 +105,8 @@ TEST(LoadFigure, RoundsToWholePercent) {
 
 TEST(MemoryLook, TellsWhatIsUsedAndWhere) {
     EXPECT_FALSE(memoryLook(std::nullopt, SystemSignals{}).known);
-    const MemoryBreakdown memory{16 * gib, 6 * gib, 2 * gib, 0, 6 * gib, 2 * gib};
+    const MemoryBreakdown memory{16 * gigabyte, 6 * gigabyte, 2 * gigabyte, 0,
+                                 6 * gigabyte,  2 * gigabyte};
     MemoryLook look = memoryLook(memory, std::nullopt);
     EXPECT_TRUE(look.known);
     EXPECT_EQ(look.headline, "8 GB of 16 GB");
@@ -125,7 +126,7 @@ TEST(MemoryLook, TellsWhatIsUsedAndWhere) {
     for (const auto& [pressure, word] : words) {
         SystemSignals signals;
         signals.pressure = pressure;
-        signals.swapUsedBytes = 3 * gib / 2;
+        signals.swapUsedBytes = 3 * gigabyte / 2;
         look = memoryLook(memory, signals);
         EXPECT_EQ(look.pressure + u' ' + look.pressureTone, word);
         EXPECT_EQ(look.swap, "Swap: 1.5 GB");
@@ -134,10 +135,11 @@ TEST(MemoryLook, TellsWhatIsUsedAndWhere) {
 
 TEST(MemoryLook, BearsFiguresThatDoNotAddUp) {
     constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
-    EXPECT_EQ(memoryLook(MemoryBreakdown{8 * gib, 7 * gib, 7 * gib}, {}).headline, "8 GB of 8 GB");
+    EXPECT_EQ(memoryLook(MemoryBreakdown{8 * gigabyte, 7 * gigabyte, 7 * gigabyte}, {}).headline,
+              "8 GB of 8 GB");
     for (const MemoryBreakdown& memory :
-         {MemoryBreakdown{}, MemoryBreakdown{gib, most, most, most, most, most},
-          MemoryBreakdown{gib, -gib, gib, -1, 0, gib}}) {
+         {MemoryBreakdown{}, MemoryBreakdown{gigabyte, most, most, most, most, most},
+          MemoryBreakdown{gigabyte, -gigabyte, gigabyte, -1, 0, gigabyte}}) {
         double sum = 0;
         for (const double share : memoryLook(memory, {}).shares) {
             EXPECT_GE(share, 0);

@@ -104,6 +104,17 @@ TEST_F(UsageViewTest, TheAdviceFollowsTheMachineAndNeedsNoFurtherHistory) {
     EXPECT_FALSE(probe->shows(off));
 }
 
+TEST_F(UsageViewTest, TheWeekOfTheAdviceEndsNow) {
+    launch(smallMac(), smallCatalog());
+    remember(1500);
+    // Ten years ahead: a run with a wrong clock.
+    remember(1500, -10 * 365 * minutesPerDay, 99);
+    openUsage();
+    pass(1);
+    EXPECT_THAT(probe->texts(), IsSupersetOf({StartsWith("Your Mac has headroom."),
+                                              StartsWith("Based on 25 hours")}));
+}
+
 TEST_F(UsageViewTest, AnOldMacIsToldOfAllThatHoldsItBack) {
     launch("intel-history");
     openUsage();
@@ -202,6 +213,53 @@ TEST_F(UsageViewTest, RestsWhileNobodyLooksAndEndsWithTheScreen) {
     pass(20);
     EXPECT_EQ(scheduler().pendingSleeps(), 1U);
     EXPECT_EQ(scheduler().pendingJobs(), 0U);
+}
+
+TEST_F(UsageViewTest, TheCausesFollowTheRangeAndTheBars) {
+    launch(smallMac(), smallCatalog());
+    remember(60);
+    remember(60, 181);
+    const auto note = [&](std::int64_t ago, const Cause& cause) {
+        app().monitor().causeStore().append(
+            {minuteNow() - ago, {{cause, Severity::medium, 60, 90, 99}}});
+    };
+    const std::string nothing = "Pacelet noted nothing that slowed your Mac in the last 24 hours.";
+    openUsage();
+    pass(1);
+    EXPECT_TRUE(probe->shows(nothing));
+    for (const std::int64_t ago : {200, 199, 10}) {
+        note(ago, {FindingKind::cpuHog, "/Applications/Notes.app", "Notes"});
+    }
+    note(190, {FindingKind::spotlight, "", ""});
+    note(3000, {FindingKind::cpuHog, "", "gone"});
+    pass(60);
+    EXPECT_THAT(probe->texts(), IsSupersetOf({"Notes", "3 min", "2 times", "Spotlight", "once"}));
+    EXPECT_FALSE(probe->shows(nothing) || probe->shows("gone"));
+
+    CausesModel& causes = *model->causes();
+    int told = 0;
+    for (int bar = 0; bar < static_cast<int>(bars()); ++bar) {
+        causes.point(bar);
+        told += probe->shows("Notes") ? 1 : 0;
+        EXPECT_FALSE(probe->shows("3 min"));
+    }
+    EXPECT_GE(told, 2);
+    causes.choose(0);
+    causes.point(-1);
+    EXPECT_EQ(causes.stretch(), model->cpuChart().bars[0].time);
+    EXPECT_GT(causes.to(), causes.from());
+    pass(60);
+    EXPECT_EQ(causes.chosen(), 0) << "read anew, it stays";
+    causes.choose(0);
+    EXPECT_EQ(causes.stretch(), QString{});
+
+    app().window()->resize(1200, 1800);
+    probe->clickText("7 days");
+    pass(1);
+    EXPECT_TRUE(probe->shows("gone"));
+    probe->clickText("Notes");
+    EXPECT_EQ(app().router().screen(), Screen::processes);
+    EXPECT_EQ(app().router().expandedID(), "/Applications/Notes.app");
 }
 
 TEST_F(UsageViewTest, EveryBarTellsItsValueAndTime) {

@@ -1,6 +1,6 @@
 #include "tools/guides/GuideSite.h"
 #include "Core/Knowledge/CatalogFile.h"
-#include "Core/Sampling/Shell.h"
+#include "Hosts/Posix/Shell.h"
 #include "tests/Support/TemporaryFolder.h"
 
 #include <QByteArray>

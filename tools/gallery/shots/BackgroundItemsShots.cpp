@@ -1,4 +1,4 @@
-#include "tools/gallery/Shot.h"
+#include "tools/gallery/shots/Shot.h"
 
 namespace pacelet::gallery {
 

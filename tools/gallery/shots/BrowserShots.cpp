@@ -1,5 +1,5 @@
 #include "PaceletApp/BrowserPanel/BrowserPanelModel.h"
-#include "tools/gallery/Shot.h"
+#include "tools/gallery/shots/Shot.h"
 
 #include <optional>
 
@@ -7,7 +7,6 @@ namespace pacelet::gallery {
 
 namespace {
 
-constexpr QSize leastSize{1000, 700};
 constexpr auto browser = ChromiumBrowser::chrome;
 
 using Step = std::function<void(Session&)>;
@@ -96,7 +95,7 @@ std::vector<Shot> browserShots() {
         {"browser-close", "chrome-tabs",
          acting([](BrowserPanelModel& model) { model.closeDuplicates(); })},
         {"browser-merge", "chrome-tabs", acting([](BrowserPanelModel& model) { model.merge(); })},
-        {"browser-long", "chrome-tabs", nameWithoutMercy, leastSize},
+        {"browser-long", "chrome-tabs", nameWithoutMercy, leastSize, {}, true},
         {"browser-no-tabs", "chrome-tabs", closeAllWindows},
         {"browser-not-permitted", "chrome-tabs",
          failing(Simulated::AutomationRefused{std::string{rawValue(browser)}})},

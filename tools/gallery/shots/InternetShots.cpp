@@ -1,11 +1,9 @@
 #include "PaceletApp/InternetView/InternetModel.h"
-#include "tools/gallery/Shot.h"
+#include "tools/gallery/shots/Shot.h"
 
 namespace pacelet::gallery {
 
 namespace {
-
-constexpr QSize leastSize{1000, 700};
 
 using Step = std::function<void(Session&)>;
 
@@ -59,7 +57,7 @@ void startTest(Session& session) {
 }
 
 /// A tool that someone named without mercy pulls a disk image.
-void runLongName(Session& session) {
+void trafficOfALongName(Session& session) {
     const auto world = session.mac().machine.lock();
     Simulated::Process process = *world->processes.find("WindowServer");
     process.pid = 0;
@@ -87,7 +85,13 @@ std::vector<Shot> internetShots() {
                       screen(session).setAskTest(true);
                       session.pass(0);
                   })},
-        {"internet-long-narrow", "slow-line", internet(runLongName, runTest), leastSize},
+        {"internet-long-narrow",
+         "slow-line",
+         internet(trafficOfALongName, runTest),
+         leastSize,
+         {},
+         true},
+        {"internet-names", "slow-line", internet(runLongUsualNames, runTest), leastSize},
         {"internet-wide", "slow-line", internet({}, runTest), {2560, 1440}},
     };
 }

@@ -1,10 +1,8 @@
-#include "tools/gallery/Shot.h"
+#include "tools/gallery/shots/Shot.h"
 
 namespace pacelet::gallery {
 
 namespace {
-
-constexpr QSize leastSize{1000, 700};
 
 void pressQuit(Session& session) {
     watching(Screen::overview, 60)(session);
@@ -13,7 +11,7 @@ void pressQuit(Session& session) {
 }
 
 /// A command that someone named without mercy.
-void runLongName(Session& session) {
+void burnWithALongName(Session& session) {
     {
         const auto world = session.mac().machine.lock();
         Simulated::Process process = *world->processes.find("WindowServer");
@@ -45,7 +43,13 @@ std::vector<Shot> overviewShots() {
              session.pass(0);
          }},
         {"overview-question", "virtual-machine", pressQuit},
-        {"overview-long-narrow", "virtual-machine", runLongName, leastSize},
+        {"overview-long-narrow", "virtual-machine", burnWithALongName, leastSize, {}, true},
+        {"overview-names", "quiet",
+         [](Session& session) {
+             runLongUsualNames(session);
+             watching(Screen::overview, 60)(session);
+         },
+         leastSize},
         {"overview-wide", "virtual-machine", watching(Screen::overview, 60), {2560, 1440}},
     };
 }

@@ -1,4 +1,4 @@
-#include "tools/gallery/Shot.h"
+#include "tools/gallery/shots/Shot.h"
 
 #include <QCoreApplication>
 #include <QKeyEvent>
@@ -11,8 +11,6 @@
 namespace pacelet::gallery {
 
 namespace {
-
-constexpr QSize leastSize{1000, 700};
 
 Router& router(Session& session) {
     return session.application().router();
@@ -107,8 +105,14 @@ std::vector<Shot> processesShots() {
         {"processes-spotlight", "spotlight-stuck", opened("mds_stores", 12000)},
         {"processes-window-server", "window-server", opened("WindowServer")},
         {"processes-hot-kernel", "hot", watching(Screen::processes, 60)},
-        {"processes-odd-names", "quiet", oddNames, leastSize},
+        {"processes-odd-names", "quiet", oddNames, leastSize, {}, true},
         {"processes-narrow", "window-server", opened("WindowServer"), leastSize},
+        {"processes-names", "quiet",
+         [](Session& session) {
+             runLongUsualNames(session);
+             watching(Screen::processes, 60)(session);
+         },
+         leastSize},
         {"processes-wide", "chrome-tabs", opened("Google Chrome"), {2560, 1440}},
         {"processes-keyboard", "quiet",
          [](Session& session) {

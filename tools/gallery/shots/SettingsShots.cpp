@@ -1,5 +1,5 @@
 #include "PaceletApp/SettingsView/SettingsModel.h"
-#include "tools/gallery/Shot.h"
+#include "tools/gallery/shots/Shot.h"
 
 namespace pacelet::gallery {
 

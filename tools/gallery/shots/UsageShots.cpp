@@ -1,6 +1,6 @@
 #include "PaceletApp/RootView/RootModel.h"
 #include "PaceletApp/UsageView/UsageModel.h"
-#include "tools/gallery/Shot.h"
+#include "tools/gallery/shots/Shot.h"
 
 #include <QCoreApplication>
 #include <QMouseEvent>
@@ -13,7 +13,6 @@ namespace pacelet::gallery {
 namespace {
 
 constexpr QSize wholePage{1200, 1040};
-constexpr QSize leastSize{1000, 700};
 
 /// How an owner treats a machine.
 struct Habits {
@@ -50,14 +49,43 @@ MinuteRecord record(std::int64_t minute, const Habits& habits) {
             .n = 20};
 }
 
+/// What slows the machine down: an index in the morning, the browser at work, and what is heavy.
+CauseMinute causes(std::int64_t minute, const Habits& habits) {
+    const std::int64_t ofDay = minute % minutesPerDay;
+    const double work = workAt(minute);
+    CauseMinute made{.t = minute, .causes = {}};
+    const auto add = [&](bool stands, Cause cause, Severity severity) {
+        if (stands) {
+            made.causes.push_back({std::move(cause), severity, 60, 120, 180});
+        }
+    };
+    add(ofDay > 480 && static_cast<double>(ofDay) < 480 + 70 * noise(minute / minutesPerDay),
+        {FindingKind::spotlight, "", ""}, Severity::low);
+    add(noise(minute / 23) < 0.4 * work,
+        {FindingKind::browser, "/Applications/Google Chrome.app", "Google Chrome"},
+        Severity::medium);
+    add(noise(minute / 41) < 0.004 * habits.load * work,
+        {FindingKind::cpuHog, "/Applications/Xcode.app", "Xcode"}, Severity::high);
+    add(noise(minute / 31) < 0.06 * work, {FindingKind::windowServer, "", "WindowServer"},
+        Severity::medium);
+    add(noise(minute / 37) < habits.pressureShare * work,
+        {FindingKind::memory, "/Applications/Safari.app", "Safari"}, Severity::medium);
+    add(noise(minute / 300) > 0.93, {FindingKind::photos, "", ""}, Severity::low);
+    return made;
+}
+
 void live(Session& session, const Habits& habits) {
     const UsageStore& store = session.application().monitor().usageStore();
+    const CauseStore& journal = session.application().monitor().causeStore();
     const auto now =
         static_cast<std::int64_t>(unixTime(session.scheduler().now()) / secondsPerMinute);
     for (std::int64_t minute = now - habits.days * minutesPerDay; minute < now; ++minute) {
         const std::int64_t hour = minute % minutesPerDay / 60;
         if (hour >= 7 && hour < 23) {
             store.append(record(minute, habits));
+            if (const CauseMinute made = causes(minute, habits); !made.causes.empty()) {
+                journal.append(made);
+            }
         }
     }
     const auto world = session.mac().machine.lock();
@@ -67,8 +95,8 @@ void live(Session& session, const Habits& habits) {
 
 void choose(Session& session, int range) {
     const auto* root = session.application().window()->property("model").value<RootModel*>();
-    auto* usage = root->property("screenModel").value<UsageModel*>();
-    usage->chooseRange(range);
+    auto* model = root->property("screenModel").value<UsageModel*>();
+    model->chooseRange(range);
     session.pass(0);
 }
 
@@ -90,14 +118,26 @@ Shot month(std::string name, std::string scenario, const Habits& habits, int ran
 void runMonster(Session& session) {
     {
         const auto world = session.mac().machine.lock();
-        world->hardware.machineName = "Mac Pro 🖥 of the department of מחשבים, on the third "
-                                      "floor, behind the coffee machine, "
-                                      "not to be switched off by anyone without asking first";
+        world->hardware.machineName =
+            "Mac Pro 🖥 of the department of מחשבים, on the third "
+            "floor, behind the coffee machine, "
+            "not to be switched off by anyone without asking first";
         world->hardware.memoryBytes = std::int64_t{1536} << 30;
         world->vitals.swapUsed = std::int64_t{1111} << 30;
     }
     live(session, {.load = 300, .pressureShare = 1, .swapGB = 1234});
     watching(Screen::usage, 90)(session);
+}
+
+/// The same, scrolled to the causes.
+Shot atTheCauses(Shot shot) {
+    shot.drive = [drive = std::move(shot.drive)](Session& session) {
+        drive(session);
+        session.application().router().setScreen(Screen::overview);
+        session.application().router().showCauses();
+        session.pass(0);
+    };
+    return shot;
 }
 
 /// The same with the pointer at a place in the window.
@@ -126,8 +166,12 @@ std::vector<Shot> usageShots() {
         month("usage-bottlenecks", "out-of-memory", driven, 2),
         month("usage-narrow", "chrome-tabs", driven, 1, leastSize),
         month("usage-narrow-page", "virtual-machine", driven, 2, {1000, 1180}),
+        atTheCauses(month("usage-causes", "quiet", calm, 0)),
+        month("usage-causes-page", "quiet", driven, 2, {1600, 1500}),
+        month("usage-causes-narrow", "chrome-tabs", driven, 0, {1000, 1500}),
+        pointingAt(month("usage-causes-bar", "chrome-tabs", driven, 1, {1200, 1500}), {380, 800}),
         pointingAt(month("usage-tip", "chrome-tabs", calm, 1), {380, 800}),
-        {"usage-long-narrow", "virtual-machine", runMonster, {1000, 1180}},
+        {"usage-long-narrow", "virtual-machine", runMonster, {1000, 1180}, {}, true},
         {"usage-intel", "intel-history", watching(Screen::usage, 600), wholePage},
         {"usage-off", "quiet",
          [](Session& session) {

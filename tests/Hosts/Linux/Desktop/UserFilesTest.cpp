@@ -1,13 +1,17 @@
 #include "Hosts/Linux/User/AutostartEntry.h"
 #include "Hosts/Linux/User/Base64.h"
 #include "Hosts/Linux/User/PreferencesFile.h"
+#include "tests/Support/NoThreads.h"
 #include "tests/Support/Properties.h"
 #include "tests/Support/Table.h"
 #include "tests/Support/TemporaryFolder.h"
 
 #include <filesystem>
+#include <functional>
 #include <gtest/gtest.h>
 #include <map>
+#include <string>
+#include <vector>
 
 namespace pacelet::Linux {
 namespace {
@@ -21,12 +25,25 @@ std::size_t entriesIn(const fs::path& folder) {
         std::distance(fs::directory_iterator{folder}, fs::directory_iterator{}));
 }
 
-TEST(Preferences, ComeBackAfterARestart) {
+/// Keeps what was said.
+struct Messages final : Log {
+    void write(LogLevel, std::string_view, std::string_view, std::string_view message) override {
+        all.emplace_back(message);
+    }
+    std::vector<std::string> all;
+};
+
+class Preferences : public ::testing::Test {
+protected:
     const TemporaryFolder folder;
+    Messages log;
+};
+
+TEST_F(Preferences, ComeBackAfterARestart) {
     const std::string path = folder.path() / "deep/pacelet/preferences.json";
     const std::string bytes{"\0\xff\n\"{}=", 8};
     {
-        PreferencesFile file{path};
+        PreferencesFile file{path, log};
         EXPECT_FALSE(file.boolean("on"));
         file.setBoolean("on", true);
         file.setBoolean("off", false);
@@ -36,7 +53,10 @@ TEST(Preferences, ComeBackAfterARestart) {
         file.setData("changed", "text");
         EXPECT_EQ(file.data("window"), bytes);
     }
-    PreferencesFile file{path};
+    // An editor may have put a mark before it.
+    folder.write("deep/pacelet/preferences.json",
+                 "\xEF\xBB\xBF" + folder.read("deep/pacelet/preferences.json"));
+    PreferencesFile file{path, log};
     EXPECT_EQ(file.boolean("on"), true);
     EXPECT_EQ(file.boolean("off"), false);
     EXPECT_EQ(file.data("window"), bytes);
@@ -45,47 +65,82 @@ TEST(Preferences, ComeBackAfterARestart) {
     EXPECT_FALSE(file.boolean("window") || file.boolean("changed") || file.data("on") ||
                  file.data("nothing"));
     EXPECT_EQ(entriesIn(fs::path{path}.parent_path()), 1U) << "no temporary file is left";
+    EXPECT_EQ(file.trouble(), PreferencesTrouble::none);
+    EXPECT_TRUE(log.all.empty());
     using fs::perms;
     EXPECT_EQ(fs::status(path).permissions() & (perms::group_all | perms::others_all), perms::none);
 }
 
-TEST(Preferences, DamagedFilesAreEmptyAndReplaced) {
+TEST_F(Preferences, DamagedFilesAreKeptAside) {
     for (const auto& [damaged] : rows<1>("Desktop", "damaged preferences")) {
-        const TemporaryFolder folder;
-        const std::string path = folder.write("preferences.json", damaged);
-        PreferencesFile file{path};
+        const TemporaryFolder own;
+        const std::string path = own.write("preferences.json", damaged);
+        own.write("preferences.json.flawed", "an earlier one");
+        PreferencesFile file{path, log};
         EXPECT_FALSE(file.boolean("on") || file.data("on") || file.data("data")) << damaged;
+        EXPECT_EQ(file.trouble(), PreferencesTrouble::flawed) << damaged;
+        EXPECT_EQ(own.read("preferences.json"), damaged) << "a look changes nothing";
         file.setBoolean("on", true);
-        EXPECT_EQ(folder.read("preferences.json"), "{\"on\":true}\n") << damaged;
+        file.setBoolean("off", false);
+        file.synchronize();
+        EXPECT_EQ(own.read("preferences.json"), "{\"off\":false,\"on\":true}\n") << damaged;
+        EXPECT_EQ(own.read("preferences.json.flawed"), "an earlier one");
+        EXPECT_EQ(own.read("preferences.json.flawed-2"), damaged);
+        EXPECT_EQ(entriesIn(own.path()), 3U);
     }
 }
 
-TEST(Preferences, HoldWithoutAFolderToWriteTo) {
-    const TemporaryFolder folder;
+TEST_F(Preferences, AreWrittenThroughLinks) {
+    folder.link("config/preferences.json", "../dotfiles/inner");
+    folder.link("dotfiles/inner", "real.json");
+    const pacelet::testing::NoThreads noThreads; // then the caller writes
+    PreferencesFile file{folder.path() / "config/preferences.json", log};
+    EXPECT_EQ(file.trouble(), PreferencesTrouble::none) << "a file that is yet to be made";
+    file.setBoolean("on", true);
+    file.synchronize();
+    EXPECT_EQ(folder.read("dotfiles/real.json"), "{\"on\":true}\n");
+    EXPECT_TRUE(fs::is_symlink(folder.path() / "config/preferences.json"));
+    EXPECT_TRUE(fs::is_symlink(folder.path() / "dotfiles/inner"));
+}
+
+TEST_F(Preferences, HoldWhereTheyCannotBeWrittenAndSayItOnce) {
     const std::string blocked = folder.write("file", "not a folder");
-    for (const std::string& path : {blocked + "/preferences.json", folder.path().string()}) {
-        PreferencesFile file{path};
-        file.setBoolean("on", true);
-        file.setData("data", "bytes");
+    folder.link("device", "/dev/null");
+    const auto own = folder.path() / "own/preferences.json";
+    fs::create_directories(own);
+    for (const std::string& path :
+         {blocked + "/preferences.json", own.string(), (folder.path() / "device").string()}) {
+        log.all.clear();
+        int told = 0;
+        std::vector<std::function<void()>> posted;
+        PreferencesFile file{
+            path, log, [&](std::function<void()> work) { posted.push_back(std::move(work)); }};
+        const ObserverHandle handle = file.observeTrouble([&] { ++told; });
+        const std::size_t before = log.all.size();
+        for (const bool on : {false, true}) {
+            file.setBoolean("on", on);
+            file.synchronize();
+        }
         EXPECT_EQ(file.boolean("on"), true);
-        EXPECT_EQ(file.data("data"), "bytes");
+        EXPECT_EQ(file.trouble(), PreferencesTrouble::unwritable) << path;
+        EXPECT_EQ(log.all.size(), before + 1) << path;
+        ASSERT_EQ(posted.size(), 1U) << path;
+        posted.front()();
+        EXPECT_EQ(told, 1);
     }
     EXPECT_EQ(folder.read("file"), "not a folder");
-    EXPECT_EQ(entriesIn(folder.path().parent_path() / folder.path().filename()), 1U);
-    for (const auto& entry : fs::directory_iterator{folder.path().parent_path()}) {
-        EXPECT_FALSE(entry.path().string().starts_with(folder.path().string() + "."))
-            << "a temporary file is left: " << entry.path();
-    }
+    EXPECT_TRUE(fs::is_character_file("/dev/null"));
+    EXPECT_EQ(entriesIn(own.parent_path()), 1U) << "no temporary file is left";
 }
 
-TEST(Preferences, TextIsFaithful) {
+TEST_F(Preferences, TextIsFaithful) {
     pacelet::testing::checkProperty(500, [](const std::map<std::string, std::string>& data) {
         PreferenceValues values;
         for (const auto& [key, bytes] : data) {
             values["k" + base64Encoded(key)] = PreferenceData{bytes};
             values["b" + base64Encoded(key)] = bytes.size() % 2 == 0;
         }
-        RC_ASSERT(parsePreferences(writePreferences(values)) == values);
+        RC_ASSERT(parsePreferences(writePreferences(values)) == (ParsedPreferences{values, true}));
     });
 }
 

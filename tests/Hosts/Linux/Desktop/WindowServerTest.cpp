@@ -1,7 +1,7 @@
-#include "Hosts/Linux/X11/WindowServer.h"
 #include "Core/Inspectors/WindowCensus.h"
 #include "Hosts/Linux/LinuxHost.h"
 #include "Hosts/Linux/X11/WindowList.h"
+#include "Hosts/Linux/X11/XWindowServer.h"
 #include "tests/Support/PrivateDisplay.h"
 
 #include <algorithm>
@@ -47,9 +47,9 @@ protected:
     }
 
     testing::PrivateDisplay server{"1280x800x24"};
-    WindowServer windows{server.name(), [] {
-                             return std::unordered_map<std::int32_t, std::string>{{41, "Draw"}};
-                         }};
+    XWindowServer windows{server.name(), [] {
+                              return std::unordered_map<std::int32_t, std::string>{{41, "Draw"}};
+                          }};
 };
 
 TEST_F(WindowServerTest, CountsTheWindowsOfApplications) {
@@ -129,10 +129,10 @@ TEST_F(WindowServerTest, TellsItsDisplays) {
 
 TEST(WithoutADisplay, NothingIsTold) {
     for (const char* display : {"", ":65000", "no such display", "unix:/no/such/socket"}) {
-        WindowServer windows{display, [] {
-                                 ADD_FAILURE() << "names nobody needs";
-                                 return std::unordered_map<std::int32_t, std::string>{};
-                             }};
+        XWindowServer windows{display, [] {
+                                  ADD_FAILURE() << "names nobody needs";
+                                  return std::unordered_map<std::int32_t, std::string>{};
+                              }};
         EXPECT_FALSE(windows.windowInfo()) << display;
         EXPECT_FALSE(windows.activeDisplays(8)) << display;
         EXPECT_FALSE(windows.currentModeWidth(1) || windows.modeWidths(1)) << display;

@@ -1,5 +1,5 @@
 #include "Core/Browser/ChromiumBrowser.h"
-#include "Core/Fixes/SettingsPane.h"
+#include "Core/Platform/SettingsPane.h"
 #include "Hosts/Linux/Desktop/AppInstances.h"
 #include "Hosts/Linux/Desktop/BundleIdentifiers.h"
 #include "Hosts/Linux/Desktop/DesktopWorkspace.h"

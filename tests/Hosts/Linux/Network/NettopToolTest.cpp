@@ -3,6 +3,7 @@
 #include "Core/Internet/NetTop.h"
 #include "tests/Support/TemporaryFolder.h"
 
+#include <arpa/inet.h>
 #include <gtest/gtest.h>
 #include <linux/inet_diag.h>
 #include <linux/sock_diag.h>
@@ -15,6 +16,8 @@ namespace {
 ByteBuffer socketMessage(const SocketCounters& counters, std::size_t infoLength) {
     inet_diag_msg head{};
     head.idiag_inode = static_cast<std::uint32_t>(counters.inode);
+    head.idiag_family = AF_INET;
+    head.id.idiag_dst[0] = 1;
     head.id.idiag_cookie[0] = static_cast<std::uint32_t>(counters.cookie);
     head.id.idiag_cookie[1] = static_cast<std::uint32_t>(counters.cookie >> 32);
     tcp_info info{};
@@ -57,6 +60,43 @@ TEST(SocketTraffic, RatesAreDifferencesASecond) {
         (std::vector<SocketTraffic>{{104, 15, 5}, {101, 1000, 0}, {102, 0, 50}, {105, 4, 4}}));
     EXPECT_TRUE(trafficRates(after, before).empty()) << "time ran backwards";
     EXPECT_TRUE(trafficRates(before, before).empty()) << "no time at all";
+}
+
+TEST(SocketDiag, LeavesOutWhatStaysOnTheMachine) {
+    const std::tuple<int, const char*, const char*, bool> cases[] = {
+        {AF_INET, "192.0.2.1", "198.51.100.7", true},
+        {AF_INET, "192.0.2.1", "192.0.2.1", false},
+        {AF_INET, "127.0.0.1", "127.0.0.53", false},
+        {AF_INET6, "::1", "::1", false},
+        {AF_INET6, "2001:db8::1", "7f00::1", true},
+        {AF_INET6, "fe80::1", "fe80::2", true},
+        {AF_INET6, "::ffff:127.0.0.1", "::ffff:127.0.0.1", false},
+        {AF_INET6, "::ffff:192.0.2.1", "::ffff:198.51.100.7", true}};
+    for (const auto& [family, source, peer, isListed] : cases) {
+        ByteBuffer message = socketMessage({1, 11, 5, 5}, sizeof(tcp_info));
+        auto* const head = reinterpret_cast<inet_diag_msg*>(message.data() + sizeof(nlmsghdr));
+        head->idiag_family = static_cast<std::uint8_t>(family);
+        ::inet_pton(family, source, head->id.idiag_src);
+        ::inet_pton(family, peer, head->id.idiag_dst);
+        std::vector<SocketCounters> sockets;
+        parseSocketCounters(message, sockets);
+        EXPECT_EQ(sockets.size(), isListed ? 1U : 0U) << source << ' ' << peer;
+    }
+}
+
+TEST(LinkCounters, AddUpDevicesAndWithoutAnyTheRest) {
+    const auto line = [](const std::string& name, int bytes) {
+        return "  " + name + ": " + std::to_string(bytes) + " 2 0 0 0 0 0 0 " +
+               std::to_string(bytes + 1) + " 4 0 0 0 0 0 0\n";
+    };
+    const std::string text = "Inter-| Receive\n face |bytes\n" + line("lo", 900) +
+                             line("eth0", 10) + line("wlan0", 20) + line("tun0", 50) + "odd: 1 2\n";
+    const auto sum = [&](const std::string& devices) {
+        return parseLinkCounters(
+            text, [&](const std::string& name) { return devices.find(name) != devices.npos; });
+    };
+    EXPECT_EQ(sum("eth0 wlan0"), (LinkCounters{30, 4, 32, 8}));
+    EXPECT_EQ(sum("no"), (LinkCounters{80, 6, 83, 12}));
 }
 
 TEST(SocketOwners, GoThroughTheDescriptorsThatMayBeSeen) {
@@ -126,6 +166,23 @@ TEST(NettopTool, PrintsTotalsAndThenRatesPerProcess) {
                                      ""}));
     EXPECT_EQ(fake.slept, Seconds{1.0});
     EXPECT_EQ(NetTop::parse(output.stdout), (std::vector<NetUsage>{{7, "two.sockets", 2000, 10}}));
+}
+
+TEST(NettopTool, TellsInOneLineWhatElseGoesOverTheNetwork) {
+    const auto listed = [](std::int64_t bytesIn, std::int64_t packetsIn, std::int64_t unowned) {
+        const auto count = [](std::int64_t figure) { return static_cast<std::uint64_t>(figure); };
+        FakeMachine fake{{sampleAt(1, {{1, 101, 0, 0}, {9, 999, 0, 0}}),
+                          sampleAt(2, {{1, 101, 1'000'000, 0}, {9, 999, 0, count(unowned)}})}};
+        fake.samples[1]->links = {count(bytesIn), count(packetsIn), 0, 0};
+        std::vector<NetUsage> usage = NetTop::parse(*NettopTool::text(fake.machine()));
+        std::erase_if(usage, [](const NetUsage& each) { return each.pid != 0; });
+        return usage;
+    };
+    const std::string name = "Other traffic (UDP and other users)";
+    EXPECT_TRUE(listed(1'070'000, 1'000, 0).empty()) << "headers";
+    EXPECT_TRUE(listed(0, 0, 0).empty()) << "no device tells";
+    EXPECT_EQ(listed(3'066'000, 1'000, 0), (std::vector<NetUsage>{{0, name, 2e6, 0}}));
+    EXPECT_EQ(listed(0, 0, 50'000), (std::vector<NetUsage>{{0, name, 0, 5e4}}));
 }
 
 TEST(NettopTool, TellsWhatItCannotDo) {

@@ -1,7 +1,8 @@
 #include "Core/Internet/LinkReader.h"
-#include "Hosts/Linux/Network/NetworkLink.h"
+#include "Hosts/Linux/Network/LinuxNetworkLink.h"
 #include "Hosts/Linux/Network/PathReader.h"
 #include "tests/Support/Eventually.h"
+#include "tests/Support/NoThreads.h"
 
 #include <condition_variable>
 #include <cstdlib>
@@ -10,6 +11,7 @@
 #include <gtest/gtest.h>
 #include <mutex>
 #include <sched.h>
+#include <set>
 #include <thread>
 
 namespace pacelet::Linux {
@@ -61,7 +63,9 @@ bool comesBackTo(std::size_t descriptors, std::size_t threads) {
 }
 
 TEST(RoutePathMonitor, ReportsAtOnceAndLeavesNothingBehind) {
-    NetworkLink network{"/sys"};
+    auto kept = std::make_unique<LinuxNetworkLink>("/sys");
+    LinuxNetworkLink& network = *kept;
+    std::set<std::thread::id> tellers;
     NetlinkSocket routing{NETLINK_ROUTE};
     const LinkType expected = LinkReader::typeOf(readPath(routing, "/sys"));
     const std::size_t descriptors = entriesOf("/proc/self/fd");
@@ -69,7 +73,10 @@ TEST(RoutePathMonitor, ReportsAtOnceAndLeavesNothingBehind) {
     for (int round = 0; round < 20; ++round) {
         // Cancelled and let go of within its own update.
         std::promise<LinkType> type;
-        LinkReader::currentType(network, [&](LinkType found) { type.set_value(found); });
+        LinkReader::currentType(network, [&](LinkType found) {
+            tellers.insert(std::this_thread::get_id());
+            type.set_value(found);
+        });
         auto answer = type.get_future();
         ASSERT_EQ(answer.wait_for(patience), std::future_status::ready);
         EXPECT_EQ(answer.get(), expected);
@@ -86,10 +93,21 @@ TEST(RoutePathMonitor, ReportsAtOnceAndLeavesNothingBehind) {
         EXPECT_TRUE(updates.at(0));
         monitor->cancel();
         monitor->cancel();
-        std::thread{[kept = std::move(monitor)]() mutable { kept.reset(); }}.join();
+        std::thread{[last = std::move(monitor)]() mutable { last.reset(); }}.join();
         network.makePathMonitor()->cancel();
     }
+    EXPECT_EQ(tellers.size(), 1U) << "a reading costs no thread";
+    kept.reset();
     EXPECT_TRUE(comesBackTo(descriptors, threads));
+}
+
+TEST(RoutePathMonitor, ReportsWithoutAThread) {
+    const testing::NoThreads noThreads;
+    LinuxNetworkLink network{"/sys"};
+    Updates updates;
+    const auto monitor = network.makePathMonitor();
+    monitor->start("app.pacelet.path", [&](NetworkPath path) { updates.add(path); });
+    EXPECT_EQ(updates.count(), 1U);
 }
 
 bool configure(const std::string& commands) {
@@ -101,7 +119,7 @@ void followAPrivateNetwork() {
     if (::unshare(CLONE_NEWNET) != 0 || !configure("ip link set lo up")) {
         GTEST_SKIP() << "a network namespace takes privileges and the ip command";
     }
-    NetworkLink network{"/sys"};
+    LinuxNetworkLink network{"/sys"};
     Updates updates;
     const auto monitor = network.makePathMonitor();
     monitor->start("app.pacelet.path", [&](NetworkPath path) { updates.add(path); });
@@ -133,7 +151,7 @@ TEST(NetworkLink, HasAWiFiInterfaceOnlyWithTheHardware) {
     for (const auto& entry : std::filesystem::directory_iterator{"/sys/class/net"}) {
         hasHardware |= readDeviceSort("/sys", entry.path().filename()) == DeviceSort::wireless;
     }
-    EXPECT_EQ(NetworkLink{"/sys"}.wifiInterface() != nullptr, hasHardware);
+    EXPECT_EQ(LinuxNetworkLink{"/sys"}.wifiInterface() != nullptr, hasHardware);
 }
 
 TEST(RoutePathMonitor, FollowsRoutesAndCables) {

@@ -6,11 +6,15 @@
 #include "tests/Hosts/Linux/Systemd/ServedBus.h"
 #include "tests/Support/Eventually.h"
 
+#include <array>
 #include <atomic>
+#include <cerrno>
 #include <chrono>
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <mutex>
+#include <poll.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 
@@ -75,6 +79,29 @@ const sd_bus_vtable serviceTable[] = {
     SD_BUS_VTABLE_START(0), SD_BUS_PROPERTY("MainPID", "u", readProperty, 0, 0),
     SD_BUS_PROPERTY("ExecMainStatus", "i", readProperty, 0, 0), SD_BUS_VTABLE_END};
 
+/// The end of a pipe that shows whether somebody holds what `Inhibit` gave.
+std::atomic<int> delayProbe{-1};
+
+int inhibit(sd_bus_message* call, void*, sd_bus_error*) {
+    std::array<int, 2> ends{};
+    if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
+        return -errno;
+    }
+    delayProbe = ends[0];
+    const Descriptor given{ends[1]};
+    return sd_bus_reply_method_return(call, "h", given.get());
+}
+
+/// Whether the machine would wait with its sleep.
+bool isDelayed() {
+    pollfd probe{delayProbe, POLLIN, 0};
+    return delayProbe >= 0 && ::poll(&probe, 1, 0) == 0;
+}
+
+const sd_bus_vtable loginTable[] = {
+    SD_BUS_VTABLE_START(0),
+    SD_BUS_METHOD("Inhibit", "ssss", "h", inhibit, SD_BUS_VTABLE_UNPRIVILEGED), SD_BUS_VTABLE_END};
+
 /// A connection on which the service manager and the login manager of a machine stand.
 Bus managers() {
     Bus bus = openBus(BusKind::system, limit);
@@ -84,6 +111,8 @@ Bus managers() {
         sd_bus_add_object_vtable(bus.get(), nullptr, (unitFolder + name).c_str(),
                                  "org.freedesktop.systemd1.Service", serviceTable, nullptr);
     }
+    sd_bus_add_object_vtable(bus.get(), nullptr, "/org/freedesktop/login1",
+                             "org.freedesktop.login1.Manager", loginTable, nullptr);
     sd_bus_request_name(bus.get(), "org.freedesktop.systemd1", 0);
     sd_bus_request_name(bus.get(), "org.freedesktop.login1", 0);
     return bus;
@@ -178,18 +207,21 @@ TEST(SleepWatcher, TellsSleepAndWakeOnTheUIThread) {
     std::vector<std::string> seen;
     auto watcher = std::make_unique<SleepWatcher>(
         ui.poster(), [&] { seen.emplace_back("sleep"); }, [&] { seen.emplace_back("wake"); });
-    ASSERT_TRUE(eventually([&] {
-        manager.say(1);
-        return ui.size() > 0;
-    })) << "said again until the watcher listens";
+    ASSERT_TRUE(eventually([&] { return isDelayed(); }));
+    manager.say(1);
+    ASSERT_TRUE(eventually([&] { return ui.size() > 0; }));
     EXPECT_THAT(seen, IsEmpty()) << "not on the watcher's own thread";
+    EXPECT_TRUE(isDelayed()) << "the machine waits until all have stopped";
     ui.run();
+    EXPECT_THAT(seen, ElementsAre("sleep"));
+    EXPECT_TRUE(eventually([&] { return !isDelayed(); }));
     seen.clear();
     ASSERT_TRUE(eventually([&] {
         manager.say(0);
         ui.run();
         return !seen.empty() && seen.back() == "wake";
     }));
+    EXPECT_TRUE(eventually([&] { return isDelayed(); })) << "for the next time";
     manager.say(0);
     ASSERT_TRUE(eventually([&] { return ui.size() > 0; }));
     watcher.reset();

@@ -1,0 +1,176 @@
+#include "Hosts/Linux/Proc/Footprints.h"
+
+#include "Hosts/Linux/Proc/KeyedFigures.h"
+#include "Hosts/Linux/Proc/ProcPath.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <ctime>
+#include <fcntl.h>
+#include <utility>
+
+namespace pacelet::Linux {
+
+namespace {
+
+/// Each keeps a folder open.
+constexpr std::size_t mostSamples = 256;
+
+/// How pages are shared changes slowly; what a process takes and gives back the counters tell.
+constexpr Seconds usualAge{300};
+constexpr Seconds leastAge{3}; ///< of a process whose sample is out of date
+constexpr std::int64_t leastMove = 16 << 20;
+
+/// The worker rests so many times as long as a sample took; longer until the next of the same.
+constexpr double restAfterSample = 4;
+constexpr double restBetweenSamplesOfOne = 200;
+
+/// Longer than the longest time between two ticks.
+constexpr Seconds unaskedAge{150};
+
+std::optional<std::string_view> readIn(const Descriptor& folder, const char* name,
+                                       ReadBuffer& buffer) {
+    const Descriptor file{::openat(folder.get(), name, O_RDONLY | O_CLOEXEC)};
+    return file ? readWhole(file, buffer) : std::nullopt;
+}
+
+std::int32_t parentOf(std::string_view status) {
+    std::int32_t parent = 0;
+    forEachFigure(status, [&](std::string_view key, std::string_view value) {
+        parent = key == "PPid" ? parseInteger<std::int32_t>(trimmed(value)).value_or(0) : parent;
+    });
+    return parent;
+}
+
+Seconds threadTime() {
+    timespec time{};
+    // Cannot fail: the clock is known and the record is ours.
+    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return std::chrono::seconds{time.tv_sec} + std::chrono::nanoseconds{time.tv_nsec};
+}
+
+} // namespace
+
+Footprints::~Footprints() {
+    {
+        const std::lock_guard lock{mutex_};
+        isEnding_ = true;
+    }
+    changed_.notify_all();
+    if (worker_.joinable()) {
+        worker_.join();
+    }
+}
+
+std::optional<std::int64_t> Footprints::of(std::int32_t pid) {
+    thread_local ReadBuffer buffer;
+    const auto status = proc_.read(ProcPath{pid, "status"}.text(), buffer);
+    const auto now = status ? parseStatusMemory(*status) : std::nullopt;
+    if (!now) {
+        return std::nullopt;
+    }
+    const std::int64_t alone = now->anonymous + now->swapped;
+    const Seconds uptime = clock_.monotonicNow().time_since_epoch();
+    const std::lock_guard lock{mutex_};
+    const auto found = samples_.find(pid);
+    if (found == samples_.end()) {
+        if (now->total() >= largeBytes) {
+            wish(pid, now->total());
+        }
+        return alone;
+    }
+    Sample& sample = found->second;
+    sample.lastAsked = uptime;
+    // The folder belongs to the process that was sampled, whoever has its number now.
+    if (::faccessat(sample.folder.get(), "status", F_OK, 0) != 0) {
+        samples_.erase(found);
+        return alone;
+    }
+    if (isDue(sample, *now, uptime)) {
+        wish(pid, now->total());
+    }
+    return std::max<std::int64_t>(0, sample.bytes + now->total() - sample.then.total());
+}
+
+bool Footprints::isDue(const Sample& sample, const ProcessMemory& now, Seconds uptime) {
+    const Seconds age = uptime - sample.takenAt;
+    const Seconds rest = sample.cost * restBetweenSamplesOfOne;
+    const std::int64_t move = std::abs(now.total() - sample.then.total());
+    const bool isOutOfDate =
+        sample.isDoubtful || move >= std::max(leastMove, sample.then.total() / 4);
+    return age >= std::max(isOutOfDate ? leastAge : usualAge, rest);
+}
+
+void Footprints::wish(std::int32_t pid, std::int64_t bytes) {
+    if (samples_.size() + wishes_.size() >= mostSamples && !samples_.contains(pid)) {
+        return;
+    }
+    wishes_.insert_or_assign(pid, bytes);
+    if (!worker_.joinable()) {
+        worker_ = std::thread{[this] { work(); }};
+    }
+    changed_.notify_one();
+}
+
+void Footprints::work() {
+    std::unique_lock lock{mutex_};
+    while (true) {
+        changed_.wait(lock, [this] { return isEnding_ || !wishes_.empty(); });
+        if (isEnding_) {
+            return;
+        }
+        const auto largest = std::ranges::max_element(
+            wishes_, {}, &std::pair<const std::int32_t, std::int64_t>::second);
+        const std::int32_t pid = largest->first;
+        wishes_.erase(largest);
+        lock.unlock();
+        auto sample = take(pid);
+        const Seconds rest = sample ? sample->cost * restAfterSample : Seconds::zero();
+        lock.lock();
+        if (sample) {
+            keep(pid, *std::move(sample));
+        }
+        forgetUnasked();
+        changed_.wait_for(lock, rest, [this] { return isEnding_; });
+    }
+}
+
+void Footprints::keep(std::int32_t pid, Sample sample) {
+    const bool isFirst = !samples_.contains(pid);
+    const bool hasInCommon = sample.bytes < sample.then.total() - sample.then.total() / 8;
+    const auto parent = samples_.find(sample.parent);
+    if (isFirst && hasInCommon && parent != samples_.end()) {
+        parent->second.isDoubtful = true;
+    }
+    samples_.insert_or_assign(pid, std::move(sample));
+}
+
+std::optional<Footprints::Sample> Footprints::take(std::int32_t pid) const {
+    const Seconds begin = threadTime();
+    ReadBuffer buffer;
+    Sample sample;
+    sample.folder = proc_.open(ProcPath{pid}.text(), O_PATH | O_DIRECTORY);
+    const auto status = readIn(sample.folder, "status", buffer);
+    const auto then = status ? parseStatusMemory(*status) : std::nullopt;
+    if (!then) {
+        return std::nullopt;
+    }
+    sample.then = *then;
+    sample.parent = parentOf(*status);
+    const auto rollup = readIn(sample.folder, "smaps_rollup", buffer);
+    const auto part = rollup ? parseSharedOut(*rollup) : std::nullopt;
+    // Some programs let nobody look into them. They count as small ones do.
+    sample.bytes = part ? part->total() : then->anonymous + then->swapped;
+    sample.takenAt = sample.lastAsked = clock_.monotonicNow().time_since_epoch();
+    sample.cost = threadTime() - begin;
+    return sample;
+}
+
+void Footprints::forgetUnasked() {
+    const Seconds uptime = clock_.monotonicNow().time_since_epoch();
+    std::erase_if(samples_,
+                  [&](const auto& entry) { return uptime - entry.second.lastAsked > unaskedAge; });
+}
+
+} // namespace pacelet::Linux

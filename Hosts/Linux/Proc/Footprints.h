@@ -1,0 +1,67 @@
+#pragma once
+
+#include "Core/Platform/Clock.h"
+#include "Core/Support/Descriptor.h"
+#include "Hosts/Linux/Proc/FolderReader.h"
+#include "Hosts/Linux/Proc/ProcessMemory.h"
+
+#include <condition_variable>
+#include <cstdint>
+#include <mutex>
+#include <optional>
+#include <thread>
+#include <unordered_map>
+
+namespace pacelet::Linux {
+
+/// What each process adds to the memory in use. The cheap counters of the kernel count a page with
+/// everybody who has it, which makes a browser with many helpers half as large again as it is. How
+/// the pages of a large process are shared is therefore sampled now and then, by a thread of its
+/// own since the kernel goes through all of them for it; between two samples the cheap counters
+/// tell what has changed. Small processes count as the cheap counters have them, without shared
+/// mappings. Safe from any thread.
+class Footprints {
+public:
+    /// Both must outlive it.
+    Footprints(const FolderReader& proc, Clock& clock) : proc_{proc}, clock_{clock} {}
+    Footprints(const Footprints&) = delete;
+    Footprints& operator=(const Footprints&) = delete;
+    ~Footprints();
+
+    /// In bytes; nothing for a process that has gone, may not be asked or has no memory of its own.
+    /// A large process that was never sampled is so soon afterwards.
+    std::optional<std::int64_t> of(std::int32_t pid);
+
+    /// No process smaller than this is sampled.
+    static constexpr std::int64_t largeBytes = 8 << 20;
+
+private:
+    struct Sample {
+        Descriptor folder;      ///< of the process, which it names for good
+        ProcessMemory then{};   ///< the cheap counters when it was taken
+        std::int64_t bytes = 0; ///< its share of the pages at that time
+        Seconds takenAt{};      ///< uptime
+        Seconds cost{};         ///< processor time that it took
+        Seconds lastAsked{};    ///< uptime
+        std::int32_t parent = 0;
+        bool isDoubtful = false; ///< a child turned up that has pages in common with it
+    };
+
+    static bool isDue(const Sample& sample, const ProcessMemory& now, Seconds uptime);
+    void wish(std::int32_t pid, std::int64_t bytes);
+    void work();
+    void keep(std::int32_t pid, Sample sample);
+    std::optional<Sample> take(std::int32_t pid) const;
+    void forgetUnasked();
+
+    const FolderReader& proc_;
+    Clock& clock_;
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    std::unordered_map<std::int32_t, Sample> samples_;
+    std::unordered_map<std::int32_t, std::int64_t> wishes_; ///< sizes of those to be sampled
+    bool isEnding_ = false;
+    std::thread worker_; ///< from the first wish on
+};
+
+} // namespace pacelet::Linux

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "Core/Support/Descriptor.h"
+
+#include <QSocketNotifier>
+
+namespace pacelet {
+
+/// Has Ctrl+C in the terminal, and whoever asks the program to end, end its event loop, so that it
+/// leaves nothing behind. The second time it ends at once. Signals that are ignored stay so. One at
+/// a time.
+class QuitSignals {
+public:
+    QuitSignals();
+    QuitSignals(const QuitSignals&) = delete;
+    QuitSignals& operator=(const QuitSignals&) = delete;
+    ~QuitSignals();
+
+private:
+    void quit();
+
+    Descriptor mailbox_;
+    QSocketNotifier notifier_;
+};
+
+} // namespace pacelet

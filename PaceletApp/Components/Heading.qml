@@ -1,0 +1,6 @@
+import QtQuick
+
+/// Words over what follows them.
+Label {
+    Accessible.role: Accessible.Heading
+}

@@ -1,0 +1,21 @@
+#include "programs/pacelet-report/LiveLook.h"
+
+#include "Core/Sampling/PSProcessSource.h"
+
+#include <optional>
+#include <thread>
+
+namespace pacelet::report {
+
+Look lookAtMachine(const Platform& machine, const ProcessCatalog& catalog) {
+    const std::optional<Snapshot> first = PSProcessSource{machine.tools, machine.clock}.sample();
+    std::this_thread::sleep_for(betweenLooks);
+    Look look;
+    look.reading = readMachine(machine.tools, machine.kernel, machine.clock, first, catalog,
+                               Explaining::no, machine.knowledge);
+    look.lowPowerMode = machine.kernel.isLowPowerModeEnabled();
+    look.now = machine.clock.now();
+    return look;
+}
+
+} // namespace pacelet::report

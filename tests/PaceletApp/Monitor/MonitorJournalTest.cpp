@@ -1,0 +1,137 @@
+#include "tests/PaceletApp/Monitor/MonitorRig.h"
+
+#include <random>
+
+namespace pacelet::testing {
+namespace {
+
+/// A cause that the simulation was told to have, and for how long.
+struct Truth {
+    Cause cause;
+    TimePoint begin;
+    TimePoint end;
+};
+
+/// Thirty days of a machine of which it is known what slows it down, and when.
+class MonitorJournal : public MonitorRig {
+protected:
+    int below(int count) { return std::uniform_int_distribution<int>{0, count - 1}(random_); }
+
+    void cause(int which, bool on) {
+        if (which == 0) {
+            setLoad("agent", on ? 200 : 1);
+        } else if (which == 1) {
+            setLoad("mds_stores", on ? 250 : 5);
+        } else {
+            const auto world = mac.machine.lock();
+            world->vitals.thermalState = which == 2 && on ? 2 : 0;
+            world->vitals.pressureLevel = which == 3 && on ? 2 : 1;
+        }
+    }
+
+    void haveACause() {
+        static const Cause causes[] = {{FindingKind::cpuHog, "", "agent"},
+                                       {FindingKind::spotlight, "", ""},
+                                       {FindingKind::heat, "", ""},
+                                       {FindingKind::memory, notes, "Notes"}};
+        const int which = below(4);
+        const TimePoint begin = scheduler.now();
+        cause(which, true);
+        for (int part = 1 + below(4); part > 0; --part) {
+            monitor->setWindowVisible(below(3) == 0);
+            advance(600 + below(3000));
+        }
+        cause(which, false);
+        truths_.push_back({causes[which], begin, scheduler.now()});
+    }
+
+    void beQuiet() {
+        monitor->setWindowVisible(below(3) == 0);
+        advance(600 + below(1800));
+        const int what = below(6);
+        if (what == 0) {
+            sleepMachine(below(20000));
+        } else if (what == 1) {
+            // The open minute goes; it is quiet.
+            make();
+            monitor->start();
+        }
+        advance(below(600));
+    }
+
+    std::mt19937_64 random_{16};
+    std::vector<Truth> truths_;
+};
+
+TEST_F(MonitorJournal, TellsTheTimesOfTheTrueCauses) {
+    startUp();
+    const TimePoint begin = scheduler.now();
+    while (scheduler.now() - begin < Seconds{30 * 86400.0}) {
+        haveACause();
+        beQuiet();
+    }
+    const CauseJournal journal = monitor->causeStore().load(distantPast);
+    std::size_t entries = 0;
+    for (const auto& [cause, from, to] : truths_) {
+        const double slack = 60 + 0.03 * (to - from).count();
+        const auto minute = [](TimePoint time) {
+            return static_cast<std::int64_t>(unixTime(time) / 60);
+        };
+        double first = 0;
+        double last = 0;
+        double stood = 0;
+        for (const auto& entry : journal.between(minute(from) - 4, minute(to) + 5)) {
+            EXPECT_EQ(journal.causes()[entry.cause], cause);
+            const double start = static_cast<double>(entry.t) * 60;
+            first = first == 0 ? start + 60 - entry.seconds : first;
+            last = start + entry.seconds;
+            stood += entry.seconds;
+            ++entries;
+        }
+        EXPECT_NEAR(first, unixTime(from), slack);
+        EXPECT_NEAR(last, unixTime(to), slack);
+        EXPECT_NEAR(stood, (to - from).count(), slack);
+        // In between, no minute is missing.
+        EXPECT_NEAR(stood, last - first, 1);
+    }
+    EXPECT_EQ(entries, journal.entries().size()) << "and there is nothing else";
+    EXPECT_GT(truths_.size(), 200U);
+    std::int64_t spells = 0;
+    for (const CauseSummary& each : journal.summary(0, std::int64_t{1} << 40)) {
+        spells += each.spells;
+    }
+    EXPECT_EQ(spells, static_cast<std::int64_t>(truths_.size()));
+}
+
+TEST_F(MonitorJournal, TellsWhatStoodEarlierWhileAllIsQuiet) {
+    startUp();
+    cause(2, true);
+    advance(300);
+    EXPECT_EQ(monitor->earlier(), std::nullopt) << "it still stands";
+    cause(2, false);
+    advance(120);
+    ASSERT_NE(monitor->earlier(), std::nullopt);
+    EXPECT_EQ(monitor->earlier()->cause.kind, FindingKind::heat);
+    EXPECT_NEAR(monitor->earlier()->stood.count(), 300, 31);
+    const Spell told = *monitor->earlier();
+    startUp();
+    advance(30);
+    ASSERT_NE(monitor->earlier(), std::nullopt) << "another run knows it from the file";
+    EXPECT_NEAR((monitor->earlier()->end - told.end).count(), 0, 60);
+    monitor->forgetEarlier();
+    advance(30);
+    EXPECT_EQ(monitor->earlier(), std::nullopt);
+
+    monitor->setKeepHistory(false);
+    const auto noted = [this] { return monitor->causeStore().load(distantPast).entries().size(); };
+    const std::size_t before = noted();
+    cause(2, true);
+    advance(300);
+    cause(2, false);
+    advance(300);
+    EXPECT_EQ(noted(), before);
+    EXPECT_EQ(monitor->earlier(), std::nullopt);
+}
+
+} // namespace
+} // namespace pacelet::testing
