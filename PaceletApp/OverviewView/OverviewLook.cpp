@@ -42,7 +42,7 @@ ReadingsLook readingsLook(const std::optional<SystemSignals>& signals) {
     ReadingsLook look;
     if (!signals) {
         look.cpuLoad = look.pressure = look.thermal = QStringLiteral("—");
-        look.pressureTone = look.thermalTone = QStringLiteral("neutral");
+        look.pressureTone = look.thermalTone = Tone::Neutral;
         return look;
     }
     look.cpuLoad = qtText(Format::percent(signals->cpuLoadPercent));
