@@ -2,6 +2,7 @@
 
 #include "Core/Support/EnumTable.h"
 #include "PaceletApp/Support/QtText.h"
+#include "PaceletApp/Support/Sentence.h"
 
 #include <QCoreApplication>
 
@@ -60,6 +61,10 @@ FixLook lookOf(FixID fix, const ProcessGroup* group) {
             fix == FixID::quitApp ? qtText(caption)
                                   : QCoreApplication::translate("", caption.c_str()),
             qtText(symbol(fix)), purple};
+}
+
+QString quietHeadline() {
+    return qtText(sentence("Your Mac is running smoothly."));
 }
 
 QString rawValue(Status status) {

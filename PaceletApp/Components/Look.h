@@ -75,6 +75,9 @@ public:
     Q_INVOKABLE pacelet::PillLook status(const QString& rawValue) const;
 };
 
+/// What stands where a finding would, while there is none.
+QString quietHeadline();
+
 /// "quiet", "busy" or "struggling".
 QString rawValue(Status status);
 

@@ -13,7 +13,12 @@ namespace pacelet {
 HeroLook heroLook(bool checked, const Finding* finding, std::span<const ProcessGroup> groups) {
     HeroLook look;
     look.checked = checked;
-    if (!checked || finding == nullptr) {
+    if (!checked) {
+        return look;
+    }
+    if (finding == nullptr) {
+        look.headline = quietHeadline();
+        look.detail = qtText(sentence("Nothing is slowing your Mac down right now."));
         return look;
     }
     look.hasFinding = true;

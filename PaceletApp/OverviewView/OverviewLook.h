@@ -29,8 +29,9 @@ struct HeroLook {
     Q_PROPERTY(QString note MEMBER note CONSTANT)
 
 public:
-    bool checked = false;    ///< the machine has been measured
-    bool hasFinding = false; ///< the fields below say which
+    bool checked = false; ///< the machine has been measured
+    bool hasFinding =
+        false; ///< the fields below say which; else headline and detail that all is quiet
     QString symbol;
     QString headline;
     QString detail;
