@@ -86,7 +86,7 @@ int run(const report::Options& options) {
         catalog = ProcessCatalog::bundled(ResourceLocations::beside(program.parent_path()))
                       .on(isLive ? LiveHost::system : OperatingSystem::macOS);
     } catch (const CatalogError&) {
-        std::fputs("Pacelet couldn't load its process list. Reinstall Pacelet.\n", stderr);
+        std::fputs((std::string{catalogMissing} + '\n').c_str(), stderr);
         return statusUnavailable;
     }
     if (isLive) {

@@ -79,7 +79,7 @@ int printAnswer() {
         return printed(answer + "\n\nThere is no display here. Start pacelet in a desktop session "
                                 "to see its window, or under xvfb-run.\n");
     } catch (const CatalogError&) {
-        StandardStreams::complain("Pacelet couldn't load its process list. Reinstall Pacelet.");
+        StandardStreams::complain(catalogMissing);
         return statusUnavailable;
     }
 }

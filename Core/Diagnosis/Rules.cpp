@@ -130,7 +130,7 @@ void stuckApp(Run& run) {
         return;
     }
     Finding::Fields fields{.kind = FindingKind::stuckApp, .severity = Severity::high};
-    fields.headline = run.say("{} won't quit. Restart your Mac to clear it.", *run.input.stuckApp);
+    fields.headline = run.say(stuckHeadline, *run.input.stuckApp);
     fields.detail = "Some apps can't be closed once they're stuck. A restart clears them.";
     fields.primaryFix = FixID::restartMac;
     run.add(std::move(fields), 0);

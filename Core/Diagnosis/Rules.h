@@ -10,6 +10,9 @@
 /// The single rules of `Diagnosis::run`, in running order.
 namespace pacelet::Diagnosis::Rules {
 
+/// About an application, whose name stands in its place, that nothing could end.
+inline constexpr std::string_view stuckHeadline = "{} won't quit. Restart your Mac to clear it.";
+
 /// A finding with what ranks it among others of its severity.
 struct Weighted {
     Finding finding;

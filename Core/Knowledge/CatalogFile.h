@@ -24,6 +24,10 @@ private:
     Kind kind_;
 };
 
+/// What a user reads where the catalog could not be loaded.
+inline constexpr std::string_view catalogMissing =
+    "Pacelet couldn't load its process list. Reinstall Pacelet.";
+
 /// The catalog as it stands in a file: a JSON array of entries.
 namespace CatalogFile {
 

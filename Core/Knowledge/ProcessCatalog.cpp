@@ -152,7 +152,7 @@ Explanation ProcessCatalog::explainLabel(std::string_view launchdLabel,
         return fallback("Added by " + *ownerApp,
                         "A background helper installed by " + *ownerApp + ".", Verdict::review);
     }
-    return fallback("Unknown developer",
+    return fallback(std::string{unknownDeveloper},
                     "A background helper from a developer Pacelet doesn't recognize.",
                     Verdict::review);
 }

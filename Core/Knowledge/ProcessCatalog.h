@@ -22,6 +22,9 @@ struct ResourceLocations {
     static ResourceLocations beside(const std::filesystem::path& programFolder);
 };
 
+/// Who made a background item of which nobody knows.
+inline constexpr std::string_view unknownDeveloper = "Unknown developer";
+
 /// The store of knowledge: explains processes and background items, by fallback if it must.
 /// Immutable once loaded, so any thread may read it.
 struct ProcessCatalog {

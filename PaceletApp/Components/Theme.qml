@@ -94,26 +94,27 @@ QtObject {
         return Math.max(34, Math.round((width - 1400) / 2));
     }
 
-    function foreground(tone: string): color {
+    /// Of a `Tone`; one that is none is neutral.
+    function foreground(tone: int): color {
         switch (tone) {
-        case "green":
+        case Tone.Green:
             return green;
-        case "amber":
+        case Tone.Amber:
             return amber;
-        case "red":
+        case Tone.Red:
             return red;
         default:
             return neutral;
         }
     }
 
-    function background(tone: string): color {
+    function background(tone: int): color {
         switch (tone) {
-        case "green":
+        case Tone.Green:
             return greenBG;
-        case "amber":
+        case Tone.Amber:
             return amberBG;
-        case "red":
+        case Tone.Red:
             return redBG;
         default:
             return neutralBG;

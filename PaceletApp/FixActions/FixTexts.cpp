@@ -1,5 +1,6 @@
 #include "PaceletApp/FixActions/FixTexts.h"
 
+#include "Core/Diagnosis/Rules.h"
 #include "Core/Support/Precondition.h"
 #include "PaceletApp/Support/Sentence.h"
 
@@ -52,8 +53,11 @@ std::string report(const FixOutcome& outcome, const std::optional<std::string>& 
     invariantBreach("an outcome is none of its kinds");
 }
 
-std::string stuckTitle(const std::optional<std::string>& app) {
-    return sentence("{} won't quit. Restart your Mac to clear it.", app.value_or("This app"));
+Question stuck(const std::optional<std::string>& app) {
+    return {.title = sentence(Diagnosis::Rules::stuckHeadline, app.value_or("This app")),
+            .message = {},
+            .confirm = "Restart…",
+            .cancel = "Not now"};
 }
 
 } // namespace pacelet::FixTexts

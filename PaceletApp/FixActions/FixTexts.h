@@ -1,22 +1,13 @@
 #pragma once
 
 #include "Core/Fixes/FixOutcome.h"
+#include "PaceletApp/Support/Question.h"
 
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace pacelet {
-
-/// What a dialog asks.
-struct Question {
-    std::string title;
-    std::string message;
-    std::string confirm; ///< caption of the accepting button
-    bool destructive = false;
-
-    bool operator==(const Question&) const = default;
-};
 
 /// The words of all fixes.
 namespace FixTexts {
@@ -32,8 +23,8 @@ std::string report(const FixOutcome& outcome, const std::optional<std::string>& 
 /// What to do where the machine cannot be asked to restart.
 inline constexpr std::string_view restartByHand = "Choose Apple menu > Restart.";
 
-/// Title of the alert about an application that nothing could end.
-std::string stuckTitle(const std::optional<std::string>& app);
+/// About an application that nothing could end.
+Question stuck(const std::optional<std::string>& app);
 
 } // namespace FixTexts
 

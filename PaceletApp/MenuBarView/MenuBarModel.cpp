@@ -67,8 +67,7 @@ QString MenuBarModel::status() const {
 
 QString MenuBarModel::headline() const {
     const Finding* const hero = monitor_.result().hero();
-    return hero != nullptr ? qtText(hero->headline())
-                           : qtText(sentence("Your Mac is running smoothly."));
+    return hero != nullptr ? qtText(hero->headline()) : quietHeadline();
 }
 
 FixLook MenuBarModel::fix() const {

@@ -22,7 +22,7 @@ namespace pacelet {
 struct VerdictLine {
     std::string id; ///< what the sentence is about
     QString symbol;
-    QString tone; ///< as in `PillLook`; empty for the colour of secondary text
+    Tone tone = Tone::None; ///< none for the colour of secondary text
     QString text;
     FixLook fix; ///< empty where none is offered
 
@@ -53,7 +53,7 @@ struct MemoryLook {
     Q_PROPERTY(QString headline MEMBER headline CONSTANT)
     Q_PROPERTY(QString accessibleName MEMBER accessibleName CONSTANT)
     Q_PROPERTY(QString pressure MEMBER pressure CONSTANT)
-    Q_PROPERTY(QString pressureTone MEMBER pressureTone CONSTANT)
+    Q_PROPERTY(pacelet::Tones::Tone pressureTone MEMBER pressureTone CONSTANT)
     Q_PROPERTY(QString swap MEMBER swap CONSTANT)
     Q_PROPERTY(QList<qreal> shares MEMBER shares CONSTANT)
 
@@ -62,7 +62,7 @@ public:
     QString headline;
     QString accessibleName;
     QString pressure;
-    QString pressureTone; ///< as in `PillLook`; empty for the colour of main text
+    Tone pressureTone = Tone::None; ///< none for the colour of main text
     QString swap;
     QList<qreal> shares; ///< of the memory's parts, all together 1; in the order of the parts
 

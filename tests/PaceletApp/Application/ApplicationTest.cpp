@@ -177,7 +177,7 @@ TEST_F(ApplicationTest, APressThatWasMeantForOneQuestionAnswersNoOther) {
         probe->press(key);
         EXPECT_TRUE(app().actions().confirmation());
     }
-    pass(DialogModel::calm.count());
+    pass(QuestionModel::calm.count());
     probe->press(Qt::Key_Return);
     EXPECT_FALSE(app().actions().confirmation());
     pass(11);
