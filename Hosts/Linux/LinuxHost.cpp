@@ -110,7 +110,8 @@ Platform LinuxHost::platform() {
             applicationSupport_,
             OperatingSystem::linuxDesktop,
             &knowledge_,
-            &backgroundItems_};
+            &backgroundItems_,
+            &browsers_};
 }
 
 } // namespace pacelet::Linux
