@@ -23,8 +23,8 @@ MessageLook lookOf(const BrowserTexts::Message& message) {
 }
 
 /// `extension` may be null: then no browser needs one.
-BrowserPhase phaseAfter(const std::exception& error, BrowserExtension* extension,
-                        ChromiumBrowser browser) {
+BrowserPhase phaseHere(const std::exception& error, BrowserExtension* extension,
+                       ChromiumBrowser browser) {
     BrowserPhase phase = phaseAfter(error);
     if (extension != nullptr && phase.kind == BrowserPhase::Kind::notPermitted) {
         phase.setup = extension->setup(std::string{rawValue(browser)});
@@ -171,7 +171,7 @@ BackgroundTask<BrowserPanelModel::Reading> BrowserPanelModel::readInBackground()
             try {
                 return BrowserListing{controller.windows(browser)};
             } catch (const std::exception& error) {
-                return phaseAfter(error, extension, browser);
+                return phaseHere(error, extension, browser);
             }
         });
 }
@@ -211,7 +211,7 @@ BackgroundTask<std::optional<BrowserPhase>> BrowserPanelModel::runInBackground(S
                 run(controller);
                 return std::nullopt;
             } catch (const std::exception& error) {
-                return phaseAfter(error, extension, browser);
+                return phaseHere(error, extension, browser);
             }
         });
 }
