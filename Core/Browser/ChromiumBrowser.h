@@ -9,7 +9,7 @@
 namespace pacelet {
 
 /// The browsers whose tabs the program can clean up.
-enum class ChromiumBrowser { chrome, brave, edge };
+enum class ChromiumBrowser { chrome, brave, edge, chromium, vivaldi, opera };
 
 struct ChromiumBrowserRow {
     ChromiumBrowser value;
@@ -19,13 +19,19 @@ struct ChromiumBrowserRow {
     std::string_view bundleFileName;
 };
 
-inline constexpr std::array<ChromiumBrowserRow, 3> chromiumBrowsers{{
+inline constexpr std::array<ChromiumBrowserRow, 6> chromiumBrowsers{{
     {ChromiumBrowser::chrome, "com.google.Chrome", "Google Chrome", "chrome://settings/performance",
      "Google Chrome.app"},
     {ChromiumBrowser::brave, "com.brave.Browser", "Brave Browser", "chrome://settings/performance",
      "Brave Browser.app"},
     {ChromiumBrowser::edge, "com.microsoft.edgemac", "Microsoft Edge",
      "edge://settings/system/managePerformance", "Microsoft Edge.app"},
+    {ChromiumBrowser::chromium, "org.chromium.Chromium", "Chromium",
+     "chrome://settings/performance", "Chromium.app"},
+    {ChromiumBrowser::vivaldi, "com.vivaldi.Vivaldi", "Vivaldi", "vivaldi://settings/tabs/",
+     "Vivaldi.app"},
+    {ChromiumBrowser::opera, "com.operasoftware.Opera", "Opera", "opera://settings/system",
+     "Opera.app"},
 }};
 
 constexpr std::string_view rawValue(ChromiumBrowser browser) {

@@ -59,11 +59,13 @@ double spotlightLoad(std::span<const ProcessGroup> groups) {
     return load;
 }
 
-bool isBrowser(const ProcessGroup& group) {
+bool isBrowser(const ProcessGroup& group, OperatingSystem system) {
     if (!group.appPath) {
         return false;
     }
-    return std::ranges::any_of(browserApps, [&](std::string_view app) {
+    const std::span<const std::string_view> all{browserApps};
+    const auto known = system == OperatingSystem::macOS ? all.first(browserAppsOnMac) : all;
+    return std::ranges::any_of(known, [&](std::string_view app) {
         std::string_view path = *group.appPath;
         if (!path.ends_with(app)) {
             return false;

@@ -2,6 +2,7 @@
 
 #include "Core/Diagnosis/Finding.h"
 #include "Core/Knowledge/ProcessCatalog.h"
+#include "Core/Platform/OperatingSystem.h"
 
 #include <array>
 #include <span>
@@ -17,8 +18,11 @@ inline constexpr std::array<std::string_view, 7> spotlightFamily{
 
 inline constexpr std::array<std::string_view, 2> photosFamily{"photoanalysisd", "mediaanalysisd"};
 
-inline constexpr std::array<std::string_view, 3> browserApps{
-    "Google Chrome.app", "Brave Browser.app", "Microsoft Edge.app"};
+/// A Mac's scripts reach the first few of them; where an extension of ours does it, all.
+inline constexpr std::array<std::string_view, 6> browserApps{
+    "Google Chrome.app", "Brave Browser.app", "Microsoft Edge.app",
+    "Chromium.app",      "Vivaldi.app",       "Opera.app"};
+inline constexpr std::size_t browserAppsOnMac = 3;
 
 inline constexpr std::array<std::string_view, 10> vmHosts{"Docker",
                                                           "OrbStack",
@@ -53,8 +57,8 @@ DiagnosisResult run(const DiagnosisInput& input, const ProcessCatalog& catalog);
 /// What the Spotlight family uses together, in percent of one core.
 double spotlightLoad(std::span<const ProcessGroup> groups);
 
-/// A Chromium browser whose tabs can be cleaned up.
-bool isBrowser(const ProcessGroup& group);
+/// A Chromium browser whose tabs can be cleaned up on this system.
+bool isBrowser(const ProcessGroup& group, OperatingSystem system = OperatingSystem::macOS);
 
 /// Whether a group of just this name runs.
 bool isRunning(std::string_view app, std::span<const ProcessGroup> groups);

@@ -262,7 +262,7 @@ void browsers(Run& run) {
     constexpr std::int64_t mostUnremarkableBytes = 1'499'999'999;
     constexpr double busyLoad = 50.0;
     for (const ProcessGroup& group : run.input.groups) {
-        if (!isBrowser(group)) {
+        if (!isBrowser(group, run.catalog.system)) {
             continue;
         }
         run.handled.insert(group.id);

@@ -1,15 +1,14 @@
 #pragma once
 
 #include "Core/Platform/Workspace.h"
+#include "Core/Support/EnumTable.h"
 
+#include <array>
 #include <functional>
 #include <string>
+#include <string_view>
 
 namespace pacelet {
-
-/// How a browser is reached: by scripts, which some take by themselves, or through our extension,
-/// which works in more of them.
-enum class BrowserReach { scripts, extension };
 
 /// How far the way to a browser has been made ready.
 enum class ExtensionSetup {
@@ -17,6 +16,21 @@ enum class ExtensionSetup {
     registered, ///< it does; what is missing is the extension, or it is about to answer
     provided,   ///< the system brings both, and the browser loads them when it is next started
 };
+
+struct ExtensionSetupRow {
+    ExtensionSetup value;
+    std::string_view rawValue;
+};
+
+inline constexpr std::array<ExtensionSetupRow, 3> extensionSetups{{
+    {ExtensionSetup::unknown, "unknown"},
+    {ExtensionSetup::registered, "registered"},
+    {ExtensionSetup::provided, "provided"},
+}};
+
+constexpr std::string_view rawValue(ExtensionSetup setup) {
+    return rowOf(extensionSetups, setup).rawValue;
+}
 
 /// The way to the user's browsers on a system that has no permission for it: an extension of ours,
 /// which the user adds. Any thread may call it, but for `observe`, which belongs to the UI thread.

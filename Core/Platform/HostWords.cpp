@@ -29,6 +29,8 @@ constexpr std::array linuxPhrases{
     Phrase{"macOS will show a \"Background Items Added\" notice. That's Pacelet, and you can turn "
            "it off here anytime.",
            "You can turn it off here anytime."},
+    Phrase{"macOS will ask you to allow Pacelet to control {}.",
+           "Pacelet reaches {} through an extension, which you add once."},
     Phrase{"macOS will ask", "Your desktop will ask"},
     Phrase{"Choose Apple menu > Restart.", "Choose Restart in the menu of your desktop."},
     Phrase{"System Settings > Privacy & Security > Automation", "the settings of your desktop"},

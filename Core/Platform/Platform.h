@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Core/Platform/BackgroundItemSource.h"
+#include "Core/Platform/BrowserExtension.h"
 #include "Core/Platform/Clock.h"
 #include "Core/Platform/Kernel.h"
 #include "Core/Platform/Log.h"
@@ -35,6 +36,7 @@ struct Platform {
     OperatingSystem system = OperatingSystem::macOS;
     ProgramKnowledge* knowledge = nullptr; ///< null where the machine tells nothing of its programs
     BackgroundItemSource* backgroundItems = nullptr; ///< null where a Mac's folders tell all
+    BrowserExtension* browserExtension = nullptr; ///< null where browsers take scripts themselves
 };
 
 } // namespace pacelet

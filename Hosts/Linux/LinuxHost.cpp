@@ -100,7 +100,8 @@ Platform LinuxHost::platform() {
             workspace_,  networkLink_, windowServer_,
             loginItems_, preferences_, log_,
             home_,       "/",          applicationSupport_,
-            system,      &knowledge_,  &backgroundItems_};
+            system,      &knowledge_,  &backgroundItems_,
+            &browsers_};
 }
 
 } // namespace pacelet::Linux

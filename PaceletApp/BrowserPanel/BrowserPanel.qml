@@ -94,13 +94,29 @@ FocusScope {
             }
 
             SecondaryButton {
-                visible: panel.model.phase === "notPermitted" // qmllint disable unqualified
+                // qmllint disable unqualified
+                visible: panel.model.phase === "notPermitted" && panel.model.setup === ""
+                // qmllint enable unqualified
                 text: qsTr("Open Automation settings")
                 onClicked: panel.model.openAutomationSettings() // qmllint disable unqualified
             }
 
+            SecondaryButton {
+                visible: panel.model.setup === "registered" // qmllint disable unqualified
+                text: qsTr("Copy folder")
+                onClicked: panel.model.copyFolder() // qmllint disable unqualified
+            }
+
             PrimaryButton {
-                focus: true
+                focus: visible
+                visible: panel.model.setup === "unknown" // qmllint disable unqualified
+                text: panel.model.setUpText // qmllint disable unqualified
+                onClicked: panel.model.setUp() // qmllint disable unqualified
+            }
+
+            PrimaryButton {
+                focus: visible
+                visible: panel.model.setup !== "unknown" // qmllint disable unqualified
                 text: qsTr("Try again")
                 onClicked: panel.model.load() // qmllint disable unqualified
             }

@@ -7,6 +7,9 @@
 #include "PaceletApp/Scheduler/Scheduler.h"
 #include "PaceletApp/Support/QtText.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
+
 #include <algorithm>
 #include <utility>
 #include <variant>
@@ -19,13 +22,14 @@ MessageLook lookOf(const BrowserTexts::Message& message) {
     return {qtText(message.heading), qtText(message.body)};
 }
 
-std::variant<BrowserListing, BrowserPhase> readListing(const BrowserController& controller,
-                                                       ChromiumBrowser browser) {
-    try {
-        return BrowserListing{controller.windows(browser)};
-    } catch (const std::exception& error) {
-        return phaseAfter(error);
+/// `extension` may be null: then no browser needs one.
+BrowserPhase phaseHere(const std::exception& error, BrowserExtension* extension,
+                       ChromiumBrowser browser) {
+    BrowserPhase phase = phaseAfter(error);
+    if (extension != nullptr && phase.kind == BrowserPhase::Kind::notPermitted) {
+        phase.setup = extension->setup(std::string{rawValue(browser)});
     }
+    return phase;
 }
 
 ExtensionUsage readExtensions(ToolRunner& tools, const std::string& bundle) {
@@ -46,6 +50,9 @@ BrowserPanelModel::BrowserPanelModel(const SharedObjects& objects, ChromiumBrows
     : QObject{parent}, objects_{objects}, browser_{browser},
       controller_{objects.platform}, question_{objects.scheduler} {
     refreshLook();
+    if (BrowserExtension* const extension = objects_.platform.browserExtension) {
+        watch_ = extension->observe([this] { browsersChanged(); });
+    }
     if (objects_.platform.preferences.boolean(primerKey()).value_or(false)) {
         load();
     } else {
@@ -70,7 +77,19 @@ QString BrowserPanelModel::loadingText() const {
 }
 
 MessageLook BrowserPanelModel::failure() const {
-    return phase_.isFailure() ? lookOf(BrowserTexts::failure(phase_, browser_)) : MessageLook{};
+    if (!phase_.isFailure()) {
+        return {};
+    }
+    return lookOf(BrowserTexts::failure(
+        phase_, browser_, phase_.setup ? objects_.platform.browserExtension->folder() : ""));
+}
+
+QString BrowserPanelModel::setupName() const {
+    return phase_.setup ? qtText(rawValue(*phase_.setup)) : QString{};
+}
+
+QString BrowserPanelModel::setUpText() const {
+    return qtText(BrowserTexts::setUp(browser_));
 }
 
 void BrowserPanelModel::proceed() {
@@ -82,41 +101,101 @@ void BrowserPanelModel::openAutomationSettings() {
     FixRunner{objects_.platform}.open(SettingsPane::automation);
 }
 
+void BrowserPanelModel::setUp() {
+    if (!working_ && phase_.setup) {
+        detach(setUp(QPointer{this}));
+    }
+}
+
+QCoro::Task<> BrowserPanelModel::setUp(QPointer<BrowserPanelModel> model) {
+    model->setWorking(true);
+    auto writing = model->objects_.scheduler.runInBackground(
+        [extension = model->objects_.platform.browserExtension, browser = model->browser_] {
+            return extension->registerProgram(std::string{rawValue(browser)});
+        });
+    const bool isWritten = co_await writing;
+    if (!model) {
+        co_return;
+    }
+    if (isWritten) {
+        co_await lookAgain(model);
+    } else {
+        model->setPhase({BrowserPhase::Kind::failed, BrowserTexts::setUpFailed(model->browser_)});
+    }
+    if (model) {
+        model->setWorking(false);
+    }
+}
+
+void BrowserPanelModel::copyFolder() {
+    if (BrowserExtension* const extension = objects_.platform.browserExtension) {
+        QGuiApplication::clipboard()->setText(qtText(extension->folder()));
+    }
+}
+
+void BrowserPanelModel::browsersChanged() {
+    if (phase_.kind == BrowserPhase::Kind::notPermitted ||
+        phase_.kind == BrowserPhase::Kind::notRunning) {
+        detach(lookAgain(QPointer{this}));
+    }
+}
+
 void BrowserPanelModel::load() {
     detach(load(QPointer{this}));
 }
 
 QCoro::Task<> BrowserPanelModel::load(QPointer<BrowserPanelModel> model) {
     model->setPhase({BrowserPhase::Kind::loading, {}});
-    auto reading = model->objects_.scheduler.runInBackground(
-        [controller = model->controller_, browser = model->browser_] {
-            return readListing(controller, browser);
-        });
-    auto result = co_await reading;
-    if (!model) {
-        co_return;
-    }
-    if (auto* const listing = std::get_if<BrowserListing>(&result)) {
-        model->setListing(std::move(*listing));
-        model->setPhase({BrowserPhase::Kind::loaded, {}});
-    } else {
-        model->setPhase(std::get<BrowserPhase>(std::move(result)));
-    }
-    if (!model) {
-        co_return;
-    }
-    const auto bundle =
-        model->objects_.platform.workspace.applicationPath(std::string{rawValue(model->browser_)});
-    if (bundle) {
-        co_await measureExtensions(model, *bundle);
+    auto reading = model->readInBackground();
+    Reading result = co_await reading;
+    if (model) {
+        model->show(std::move(result));
+        co_await measureExtensions(model);
     }
 }
 
-QCoro::Task<> BrowserPanelModel::measureExtensions(QPointer<BrowserPanelModel> model,
-                                                   std::string bundle) {
+QCoro::Task<> BrowserPanelModel::lookAgain(QPointer<BrowserPanelModel> model) {
+    const BrowserPhase before = model->phase_;
+    auto reading = model->readInBackground();
+    Reading result = co_await reading;
+    // Whatever the user has done meanwhile goes on as it is.
+    if (model && model->phase_ == before) {
+        model->show(std::move(result));
+        co_await measureExtensions(model);
+    }
+}
+
+BackgroundTask<BrowserPanelModel::Reading> BrowserPanelModel::readInBackground() {
+    return objects_.scheduler.runInBackground(
+        [controller = controller_, browser = browser_,
+         extension = objects_.platform.browserExtension]() -> Reading {
+            try {
+                return BrowserListing{controller.windows(browser)};
+            } catch (const std::exception& error) {
+                return phaseHere(error, extension, browser);
+            }
+        });
+}
+
+void BrowserPanelModel::show(Reading reading) {
+    if (auto* const listing = std::get_if<BrowserListing>(&reading)) {
+        setListing(std::move(*listing));
+        setPhase({BrowserPhase::Kind::loaded, {}});
+    } else {
+        setPhase(std::get<BrowserPhase>(std::move(reading)));
+    }
+}
+
+QCoro::Task<> BrowserPanelModel::measureExtensions(QPointer<BrowserPanelModel> model) {
+    const auto bundle = model ? model->objects_.platform.workspace.applicationPath(
+                                    std::string{rawValue(model->browser_)})
+                              : std::nullopt;
+    if (!bundle) {
+        co_return;
+    }
     auto measuring = model->objects_.scheduler.runInBackground(
-        [&tools = model->objects_.platform.tools, bundle] {
-            return readExtensions(tools, bundle);
+        [&tools = model->objects_.platform.tools, path = *bundle] {
+            return readExtensions(tools, path);
         });
     const ExtensionUsage usage = co_await measuring;
     if (model) {
@@ -127,12 +206,13 @@ QCoro::Task<> BrowserPanelModel::measureExtensions(QPointer<BrowserPanelModel> m
 
 BackgroundTask<std::optional<BrowserPhase>> BrowserPanelModel::runInBackground(Script run) {
     return objects_.scheduler.runInBackground(
-        [run = std::move(run), controller = controller_]() -> std::optional<BrowserPhase> {
+        [run = std::move(run), controller = controller_, browser = browser_,
+         extension = objects_.platform.browserExtension]() -> std::optional<BrowserPhase> {
             try {
                 run(controller);
                 return std::nullopt;
             } catch (const std::exception& error) {
-                return phaseAfter(error);
+                return phaseHere(error, extension, browser);
             }
         });
 }

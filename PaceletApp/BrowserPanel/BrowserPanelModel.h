@@ -17,6 +17,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <variant>
 
 namespace pacelet {
 
@@ -43,6 +44,9 @@ class BrowserPanelModel final : public QObject {
     Q_PROPERTY(pacelet::MessageLook primer READ primer CONSTANT)
     Q_PROPERTY(QString loadingText READ loadingText CONSTANT)
     Q_PROPERTY(pacelet::MessageLook failure READ failure NOTIFY phaseChanged)
+    /// Raw value of how far the way to the browser is made; empty where nothing is to be done.
+    Q_PROPERTY(QString setup READ setupName NOTIFY phaseChanged)
+    Q_PROPERTY(QString setUpText READ setUpText CONSTANT)
     Q_PROPERTY(pacelet::TabsLook look READ look NOTIFY lookChanged)
     Q_PROPERTY(QAbstractItemModel* rows READ rows CONSTANT)
     /// An action runs, and no other may start.
@@ -64,6 +68,8 @@ public:
     MessageLook primer() const;
     QString loadingText() const;
     MessageLook failure() const;
+    QString setupName() const;
+    QString setUpText() const;
     const TabsLook& look() const { return look_; }
     QAbstractItemModel* rows() { return &rows_; }
     QuestionModel* question() { return &question_; }
@@ -72,6 +78,11 @@ public:
     Q_INVOKABLE void proceed();
     Q_INVOKABLE void load();
     Q_INVOKABLE void openAutomationSettings();
+
+    /// Makes us known to the browser. What is left to do is then told.
+    Q_INVOKABLE void setUp();
+    /// Puts the extension's folder on the clipboard.
+    Q_INVOKABLE void copyFolder();
 
     /// Takes the tab in this row into the selection or out of it. Tabs of incognito windows and the
     /// heads of windows stay out.
@@ -90,13 +101,21 @@ Q_SIGNALS:
 
 private:
     using Script = std::function<void(const BrowserController&)>;
+    using Reading = std::variant<BrowserListing, BrowserPhase>;
 
     static QCoro::Task<> load(QPointer<BrowserPanelModel> model);
-    static QCoro::Task<> measureExtensions(QPointer<BrowserPanelModel> model, std::string bundle);
+    /// Looks again without a word, and goes on where the browser can be reached now.
+    static QCoro::Task<> lookAgain(QPointer<BrowserPanelModel> model);
+    static QCoro::Task<> setUp(QPointer<BrowserPanelModel> model);
+    void browsersChanged();
+    /// From a background task's reading.
+    void show(Reading reading);
+    static QCoro::Task<> measureExtensions(QPointer<BrowserPanelModel> model);
     static QCoro::Task<> perform(QPointer<BrowserPanelModel> model, Script run);
     static QCoro::Task<> openMemorySaver(QPointer<BrowserPanelModel> model);
     /// The phase that a failure leads to, or nothing.
     BackgroundTask<std::optional<BrowserPhase>> runInBackground(Script run);
+    BackgroundTask<Reading> readInBackground();
 
     std::string primerKey() const;
     void askClose(std::vector<BrowserTab> tabs, std::string title);
@@ -117,6 +136,7 @@ private:
     TabSelection selected_;
     QuestionModel question_;
     bool working_ = false;
+    ObserverHandle watch_; ///< of browsers that come and go
 
     TabsLook look_;
     TabListModel rows_;

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "Core/Browser/BrowserError.h"
+#include "Core/Platform/BrowserExtension.h"
 #include "Core/Support/EnumTable.h"
 
 #include <array>
 #include <exception>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -23,6 +25,8 @@ struct BrowserPhase {
 
     Kind kind = Kind::loading;
     std::string text; ///< empty but for `failed`
+    /// How far the way there is made; only for `notPermitted`, where browsers need our extension.
+    std::optional<ExtensionSetup> setup{};
 
     bool isFailure() const { return kind >= Kind::notPermitted; }
 

@@ -17,6 +17,35 @@ std::string profileName(const std::optional<std::string>& profile) {
     return profile.value_or("Default profile");
 }
 
+/// What is still to be done where browsers show tabs to extensions alone.
+Message steps(ExtensionSetup setup, std::string_view app, const std::string& folder) {
+    switch (setup) {
+    case ExtensionSetup::unknown:
+        return {fmt::format("{} shows its tabs only to extensions.", app),
+                fmt::format("Pacelet brings one. It talks to Pacelet on this computer alone, reads "
+                            "no pages, and never sees incognito windows.\n\n"
+                            "First, {0} has to know Pacelet: one small file in {0}'s settings "
+                            "folder tells it. Then you add the extension. Nothing is written "
+                            "before you agree.",
+                            app)};
+    case ExtensionSetup::registered:
+        return {fmt::format("Add Pacelet's extension to {}.", app),
+                fmt::format("1.  In {}, open the page chrome://extensions.\n"
+                            "2.  Turn on Developer mode.\n"
+                            "3.  Press Load unpacked, and choose this folder:\n"
+                            "     {}\n\n"
+                            "Pacelet goes on by itself once the extension is there. That may take "
+                            "a few minutes if it was there before.",
+                            app, folder)};
+    case ExtensionSetup::provided:
+        break;
+    }
+    return {fmt::format("Start {} again.", app),
+            fmt::format("Pacelet's extension is installed, and {0} takes it up when it starts. "
+                        "Close {0} and open it again: Pacelet then goes on by itself.",
+                        app)};
+}
+
 std::string_view tabNoun(std::size_t count) {
     return count == 1 ? "tab" : "tabs";
 }
@@ -35,8 +64,19 @@ std::string loading(ChromiumBrowser browser) {
     return fmt::format("Reading your {} tabs…", appName(browser));
 }
 
-Message failure(const BrowserPhase& phase, ChromiumBrowser browser) {
+std::string setUp(ChromiumBrowser browser) {
+    return fmt::format("Set up {}", appName(browser));
+}
+
+std::string setUpFailed(ChromiumBrowser browser) {
+    return fmt::format("The file in {}'s settings folder couldn't be written.", appName(browser));
+}
+
+Message failure(const BrowserPhase& phase, ChromiumBrowser browser, const std::string& folder) {
     const std::string_view app = appName(browser);
+    if (phase.setup) {
+        return steps(*phase.setup, app, folder);
+    }
     switch (phase.kind) {
     case BrowserPhase::Kind::notPermitted:
         return {"Pacelet needs permission to see your tabs.",

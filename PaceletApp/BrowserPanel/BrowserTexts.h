@@ -22,8 +22,13 @@ struct Message {
 Message primer(ChromiumBrowser browser);
 std::string loading(ChromiumBrowser browser);
 
-/// What went wrong; only for a phase that `isFailure`.
-Message failure(const BrowserPhase& phase, ChromiumBrowser browser);
+/// What went wrong; only for a phase that `isFailure`. `folder` is where our extension stands, for
+/// a phase that tells of it.
+Message failure(const BrowserPhase& phase, ChromiumBrowser browser, const std::string& folder = {});
+
+/// The button that makes the browser know us, and what is said where it did not work.
+std::string setUp(ChromiumBrowser browser);
+std::string setUpFailed(ChromiumBrowser browser);
 
 std::string counts(std::size_t tabs, std::size_t windows);
 std::string extensions(const ExtensionUsage& usage);

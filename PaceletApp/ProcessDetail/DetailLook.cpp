@@ -117,8 +117,8 @@ const ProcessGroup* topGroup(std::span<const WindowCount> counts,
     return found != groups.end() ? &*found : nullptr;
 }
 
-std::optional<FixID> windowsFix(const ProcessGroup& group) {
-    if (Diagnosis::isBrowser(group)) {
+std::optional<FixID> windowsFix(const ProcessGroup& group, OperatingSystem system) {
+    if (Diagnosis::isBrowser(group, system)) {
         return FixID::reviewTabs;
     }
     return group.quittable ? std::optional{FixID::quitApp} : std::nullopt;

@@ -66,7 +66,7 @@ const ProcessGroup* topGroup(std::span<const WindowCount> counts,
                              std::span<const ProcessGroup> groups);
 
 /// What can be done about a group with many windows.
-std::optional<FixID> windowsFix(const ProcessGroup& group);
+std::optional<FixID> windowsFix(const ProcessGroup& group, OperatingSystem system);
 
 /// Address of a guide page; empty without one.
 std::string guideAddress(const std::string& website, const std::optional<std::string>& guide);

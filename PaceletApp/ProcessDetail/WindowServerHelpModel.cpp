@@ -44,7 +44,8 @@ const ProcessGroup* WindowServerHelpModel::group() const {
 void WindowServerHelpModel::refreshFixes() {
     std::vector<FixLook> looks;
     const ProcessGroup* const top = group();
-    if (const auto fix = top != nullptr ? windowsFix(*top) : std::nullopt) {
+    if (const auto fix =
+            top != nullptr ? windowsFix(*top, objects_.platform.system) : std::nullopt) {
         looks.push_back(lookOf(*fix, top));
     }
     looks.push_back(lookOf(FixID::openAccessibilityDisplay, nullptr));

@@ -21,9 +21,9 @@ public:
     /// Throws `std::invalid_argument` when there is no such scenario.
     explicit Session(std::string_view scenario, std::uint64_t seed = 1);
     /// `catalog` may be nothing: then it could not be loaded. With another system the machine is
-    /// the same, and speaks of itself in that one's words.
+    /// the same, and speaks of itself in that one's words; its browsers may need an extension then.
     Session(std::unique_ptr<Simulated::SimulatedMac> mac, std::optional<ProcessCatalog> catalog,
-            OperatingSystem system = OperatingSystem::macOS);
+            OperatingSystem system = OperatingSystem::macOS, BrowserExtension* extension = nullptr);
 
     /// The catalog that stands beside the running program.
     static std::optional<ProcessCatalog> bundledCatalog();

@@ -18,6 +18,13 @@ inline constexpr auto knownIdentifiers = std::to_array<KnownIdentifier>({
     {"brave_brave", "com.brave.Browser"},
     {"microsoft-edge", "com.microsoft.edgemac"},
     {"com.microsoft.Edge", "com.microsoft.edgemac"},
+    {"chromium", "org.chromium.Chromium"},
+    {"chromium-browser", "org.chromium.Chromium"},
+    {"chromium_chromium", "org.chromium.Chromium"},
+    {"vivaldi-stable", "com.vivaldi.Vivaldi"},
+    {"opera", "com.operasoftware.Opera"},
+    {"opera_opera", "com.operasoftware.Opera"},
+    {"com.opera.Opera", "com.operasoftware.Opera"},
 });
 
 /// The bundle identifier of the application with this desktop id; mostly that id itself.

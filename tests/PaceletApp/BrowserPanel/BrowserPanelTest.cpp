@@ -3,6 +3,8 @@
 #include "tests/PaceletApp/Support/ApplicationRig.h"
 #include "tests/PaceletApp/Support/Table.h"
 
+#include <atomic>
+
 namespace pacelet::testing {
 namespace {
 
@@ -138,6 +140,59 @@ TEST_F(BrowserPanelTest, EveryErrorLeadsToItsMessageAndBack) {
     probe->press(Qt::Key_Tab);
     probe->press(Qt::Key_Return);
     EXPECT_TRUE(comesUp("140 tabs in 9 windows"));
+}
+
+/// A browser that has to be told of us, and says when it is there.
+class PlayedExtension final : public BrowserExtension {
+public:
+    ExtensionSetup setup(const std::string&) override {
+        return isRegistered ? ExtensionSetup::registered : ExtensionSetup::unknown;
+    }
+    bool registerProgram(const std::string&) override {
+        ++writes;
+        return isRegistered = isWritable;
+    }
+    std::string folder() override { return "/opt/the extension"; }
+    ObserverHandle observe(std::function<void()> changed) override {
+        auto handle = std::make_shared<std::function<void()>>(std::move(changed));
+        watcher = handle;
+        return handle;
+    }
+
+    bool isWritable = false;
+    std::atomic<bool> isRegistered = false;
+    std::atomic<int> writes = 0;
+    std::weak_ptr<std::function<void()>> watcher;
+};
+
+TEST_F(BrowserPanelTest, LeadsToTheExtensionWhereABrowserNeedsOne) {
+    PlayedExtension extension;
+    probe.reset();
+    session.emplace(Simulated::makeScenario("chrome-tabs", 1), Session::bundledCatalog(),
+                    OperatingSystem::linuxDesktop, &extension);
+    open();
+    inject(Simulated::AutomationRefused{chrome});
+    show();
+    EXPECT_TRUE(comesUp("Set up Google Chrome"));
+    EXPECT_FALSE(probe->shows("Open Automation settings"));
+    EXPECT_EQ(extension.writes, 0);
+    probe->clickText("Set up Google Chrome");
+    EXPECT_TRUE(comesUp("The file in Google Chrome's settings folder couldn't be written."));
+    probe->clickText("Try again");
+    extension.isWritable = true;
+    EXPECT_TRUE(comesUp("Set up Google Chrome"));
+    probe->press(Qt::Key_Return);
+    EXPECT_TRUE(comesUp("Add Pacelet's extension to Google Chrome."));
+    EXPECT_THAT(model()->failure().body.toStdString(),
+                ::testing::HasSubstr("/opt/the extension\n"));
+    EXPECT_EQ(extension.writes, 2);
+
+    mac().machine.clearFailures();
+    (*extension.watcher.lock())();
+    EXPECT_TRUE(comesUp("140 tabs in 9 windows"));
+    app().router().setBrowser({});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return extension.watcher.expired(); }, patience));
+    session.reset();
 }
 
 TEST_F(BrowserPanelTest, ClosesDuplicatesOnceConfirmed) {

@@ -164,10 +164,13 @@ TEST(WindowServerHelp, wordsAndGroupFollowTheCensus) {
     EXPECT_EQ(topGroup({}, groups), nullptr);
     counts[0].ownerPID = 99;
     EXPECT_EQ(topGroup(counts, groups), nullptr) << "the second is not asked";
-    EXPECT_EQ(windowsFix(groups[0]), std::nullopt);
-    EXPECT_EQ(windowsFix(groups[1]), FixID::quitApp);
+    EXPECT_EQ(windowsFix(groups[0], OperatingSystem::macOS), std::nullopt);
+    EXPECT_EQ(windowsFix(groups[1], OperatingSystem::macOS), FixID::quitApp);
     groups[1].appPath = "/Applications/Google Chrome.app";
-    EXPECT_EQ(windowsFix(groups[1]), FixID::reviewTabs);
+    EXPECT_EQ(windowsFix(groups[1], OperatingSystem::macOS), FixID::reviewTabs);
+    groups[1].appPath = "/Applications/Chromium.app";
+    EXPECT_EQ(windowsFix(groups[1], OperatingSystem::macOS), FixID::quitApp);
+    EXPECT_EQ(windowsFix(groups[1], OperatingSystem::linuxDesktop), FixID::reviewTabs);
 }
 
 TEST(GuideAddress, standsBelowTheWebsite) {

@@ -80,6 +80,7 @@ TEST(BundleIdentifiers, EachChromiumBrowserIsKnownByItsOwn) {
     EXPECT_EQ(bundleIdentifier("google-chrome"), "com.google.Chrome");
     EXPECT_EQ(bundleIdentifier("brave-browser"), "com.brave.Browser");
     EXPECT_EQ(bundleIdentifier("microsoft-edge"), "com.microsoft.edgemac");
+    EXPECT_EQ(bundleIdentifier("chromium"), "org.chromium.Chromium");
     EXPECT_EQ(bundleIdentifier("org.gnome.Maps"), "org.gnome.Maps");
     for (const auto& row : knownIdentifiers) {
         EXPECT_TRUE(std::any_of(
