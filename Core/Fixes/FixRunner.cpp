@@ -58,11 +58,15 @@ void FixRunner::open(SettingsPane pane) const {
 }
 
 void FixRunner::openTidyvault(const std::string& website) const {
-    if (const auto path = workspace_.applicationPath(tidyvaultIdentifier)) {
-        workspace_.openApplication(*path);
-    } else {
-        workspace_.openURL(website + "?ref=pacelet");
+    std::vector<std::string> identifiers{tidyvaultIdentifier};
+    identifiers.insert(identifiers.end(), diskTools_.begin(), diskTools_.end());
+    for (const std::string& identifier : identifiers) {
+        if (const auto path = workspace_.applicationPath(identifier)) {
+            workspace_.openApplication(*path);
+            return;
+        }
     }
+    workspace_.openURL(website + "?ref=pacelet");
 }
 
 FixOutcome FixRunner::outcome(std::int32_t status, std::string_view standardError) {

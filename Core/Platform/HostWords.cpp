@@ -29,6 +29,8 @@ constexpr std::array linuxPhrases{
     Phrase{"macOS will show a \"Background Items Added\" notice. That's Pacelet, and you can turn "
            "it off here anytime.",
            "You can turn it off here anytime."},
+    // It is not made for this system, whose own tools show what fills the disk.
+    Phrase{"Free up space with Tidyvault", "Free up space"},
     Phrase{"macOS will ask", "Your desktop will ask"},
     Phrase{"Choose Apple menu > Restart.", "Choose Restart in the menu of your desktop."},
     Phrase{"System Settings > Privacy & Security > Automation", "the settings of your desktop"},

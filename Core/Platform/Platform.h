@@ -2,6 +2,7 @@
 
 #include "Core/Platform/BackgroundItemSource.h"
 #include "Core/Platform/Clock.h"
+#include "Core/Platform/HostAbilities.h"
 #include "Core/Platform/Kernel.h"
 #include "Core/Platform/Log.h"
 #include "Core/Platform/LoginItems.h"
@@ -35,6 +36,7 @@ struct Platform {
     OperatingSystem system = OperatingSystem::macOS;
     ProgramKnowledge* knowledge = nullptr; ///< null where the machine tells nothing of its programs
     BackgroundItemSource* backgroundItems = nullptr; ///< null where a Mac's folders tell all
+    HostAbilities abilities{};
 };
 
 } // namespace pacelet

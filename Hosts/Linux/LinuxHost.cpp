@@ -4,6 +4,7 @@
 #include "Core/Support/Files.h"
 #include "Core/Support/Text.h"
 #include "Hosts/Linux/Browser/OSAScriptTool.h"
+#include "Hosts/Linux/Desktop/SettingsPanels.h"
 #include "Hosts/Linux/Hardware/SystemProfilerTool.h"
 #include "Hosts/Linux/Network/NettopTool.h"
 #include "Hosts/Linux/Systemd/LaunchctlTool.h"
@@ -54,7 +55,8 @@ LinuxHost::LinuxHost(const LinuxSettings& settings)
       loginItems_{settings.configFolder, settings.program}, log_{settings.journalSocket},
       preferences_{joinedPath(settings.configFolder, "pacelet/preferences.json"), log_,
                    settings.postToUI},
-      home_{settings.places.home}, applicationSupport_{settings.dataFolder} {
+      home_{settings.places.home}, applicationSupport_{settings.dataFolder},
+      abilities_{desktopAbilities(settings.places)} {
     answerTools(settings);
 }
 
@@ -110,7 +112,8 @@ Platform LinuxHost::platform() {
             applicationSupport_,
             OperatingSystem::linuxDesktop,
             &knowledge_,
-            &backgroundItems_};
+            &backgroundItems_,
+            abilities_};
 }
 
 } // namespace pacelet::Linux

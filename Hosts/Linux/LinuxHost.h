@@ -67,6 +67,7 @@ private:
     PreferencesFile preferences_;
     std::string home_;
     std::string applicationSupport_;
+    HostAbilities abilities_;
 };
 
 } // namespace pacelet::Linux

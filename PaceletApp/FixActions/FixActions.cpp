@@ -41,17 +41,12 @@ void FixActions::perform(FixID fix, const ProcessGroup* group) {
         router_.setScreen(Screen::processes);
         return;
     case FixID::openSpotlightSettings:
-        return runner_.open(SettingsPane::spotlight);
     case FixID::openLoginItemsSettings:
-        return runner_.open(SettingsPane::loginItems);
     case FixID::openDisplaySettings:
-        return runner_.open(SettingsPane::displays);
     case FixID::openAccessibilityDisplay:
-        return runner_.open(SettingsPane::accessibilityDisplay);
     case FixID::openBatterySettings:
-        return runner_.open(SettingsPane::battery);
     case FixID::openWiFiSettings:
-        return runner_.open(SettingsPane::wifi);
+        return runner_.open(*paneOf(fix));
     case FixID::quitApp:
         if (group != nullptr) {
             confirmQuit(*group);

@@ -47,8 +47,11 @@ void WindowServerHelpModel::refreshFixes() {
     if (const auto fix = top != nullptr ? windowsFix(*top) : std::nullopt) {
         looks.push_back(lookOf(*fix, top));
     }
-    looks.push_back(lookOf(FixID::openAccessibilityDisplay, nullptr));
-    looks.push_back(lookOf(FixID::openDisplaySettings, nullptr));
+    for (const FixID fix : {FixID::openAccessibilityDisplay, FixID::openDisplaySettings}) {
+        if (offered(fix, objects_.platform.abilities)) {
+            looks.push_back(lookOf(fix, nullptr));
+        }
+    }
     fixes_.update(std::move(looks));
 }
 
