@@ -222,7 +222,7 @@ TEST(Diagnosis, OffersNothingThatDoesNotWorkAndSaysWhatDoes) {
     machine.disk(10, 1000);
     machine.lowPowerMode = true;
     machine.stuckApp = "Notes";
-    machine.running = {lone(1, "/usr/bin/Indexer", 90, true)};
+    machine.running = {app("Indexer", 90)};
     machine.groups = machine.running;
     const HostAbilities none{
         .missingPanes = {SettingsPane::battery, SettingsPane::wifi},
@@ -243,13 +243,13 @@ TEST(Diagnosis, OffersNothingThatDoesNotWorkAndSaysWhatDoes) {
     };
     EXPECT_EQ(told({}),
               "Some apps can't be closed once they're stuck. A restart clears them. [restartMac]\n"
-              "Only 9.3 GB free. Linux slows down when space runs low. [openTidyvault]\n"
+              "Only 9.31 GB free. Linux slows down when space runs low. [openTidyvault]\n"
               "It indexes. [rebuildSpotlightIndex]\n"
               "Turn it off in Power settings when you need full speed. [openBatterySettings]\n");
     EXPECT_EQ(told(none),
               "Some apps can't be closed once they're stuck. A restart clears them. Choose Restart "
               "in the menu of your desktop. []\n"
-              "Only 9.3 GB free. Linux slows down when space runs low. Empty the trash and remove "
+              "Only 9.31 GB free. Linux slows down when space runs low. Empty the trash and remove "
               "what you no longer need. []\n"
               "It indexes. [quitApp]\n"
               "Switch to a balanced power profile when you need full speed. []\n");
