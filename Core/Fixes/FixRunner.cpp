@@ -13,20 +13,19 @@ namespace {
 
 const std::string tidyvaultIdentifier = "app.tidyvault.Tidyvault";
 
-/// The running copies of the group's application. A lone process is no application.
-RunningApplications runningCopies(Workspace& workspace, const ProcessGroup& group) {
+} // namespace
+
+RunningApplications FixRunner::runningCopies(const ProcessGroup& group) const {
     if (!group.appPath) {
         return {};
     }
-    RunningApplications copies = workspace.runningApplications();
+    RunningApplications copies = workspace_.runningApplications();
     std::erase_if(copies, [&](const auto& copy) { return copy->bundlePath() != group.appPath; });
     return copies;
 }
 
-} // namespace
-
 QuitAttempt FixRunner::quit(const ProcessGroup& group, bool force, Seconds timeout) const {
-    RunningApplications copies = runningCopies(workspace_, group);
+    RunningApplications copies = runningCopies(group);
     if (copies.empty()) {
         return QuitAttempt{FixOutcome::alreadyGone()};
     }

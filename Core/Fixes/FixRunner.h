@@ -48,6 +48,13 @@ public:
     FixOutcome rebuildSpotlightIndex() const;
     FixOutcome restartMac() const;
 
+    /// The running copies of the group's application; none of a lone process. Any thread may ask
+    /// them whether they can be asked to quit.
+    RunningApplications runningCopies(const ProcessGroup& group) const;
+
+    /// Whether the user is asked once more before the machine restarts: for a background thread.
+    bool asksBeforeRestart() const { return workspace_.asksBeforeRestart(); }
+
     /// Opens a page of the system's settings.
     void open(SettingsPane pane) const;
 

@@ -23,8 +23,7 @@ constexpr std::array linuxPhrases{
     Phrase{"Low Power Mode", "Power saving"},
     Phrase{"Battery settings", "Power settings"},
     Phrase{"Login Items settings", "Startup settings"},
-    // Nobody asks here, and nothing tells of what starts at login.
-    Phrase{"Save your work first. macOS will ask you to confirm.", "Save your work first."},
+    // Nothing tells of what starts at login.
     Phrase{"advice. macOS will show a \"Background Items Added\" notice.", "advice."},
     Phrase{"macOS will show a \"Background Items Added\" notice. That's Pacelet, and you can turn "
            "it off here anytime.",

@@ -57,13 +57,15 @@ LinuxHost::LinuxHost(const LinuxSettings& settings)
                    settings.postToUI},
       home_{settings.places.home}, applicationSupport_{settings.dataFolder},
       abilities_{desktopAbilities(settings.places)} {
+    abilities_.restarts = SessionRestart::isPossible();
+    abilities_.alwaysAsks = false;
     answerTools(settings);
 }
 
 void LinuxHost::answerTools(const LinuxSettings& settings) {
     tools_.answer("/bin/ps", [this](const Arguments& arguments) { return ps_.run(arguments); });
     tools_.answer("/usr/bin/osascript", [this](const Arguments& arguments) {
-        return OSAScriptTool::run(arguments, browsers_.connections());
+        return OSAScriptTool::run(arguments, browsers_.connections(), restart_);
     });
     tools_.answer("/usr/bin/nettop", [procFolder = settings.procFolder,
                                       sysFolder = settings.sysFolder](const Arguments& arguments) {

@@ -13,6 +13,7 @@
 #include "Hosts/Linux/PSTool.h"
 #include "Hosts/Linux/Speed/NetworkQualityTool.h"
 #include "Hosts/Linux/SystemClock.h"
+#include "Hosts/Linux/Systemd/SessionRestart.h"
 #include "Hosts/Linux/User/AutostartEntry.h"
 #include "Hosts/Linux/User/PreferencesFile.h"
 #include "Hosts/Linux/X11/XWindowServer.h"
@@ -45,7 +46,10 @@ public:
     Platform platform();
 
     /// Ends what would go on for long: to be called when the program ends. Any thread.
-    void stopLongTools() { networkQuality_.stop(); }
+    void stopLongTools() {
+        networkQuality_.stop();
+        restart_.stop();
+    }
 
 private:
     void answerTools(const LinuxSettings& settings);
@@ -56,6 +60,7 @@ private:
     PSTool ps_;
     LocalKnowledge knowledge_;
     NetworkQualityTool networkQuality_;
+    SessionRestart restart_;
     LinuxToolRunner tools_;
     LinuxNetworkLink networkLink_;
     ExtensionRegistry browsers_;
