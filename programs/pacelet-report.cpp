@@ -55,9 +55,11 @@ std::string answer(const report::Options& options, const report::Look& look,
     return render(result, look.reading.groups, catalog, look.reading.signals, look.known) + '\n';
 }
 
-std::string answerLive(const report::Options& options, const ProcessCatalog& catalog) {
+std::string answerLive(const report::Options& options, const ProcessCatalog& ofAll) {
     LiveHost host;
-    const report::Look look = report::lookAtMachine(host.platform(), catalog);
+    const Platform machine = host.platform();
+    const ProcessCatalog catalog = ofAll.on(machine.system, machine.abilities);
+    const report::Look look = report::lookAtMachine(machine, catalog);
     std::string text = answer(options, look, catalog);
     if (options.why) {
         text += '\n' + report::renderWhy(look.reading.groups, [&](const ProcessUsage& usage) {
@@ -79,12 +81,10 @@ int tellThePast(Seconds span, bool asJson) {
 
 int run(const report::Options& options) {
     const std::filesystem::path program = ownProgram();
-    // A captured table and a scenario are a Mac's.
     const bool isLive = !options.psFile && !options.scenario;
     ProcessCatalog catalog;
     try {
-        catalog = ProcessCatalog::bundled(ResourceLocations::beside(program.parent_path()))
-                      .on(isLive ? LiveHost::system : OperatingSystem::macOS);
+        catalog = ProcessCatalog::bundled(ResourceLocations::beside(program.parent_path()));
     } catch (const CatalogError&) {
         std::fputs((std::string{catalogMissing} + '\n').c_str(), stderr);
         return statusUnavailable;
@@ -92,6 +92,8 @@ int run(const report::Options& options) {
     if (isLive) {
         return print(answerLive(options, catalog));
     }
+    // A captured table and a scenario are a Mac's.
+    catalog = catalog.on(OperatingSystem::macOS);
     const report::Look look = options.psFile ? report::lookAtTables(options, ::getuid())
                                              : report::lookAtScenario(*options.scenario, catalog);
     return print(answer(options, look, catalog));

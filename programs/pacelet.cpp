@@ -72,7 +72,8 @@ int printAnswer() {
         Linux::LinuxHost host;
         const Platform machine = host.platform();
         const ProcessCatalog catalog =
-            ProcessCatalog::bundled(ResourceLocations::beside(programFolder())).on(machine.system);
+            ProcessCatalog::bundled(ResourceLocations::beside(programFolder()))
+                .on(machine.system, machine.abilities);
         const report::Look look = report::lookAtMachine(machine, catalog);
         const std::string answer = Report::render(
             report::diagnose(look, catalog), look.reading.groups, catalog, look.reading.signals);

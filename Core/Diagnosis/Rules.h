@@ -34,7 +34,13 @@ struct Run {
         return HostWords::say(catalog.system, sentence, data...);
     }
 
+    bool offers(FixID fix) const { return offered(fix, catalog.abilities).has_value(); }
+
+    /// A fix that does not work here is left out.
     void add(Finding::Fields fields, double weight) {
+        if (fields.primaryFix) {
+            fields.primaryFix = offered(*fields.primaryFix, catalog.abilities);
+        }
         findings.push_back(Weighted{Finding{std::move(fields)}, weight});
     }
 };

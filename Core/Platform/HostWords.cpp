@@ -23,14 +23,15 @@ constexpr std::array linuxPhrases{
     Phrase{"Low Power Mode", "Power saving"},
     Phrase{"Battery settings", "Power settings"},
     Phrase{"Login Items settings", "Startup settings"},
-    // Nobody asks here, and nothing tells of what starts at login.
-    Phrase{"Save your work first. macOS will ask you to confirm.", "Save your work first."},
+    // Nothing tells of what starts at login.
     Phrase{"advice. macOS will show a \"Background Items Added\" notice.", "advice."},
     Phrase{"macOS will show a \"Background Items Added\" notice. That's Pacelet, and you can turn "
            "it off here anytime.",
            "You can turn it off here anytime."},
     Phrase{"macOS will ask you to allow Pacelet to control {}.",
            "Pacelet reaches {} through an extension, which you add once."},
+    // It is not made for this system, whose own tools show what fills the disk.
+    Phrase{"Free up space with Tidyvault", "Free up space"},
     Phrase{"macOS will ask", "Your desktop will ask"},
     Phrase{"Choose Apple menu > Restart.", "Choose Restart in the menu of your desktop."},
     Phrase{"System Settings > Privacy & Security > Automation", "the settings of your desktop"},

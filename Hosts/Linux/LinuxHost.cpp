@@ -4,6 +4,7 @@
 #include "Core/Support/Files.h"
 #include "Core/Support/Text.h"
 #include "Hosts/Linux/Browser/OSAScriptTool.h"
+#include "Hosts/Linux/Desktop/SettingsPanels.h"
 #include "Hosts/Linux/Hardware/SystemProfilerTool.h"
 #include "Hosts/Linux/Network/NettopTool.h"
 #include "Hosts/Linux/Systemd/LaunchctlTool.h"
@@ -54,14 +55,17 @@ LinuxHost::LinuxHost(const LinuxSettings& settings)
       loginItems_{settings.configFolder, settings.program}, log_{settings.journalSocket},
       preferences_{joinedPath(settings.configFolder, "pacelet/preferences.json"), log_,
                    settings.postToUI},
-      home_{settings.places.home}, applicationSupport_{settings.dataFolder} {
+      home_{settings.places.home}, applicationSupport_{settings.dataFolder},
+      abilities_{desktopAbilities(settings.places)} {
+    abilities_.restarts = SessionRestart::isPossible();
+    abilities_.alwaysAsks = false;
     answerTools(settings);
 }
 
 void LinuxHost::answerTools(const LinuxSettings& settings) {
     tools_.answer("/bin/ps", [this](const Arguments& arguments) { return ps_.run(arguments); });
     tools_.answer("/usr/bin/osascript", [this](const Arguments& arguments) {
-        return OSAScriptTool::run(arguments, browsers_.connections());
+        return OSAScriptTool::run(arguments, browsers_.connections(), restart_);
     });
     tools_.answer("/usr/bin/nettop", [procFolder = settings.procFolder,
                                       sysFolder = settings.sysFolder](const Arguments& arguments) {
@@ -101,7 +105,7 @@ Platform LinuxHost::platform() {
             loginItems_, preferences_, log_,
             home_,       "/",          applicationSupport_,
             system,      &knowledge_,  &backgroundItems_,
-            &browsers_};
+            &browsers_,  abilities_};
 }
 
 } // namespace pacelet::Linux

@@ -14,6 +14,14 @@ Question quit(std::string_view app) {
             .confirm = fmt::format("Quit {}", app)};
 }
 
+Question quitUnasked(std::string_view app) {
+    return {.title = fmt::format("Quit {}?", app),
+            .message = fmt::format(
+                "{} can't be asked to save first. Unsaved work in it may be lost.", app),
+            .confirm = fmt::format("Quit {}", app),
+            .destructive = true};
+}
+
 Question forceQuit(std::string_view app) {
     return {.title = fmt::format("{} isn't responding.", app),
             .message = fmt::format("Force quit it? Unsaved work in {} will be lost.", app),
@@ -33,6 +41,14 @@ Question restart() {
     return {.title = sentence("Restart your Mac?"),
             .message = sentence("Save your work first. macOS will ask you to confirm."),
             .confirm = "Restart…"};
+}
+
+Question restartAtOnce() {
+    return {.title = sentence("Restart your Mac?"),
+            .message = sentence("Save your work first. Your Mac restarts at once, and nothing asks "
+                                "you again."),
+            .confirm = "Restart",
+            .destructive = true};
 }
 
 std::string report(const FixOutcome& outcome, const std::optional<std::string>& app) {

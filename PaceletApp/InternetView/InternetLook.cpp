@@ -33,7 +33,7 @@ std::vector<Finding> findings(const InternetState& state, const AppName& appName
         return {};
     }
     return InternetDiagnosis::run(*state.link, state.wifi, recent(state.speed, now), state.usage,
-                                  appName);
+                                  appName, state.abilities);
 }
 
 InternetLook internetLook(const InternetState& state, bool healthy, TimePoint now) {

@@ -4,6 +4,7 @@
 #include "Core/Internet/Link.h"
 #include "Core/Internet/NetUsage.h"
 #include "Core/Internet/SpeedResult.h"
+#include "Core/Platform/HostAbilities.h"
 #include "PaceletApp/Support/Question.h"
 
 #include <QObject>
@@ -26,6 +27,7 @@ struct InternetState {
     bool testing = false;
     std::optional<std::string> testError; ///< of the last test, if it failed
     bool isMetered = false;               ///< data is counted on this link
+    HostAbilities abilities{};
 };
 
 /// The words of the screen that are no rows of a list.

@@ -42,6 +42,7 @@ void fillList(KeyedListModel<Item>& list, const std::vector<Value>& values, Make
 
 InternetModel::InternetModel(const SharedObjects& objects, QObject* parent)
     : QObject{parent}, objects_{objects}, question_{objects.scheduler} {
+    state_.abilities = objects.platform.abilities;
     state_.speed = savedSpeed(objects.platform.preferences);
     connect(&objects.speedTester, &SpeedTester::ended, this, &InternetModel::testEnded);
     connect(&objects.monitor, &Monitor::changed, this, &InternetModel::follow);

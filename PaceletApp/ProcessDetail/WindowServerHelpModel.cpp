@@ -48,8 +48,11 @@ void WindowServerHelpModel::refreshFixes() {
             top != nullptr ? windowsFix(*top, objects_.platform.system) : std::nullopt) {
         looks.push_back(lookOf(*fix, top));
     }
-    looks.push_back(lookOf(FixID::openAccessibilityDisplay, nullptr));
-    looks.push_back(lookOf(FixID::openDisplaySettings, nullptr));
+    for (const FixID fix : {FixID::openAccessibilityDisplay, FixID::openDisplaySettings}) {
+        if (offered(fix, objects_.platform.abilities)) {
+            looks.push_back(lookOf(fix, nullptr));
+        }
+    }
     fixes_.update(std::move(looks));
 }
 

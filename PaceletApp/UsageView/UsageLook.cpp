@@ -39,10 +39,11 @@ VerdictLine lineOf(const CPUBottleneck& cpu) {
 }
 
 VerdictLine lineOf(const StorageBottleneck&) {
-    return {"storage", QStringLiteral("internaldrive"), Tone::Amber,
-            QStringLiteral("Your disk is nearly full. Free up space with Tidyvault, or choose more "
-                           "storage next time."),
-            lookOf(FixID::openTidyvault, nullptr)};
+    return {
+        "storage", QStringLiteral("internaldrive"), Tone::Amber,
+        qtText(sentence("Your disk is nearly full. Free up space with Tidyvault, or choose more "
+                        "storage next time.")),
+        lookOf(FixID::openTidyvault, nullptr)};
 }
 
 std::vector<VerdictLine> linesOf(const NotEnoughData& verdict) {
@@ -150,8 +151,15 @@ double diskFreeShare(const std::optional<SystemSignals>& signals) {
 }
 
 std::vector<VerdictLine> verdictLines(const UpgradeVerdict& verdict,
-                                      const std::optional<MacInfo>& mac) {
+                                      const std::optional<MacInfo>& mac,
+                                      const HostAbilities& abilities) {
     auto lines = std::visit([](const auto& each) { return linesOf(each); }, verdict);
+    for (VerdictLine& line : lines) {
+        const auto fix = fixIDFromRawValue(line.fix.fix.toStdString());
+        if (fix && !offered(*fix, abilities)) {
+            line.fix = {};
+        }
+    }
     if (mac && mac->isMac && !mac->isAppleSilicon) {
         lines.push_back(intelLine());
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Core/Platform/HostAbilities.h"
 #include "Core/Sampling/MemoryStats.h"
 #include "Core/Sampling/SystemSignals.h"
 #include "Core/Usage/MacInfo.h"
@@ -79,7 +80,8 @@ QString macLine(const MacInfo& mac, const std::optional<SystemSignals>& signals)
 double diskFreeShare(const std::optional<SystemSignals>& signals);
 
 std::vector<VerdictLine> verdictLines(const UpgradeVerdict& verdict,
-                                      const std::optional<MacInfo>& mac);
+                                      const std::optional<MacInfo>& mac,
+                                      const HostAbilities& abilities = {});
 
 /// What the advice rests on.
 QString hoursNote(const UpgradeVerdict& verdict);

@@ -75,7 +75,8 @@ void UsageModel::showVerdict() {
         monitor.mac() ? monitor.mac()->memoryBytes : objects_.platform.kernel.physicalMemory();
     const UpgradeVerdict verdict =
         UpgradeAdvisor::evaluate(weekRecords_, memory, diskFreeShare(monitor.signals()));
-    verdictLines_.update(pacelet::verdictLines(verdict, monitor.mac()));
+    verdictLines_.update(
+        pacelet::verdictLines(verdict, monitor.mac(), objects_.platform.abilities));
     hoursNote_ = pacelet::hoursNote(verdict);
 }
 

@@ -125,7 +125,7 @@ protected:
     }
 
     static Shell::Output run(BrowserConnections& browsers, const std::string& script) {
-        return OSAScriptTool::run({"-e", script}, browsers);
+        return OSAScriptTool::run({"-e", script}, browsers, {});
     }
 
     std::string runtime() { return folder.path().string(); }
