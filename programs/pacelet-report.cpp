@@ -79,22 +79,22 @@ int tellThePast(Seconds span, bool asJson) {
 
 int run(const report::Options& options) {
     const auto program = std::filesystem::read_symlink("/proc/self/exe");
-    // A captured table and a scenario are a Mac's.
-    const bool isLive = !options.psFile && !options.scenario;
     ProcessCatalog catalog;
     try {
-        catalog = ProcessCatalog::bundled(ResourceLocations::beside(program.parent_path()))
-                      .on(isLive ? OperatingSystem::linuxDesktop : OperatingSystem::macOS);
+        catalog = ProcessCatalog::bundled(ResourceLocations::beside(program.parent_path()));
     } catch (const CatalogError&) {
         std::fputs("Pacelet couldn't load its process list. Reinstall Pacelet.\n", stderr);
         return statusUnavailable;
     }
-    if (isLive) {
-        return print(answerLive(options, catalog));
+    if (options.psFile) {
+        const report::Look look = report::lookAtTables(options, ::getuid());
+        return print(answer(options, look, catalog.on(look.system)));
     }
-    const report::Look look = options.psFile ? report::lookAtTables(options, ::getuid())
-                                             : report::lookAtScenario(*options.scenario, catalog);
-    return print(answer(options, look, catalog));
+    if (options.scenario) {
+        catalog = catalog.on(OperatingSystem::macOS);
+        return print(answer(options, report::lookAtScenario(*options.scenario, catalog), catalog));
+    }
+    return print(answerLive(options, catalog.on(OperatingSystem::linuxDesktop)));
 }
 
 } // namespace

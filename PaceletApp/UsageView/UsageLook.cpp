@@ -40,10 +40,11 @@ VerdictLine lineOf(const CPUBottleneck& cpu) {
 }
 
 VerdictLine lineOf(const StorageBottleneck&) {
-    return {"storage", QStringLiteral("internaldrive"), QStringLiteral("amber"),
-            QStringLiteral("Your disk is nearly full. Free up space with Tidyvault, or choose more "
-                           "storage next time."),
-            lookOf(FixID::openTidyvault, nullptr)};
+    return {
+        "storage", QStringLiteral("internaldrive"), QStringLiteral("amber"),
+        qtText(sentence("Your disk is nearly full. Free up space with Tidyvault, or choose more "
+                        "storage next time.")),
+        lookOf(FixID::openTidyvault, nullptr)};
 }
 
 std::vector<VerdictLine> linesOf(const NotEnoughData& verdict) {
