@@ -81,7 +81,6 @@ int tellThePast(Seconds span, bool asJson) {
 
 int run(const report::Options& options) {
     const std::filesystem::path program = ownProgram();
-    const bool isLive = !options.psFile && !options.scenario;
     ProcessCatalog catalog;
     try {
         catalog = ProcessCatalog::bundled(ResourceLocations::beside(program.parent_path()));
@@ -89,14 +88,15 @@ int run(const report::Options& options) {
         std::fputs((std::string{catalogMissing} + '\n').c_str(), stderr);
         return statusUnavailable;
     }
-    if (isLive) {
-        return print(answerLive(options, catalog));
+    if (options.psFile) {
+        const report::Look look = report::lookAtTables(options, ::getuid());
+        return print(answer(options, look, catalog.on(look.system)));
     }
-    // A captured table and a scenario are a Mac's.
-    catalog = catalog.on(OperatingSystem::macOS);
-    const report::Look look = options.psFile ? report::lookAtTables(options, ::getuid())
-                                             : report::lookAtScenario(*options.scenario, catalog);
-    return print(answer(options, look, catalog));
+    if (options.scenario) {
+        catalog = catalog.on(OperatingSystem::macOS);
+        return print(answer(options, report::lookAtScenario(*options.scenario, catalog), catalog));
+    }
+    return print(answerLive(options, catalog));
 }
 
 } // namespace

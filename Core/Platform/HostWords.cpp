@@ -17,6 +17,9 @@ struct Phrase {
 constexpr std::array linuxPhrases{
     Phrase{"kernel_task holds back other work to cool your Mac.",
            "The processor runs slower to cool your computer."},
+    // The same row tells how hot the processor is; no process has a part in it here.
+    Phrase{"kernel_task", "Processor heat"},
+    Phrase{"Kernel (heat control)", "Slows the processor down when it is hot"},
     Phrase{"Cooling your Mac", "Cooling down"},
     Phrase{"macOS reports elevated heat", "The processor reports elevated heat"},
     Phrase{"like mds or Chrome", "like systemd or Firefox"},
@@ -37,7 +40,8 @@ constexpr std::array linuxPhrases{
     Phrase{"System Settings > Privacy & Security > Automation", "the settings of your desktop"},
     Phrase{"System Settings", "the settings of your desktop"},
     Phrase{"Apple's built-in test against Apple's servers",
-           "its own test against a public test server"},
+           "its own test against mensura.cdn-apple.com, a public test server"},
+    Phrase{"Free up space with Tidyvault", "Free up space"},
     Phrase{"menu-bar item", "tray icon"},
     Phrase{"menu bar", "system tray"},
     Phrase{"in Finder", "in your file manager"},

@@ -29,8 +29,8 @@ ListedProcess kernelProcess(Thermal thermal) {
     listed.id = kernelID;
     listed.kernel = true;
     listed.symbol = QStringLiteral("thermometer.medium");
-    listed.name = qtText(kernelID);
-    listed.subtitle = QStringLiteral("Kernel (heat control)");
+    listed.name = qtText(sentence("kernel_task"));
+    listed.subtitle = qtText(sentence("Kernel (heat control)"));
     listed.cpu = qtText(rowOf(heats, thermal).word);
     listed.tone = toneOf(thermal);
     listed.memory = QStringLiteral("—");

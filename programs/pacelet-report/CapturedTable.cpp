@@ -153,6 +153,7 @@ public:
         if (sample.ppid == parentOfKernelThreads && !sample.path.starts_with('/')) {
             sample.path = kernelThread(sample.path);
         }
+        table_.isOfLinux |= sample.pid == 1 && lastPathComponent(sample.path) != "launchd";
         table_.tellsCPU |= has(cpuColumn());
         table_.processes.push_back(std::move(sample));
     }

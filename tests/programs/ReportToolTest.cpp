@@ -73,6 +73,18 @@ TEST(ReportTool, AnswersOnCapturedTables) {
         << json.stdout;
 }
 
+TEST(ReportTool, TellsLinuxTablesApart) {
+    const testing::TemporaryFolder folder;
+    folder.write("table", "USER PID %CPU %MEM VSZ RSS TTY STAT START TIME COMMAND\n"
+                          "root 1 0.1 0.1 9 900 ? Ss 09:00 0:04 /sbin/init splash\n"
+                          "root 31 0.2 0.0 0 0 ? S 09:00 0:01 [watchdogd]\n"
+                          "root 40 95.0 0.1 9 900 ? R 09:00 1:00 /usr/sbin/cron -f\n");
+    const auto output = Shell::run(tool, {"--ps", (folder.path() / "table").string()});
+    EXPECT_NE(output.stdout.find("Kernel watchdog"), std::string::npos) << output.stdout;
+    EXPECT_EQ(output.stdout.find("mac"), std::string::npos) << output.stdout;
+    EXPECT_EQ(output.stdout.find("Mac"), std::string::npos) << output.stdout;
+}
+
 /// What the shell makes of `command`, in which $R is the tool.
 Shell::Output shell(const std::string& command) {
     return Shell::run("/bin/sh", {"-c", "R=" + tool + "; " + command});

@@ -66,6 +66,11 @@ std::optional<std::string_view> FolderReader::readLink(const char* path, ReadBuf
     return std::string_view{buffer.data(), static_cast<std::size_t>(length)};
 }
 
+std::optional<struct stat> FolderReader::target(const char* path) const {
+    struct stat facts {};
+    return ::fstatat(folder_.get(), path, &facts, 0) == 0 ? std::optional{facts} : std::nullopt;
+}
+
 template<typename Visitor>
 void FolderReader::forEachName(ReadBuffer& buffer, Visitor&& visit) {
     if (buffer.size() < listingRoom) {
