@@ -10,6 +10,7 @@
 #include "programs/pacelet-report/LiveLook.h"
 #include "programs/pacelet-report/Options.h"
 #include "programs/pacelet-report/PastReport.h"
+#include "programs/pacelet-report/RecordedLook.h"
 #include "programs/pacelet-report/ScenarioLook.h"
 #include "programs/pacelet-report/TableLook.h"
 #include "programs/pacelet-report/WhyReport.h"
@@ -77,17 +78,37 @@ int tellThePast(Seconds span, bool asJson) {
                  '\n');
 }
 
+report::Look lookAndCapture(const report::Options& options, const ProcessCatalog& catalog) {
+    Linux::LinuxHost host;
+    const std::int64_t looks = options.looks.value_or(report::usualLooks);
+    complain(report::captureNotice(*options.captureFile, looks));
+    return report::captureMachine(host.platform(), catalog, *options.captureFile, looks);
+}
+
 int run(const report::Options& options) {
     const auto program = std::filesystem::read_symlink("/proc/self/exe");
     // A captured table and a scenario are a Mac's.
     const bool isLive = !options.psFile && !options.scenario;
+    std::optional<Recorded::Capture> capture;
+    if (options.replayFile) {
+        capture = report::openCapture(*options.replayFile);
+    }
+    const auto system = capture  ? capture->system
+                        : isLive ? OperatingSystem::linuxDesktop
+                                 : OperatingSystem::macOS;
     ProcessCatalog catalog;
     try {
-        catalog = ProcessCatalog::bundled(ResourceLocations::beside(program.parent_path()))
-                      .on(isLive ? OperatingSystem::linuxDesktop : OperatingSystem::macOS);
+        catalog =
+            ProcessCatalog::bundled(ResourceLocations::beside(program.parent_path())).on(system);
     } catch (const CatalogError&) {
         std::fputs("Pacelet couldn't load its process list. Reinstall Pacelet.\n", stderr);
         return statusUnavailable;
+    }
+    if (capture) {
+        return print(answer(options, report::lookAtCapture(*std::move(capture), catalog), catalog));
+    }
+    if (options.captureFile) {
+        return print(answer(options, lookAndCapture(options, catalog), catalog));
     }
     if (isLive) {
         return print(answerLive(options, catalog));
