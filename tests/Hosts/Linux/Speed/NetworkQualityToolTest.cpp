@@ -22,11 +22,9 @@ Shell::Output test(const SpeedServer& server, const std::string& seconds) {
     return NetworkQualityTool{server}.run({"-c", "-M", seconds});
 }
 
-TEST(NetworkQualityTool, TellsBothDirectionsWithinItsTime) {
+TEST(NetworkQualityTool, TellsBothDirections) {
     const ScriptedServer server{{}};
-    const MonotonicTime begin = steadyNow();
-    const Shell::Output output = test({server.configuration()}, "2");
-    EXPECT_LT((steadyNow() - begin).count(), 10) << "a crowded machine is late, but not by much";
+    const Shell::Output output = test({server.configuration()}, "10");
     ASSERT_EQ(output.status, 0) << output.stderr;
     const SpeedResult result = SpeedTest::parse(output.stdout, {});
     EXPECT_GT(result.downloadMbps, 1);

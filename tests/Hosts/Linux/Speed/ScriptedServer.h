@@ -31,7 +31,8 @@ struct Answer {
 
 using Answers = std::map<std::string, Answer>;
 
-/// A server of speed tests on the loopback interface: HTTP/1.1, one request a connection.
+/// A server of speed tests on the loopback interface: HTTP/1.1, one request a connection, and each
+/// connection at the pace of a line, so that no processor is what limits it.
 class ScriptedServer {
 public:
     /// All is well with it but for `faults`, by path.
@@ -108,6 +109,7 @@ private:
         for (std::int64_t left = answer.bytes; isPost && left > 0;) {
             const auto count = static_cast<std::int64_t>(received(socket).size());
             left = count > 0 ? left - count : 0;
+            std::this_thread::sleep_for(pace);
         }
         ::send(socket.get(), answer.head.data(), answer.head.size(), MSG_NOSIGNAL);
         static const std::string piece(65536, 'x');
@@ -116,6 +118,7 @@ private:
             const ssize_t count =
                 ::send(socket.get(), piece.data(), static_cast<std::size_t>(size), MSG_NOSIGNAL);
             left = count > 0 ? left - count : 0;
+            std::this_thread::sleep_for(pace);
         }
         if (answer.ending == Answer::Ending::resets) {
             const linger atOnce{1, 0};
@@ -125,6 +128,8 @@ private:
             waitUntilGone(socket);
         }
     }
+
+    static constexpr std::chrono::milliseconds pace{2}; ///< rest after 64 kB at most
 
     Answers answers_;
     Descriptor listener_{::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)};
