@@ -10,6 +10,7 @@
 #include "programs/pacelet-report/LiveLook.h"
 #include "programs/pacelet-report/Options.h"
 #include "programs/pacelet-report/PastReport.h"
+#include "programs/pacelet-report/RecordedLook.h"
 #include "programs/pacelet-report/ScenarioLook.h"
 #include "programs/pacelet-report/TableLook.h"
 #include "programs/pacelet-report/WhyReport.h"
@@ -79,7 +80,18 @@ int tellThePast(Seconds span, bool asJson) {
                  '\n');
 }
 
+report::Look lookAndCapture(const report::Options& options, const ProcessCatalog& catalog) {
+    LiveHost host;
+    const std::int64_t looks = options.looks.value_or(report::usualLooks);
+    complain(report::captureNotice(*options.captureFile, looks));
+    return report::captureMachine(host.platform(), catalog, *options.captureFile, looks);
+}
+
 int run(const report::Options& options) {
+    std::optional<Recorded::Capture> capture;
+    if (options.replayFile) {
+        capture = report::openCapture(*options.replayFile);
+    }
     const std::filesystem::path program = ownProgram();
     ProcessCatalog catalog;
     try {
@@ -87,6 +99,14 @@ int run(const report::Options& options) {
     } catch (const CatalogError&) {
         std::fputs((std::string{catalogMissing} + '\n').c_str(), stderr);
         return statusUnavailable;
+    }
+    if (capture) {
+        const report::Look look = report::lookAtCapture(*std::move(capture), catalog);
+        return print(answer(options, look, catalog.on(look.system, look.abilities)));
+    }
+    if (options.captureFile) {
+        const report::Look look = lookAndCapture(options, catalog);
+        return print(answer(options, look, catalog.on(look.system, look.abilities)));
     }
     if (options.psFile) {
         const report::Look look = report::lookAtTables(options, ::getuid());

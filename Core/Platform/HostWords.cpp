@@ -41,7 +41,6 @@ constexpr std::array linuxPhrases{
     Phrase{"System Settings", "the settings of your desktop"},
     Phrase{"Apple's built-in test against Apple's servers",
            "its own test against mensura.cdn-apple.com, a public test server"},
-    Phrase{"Free up space with Tidyvault", "Free up space"},
     Phrase{"menu-bar item", "tray icon"},
     Phrase{"menu bar", "system tray"},
     Phrase{"in Finder", "in your file manager"},

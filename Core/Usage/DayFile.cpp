@@ -26,8 +26,9 @@ bool endsWithinLine(const std::string& path, off_t end) {
 
 std::error_code append(const std::string& path, std::string_view line) {
     constexpr mode_t systemDefault = 0666;
-    // Without O_NONBLOCK, a pipe of that name would hold up the caller.
-    constexpr int flags = O_WRONLY | O_CLOEXEC | O_NONBLOCK;
+    // Without O_NONBLOCK, a pipe of that name would hold up the caller; without O_APPEND, two who
+    // write at once would write over each other.
+    constexpr int flags = O_WRONLY | O_APPEND | O_CLOEXEC | O_NONBLOCK;
     Descriptor file{::open(path.c_str(), flags)};
     if (!file) {
         file = Descriptor{::open(path.c_str(), flags | O_CREAT | O_TRUNC, systemDefault)};

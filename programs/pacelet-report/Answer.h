@@ -16,6 +16,7 @@ struct Look {
     bool lowPowerMode = false;
     TimePoint now{};
     OperatingSystem system = OperatingSystem::macOS; ///< of the machine that it is of
+    HostAbilities abilities{};                       ///< likewise
     Report::Known known{};                           ///< what of the reading is more than a default
 };
 

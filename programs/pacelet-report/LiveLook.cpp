@@ -16,6 +16,7 @@ Look lookAtMachine(const Platform& machine, const ProcessCatalog& catalog) {
     std::this_thread::sleep_for(betweenLooks);
     Look look;
     look.system = machine.system;
+    look.abilities = machine.abilities;
     look.reading = readMachine(machine.tools, machine.kernel, machine.clock, first, catalog,
                                Explaining::no, machine.knowledge);
     look.lowPowerMode = machine.kernel.isLowPowerModeEnabled();

@@ -101,7 +101,8 @@ TEST(ReportTool, StandsOddDoors) {
     for (const char* reading :
          {"$R --ps empty", "$R --ps pipe", "$R --ps /dev/null", "$R --ps /dev/zero", "$R --ps .",
           "$R --ps shares", "$R --ps - <&-", "$R --ps bad --ps empty --seconds 3",
-          "$R --ps /no/such/file", "$R --frobnicate", "$R --scenario no-such"}) {
+          "$R --ps /no/such/file", "$R --replay bad", "$R --replay pipe", "$R --looks 3",
+          "$R --frobnicate", "$R --scenario no-such"}) {
         const auto output = shell(go + reading);
         EXPECT_EQ(output.status, 2) << reading;
         EXPECT_EQ(output.stdout, "") << reading;
@@ -160,10 +161,13 @@ TEST(ReportTool, NeedsItsCatalog) {
     EXPECT_EQ(output.stderr, "Pacelet couldn't load its process list. Reinstall Pacelet.\n");
 }
 
-TEST(ReportTool, AnswersLive) {
-    const auto output = Shell::run(tool, {"--json"});
-    EXPECT_EQ(output.status, 0) << output.stderr;
-    EXPECT_NE(output.stdout.find(R"("groups":[{)"), std::string::npos);
+TEST(ReportTool, AnswersLiveAndReplaysWhatItSaw) {
+    const testing::TemporaryFolder folder;
+    const std::string file = folder.path() / "capture";
+    const auto live = Shell::run(tool, {"--json", "--capture", file, "--looks", "2"});
+    EXPECT_EQ(live.status, 0) << live.stderr;
+    EXPECT_NE(live.stdout.find(R"("groups":[{)"), std::string::npos);
+    EXPECT_EQ(Shell::run(tool, {"--json", "--replay", file}).stdout, live.stdout);
 }
 
 } // namespace
