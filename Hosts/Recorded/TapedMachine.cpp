@@ -9,7 +9,7 @@ namespace pacelet::Recorded {
 
 namespace {
 
-constexpr std::string_view abilitiesCall = "abilities";
+constexpr const char* abilitiesCall = "abilities";
 
 std::filesystem::path makeFolder() {
     std::string pattern = std::filesystem::temp_directory_path() / "pacelet-replay-XXXXXX";
