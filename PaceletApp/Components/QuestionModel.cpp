@@ -1,5 +1,6 @@
 #include "PaceletApp/Components/QuestionModel.h"
 
+#include "PaceletApp/Scheduler/Scheduler.h"
 #include "PaceletApp/Support/QtText.h"
 
 #include <utility>

@@ -1,7 +1,9 @@
 #pragma once
 
-#include "PaceletApp/Scheduler/Scheduler.h"
 #include "PaceletApp/Support/Question.h"
+
+// Not first: moc cannot read <chrono> before anything else of the library.
+#include "Core/Support/Time.h"
 
 #include <QObject>
 #include <QString>
@@ -12,6 +14,8 @@
 #include <string>
 
 namespace pacelet {
+
+class Scheduler;
 
 /// What a `QuestionDialog` asks, one question at a time. The words stay while the dialog fades.
 ///
