@@ -37,6 +37,9 @@ public:
     /// The whole file, as a view into `buffer`; nothing when it is missing or may not be read.
     std::optional<std::string_view> read(const char* path, ReadBuffer& buffer) const;
 
+    /// The same of a file that the kernel hands over in pieces, as it does those that grow long.
+    std::optional<std::string_view> readPieces(const char* path, ReadBuffer& buffer) const;
+
     /// Where a symbolic link points, as a view into `buffer`; nothing when that may not be known.
     std::optional<std::string_view> readLink(const char* path, ReadBuffer& buffer) const;
 

@@ -117,7 +117,7 @@ std::unordered_map<std::int32_t, std::int64_t> readHeldMemory(const FolderReader
         const auto status = proc.read(ProcPath{pid, "status"}.text(), buffer);
         const auto memory = status ? parseStatusMemory(*status) : std::nullopt;
         if (memory && memory->shared >= noteworthyShared) {
-            addMapped(proc.read(ProcPath{pid, "smaps"}.text(), buffer).value_or(""), mapped);
+            addMapped(proc.readPieces(ProcPath{pid, "smaps"}.text(), buffer).value_or(""), mapped);
         }
     }
     std::unordered_map<std::int32_t, std::int64_t> held;
