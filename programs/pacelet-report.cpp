@@ -3,7 +3,7 @@
 #include "Core/Diagnosis/Report.h"
 #include "Core/Knowledge/CatalogFile.h"
 #include "Core/Usage/CauseStore.h"
-#include "Hosts/Linux/LinuxHost.h"
+#include "programs/LiveHost.h"
 #include "programs/pacelet-report/Answer.h"
 #include "programs/pacelet-report/InputFile.h"
 #include "programs/pacelet-report/JsonReport.h"
@@ -57,7 +57,7 @@ std::string answer(const report::Options& options, const report::Look& look,
 }
 
 std::string answerLive(const report::Options& options, const ProcessCatalog& catalog) {
-    Linux::LinuxHost host;
+    LiveHost host;
     const report::Look look = report::lookAtMachine(host.platform(), catalog);
     std::string text = answer(options, look, catalog);
     if (options.why) {
@@ -69,7 +69,7 @@ std::string answerLive(const report::Options& options, const ProcessCatalog& cat
 }
 
 int tellThePast(Seconds span, bool asJson) {
-    Linux::LinuxHost host;
+    LiveHost host;
     const TimePoint now = host.clock().now();
     const CauseStore store{std::filesystem::path{host.platform().applicationSupport} / "Pacelet"};
     const CauseJournal journal = store.load(now - span);
@@ -79,14 +79,14 @@ int tellThePast(Seconds span, bool asJson) {
 }
 
 report::Look lookAndCapture(const report::Options& options, const ProcessCatalog& catalog) {
-    Linux::LinuxHost host;
+    LiveHost host;
     const std::int64_t looks = options.looks.value_or(report::usualLooks);
     complain(report::captureNotice(*options.captureFile, looks));
     return report::captureMachine(host.platform(), catalog, *options.captureFile, looks);
 }
 
 int run(const report::Options& options) {
-    const auto program = std::filesystem::read_symlink("/proc/self/exe");
+    const std::filesystem::path program = ownProgram();
     // A captured table and a scenario are a Mac's.
     const bool isLive = !options.psFile && !options.scenario;
     std::optional<Recorded::Capture> capture;
@@ -94,7 +94,7 @@ int run(const report::Options& options) {
         capture = report::openCapture(*options.replayFile);
     }
     const auto system = capture  ? capture->system
-                        : isLive ? OperatingSystem::linuxDesktop
+                        : isLive ? LiveHost::system
                                  : OperatingSystem::macOS;
     ProcessCatalog catalog;
     try {
