@@ -40,7 +40,7 @@ zig=$(compiler)
 # The headers of the libraries, and none of this system's others.
 rm -rf "$out/include"
 mkdir -p "$out/include" "$out/sources"
-for header in fmt plist uriparser simdjson.h; do
+for header in fmt plist uriparser simdjson.h zstd.h; do
     ln -s "/usr/include/$header" "$out/include/$header"
 done
 
@@ -52,7 +52,7 @@ common+=" -D_LIBCPP_ENABLE_EXPERIMENTAL -DFMT_HEADER_ONLY -fobjc-arc"
 # A folder is compiled in one piece, as in every other build.
 sources=()
 for part in $(git ls-files --cached --others --exclude-standard 'Core/*.cpp' 'Hosts/Posix/*.cpp' \
-    'Hosts/Mac/*.cpp' 'Hosts/Script/*.cpp' 'Hosts/Simulated/*.cpp' 'programs/pacelet-report/*.cpp' |
+    'Hosts/Mac/*.cpp' 'Hosts/Recorded/*.cpp' 'Hosts/Script/*.cpp' 'Hosts/Simulated/*.cpp' 'programs/pacelet-report/*.cpp' |
     xargs -n1 dirname | sort -u); do
     piece=$out/sources/${part//\//_}.cpp
     printf '#include "%s"\n' "$part"/*.cpp >"$piece"
@@ -114,7 +114,7 @@ for arch in aarch64 x86_64; do
     "$zig" c++ -target "$target" "$objects"/*.o -o "$program" -F$here/frameworks -L$here/lib \
         -framework AppKit -framework CoreFoundation -framework CoreGraphics -framework CoreWLAN \
         -framework Foundation -framework Network -framework ServiceManagement \
-        -lobjc -lplist-2.0 -luriparser -lsimdjson
+        -lobjc -lplist-2.0 -luriparser -lsimdjson -lzstd
     file -b "$program" 2>/dev/null || true
     table "$arch" "$program" || failed=1
 done
