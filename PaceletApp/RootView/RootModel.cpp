@@ -89,6 +89,16 @@ int RootModel::closeCommand() const {
     return static_cast<int>(found - commands_.begin());
 }
 
+void RootModel::setLeaving(bool leaving) {
+    leaving_ = leaving;
+    Q_EMIT leavingChanged();
+}
+
+void RootModel::leave() {
+    setLeaving(false);
+    Q_EMIT closeRequested();
+}
+
 void RootModel::press(int command) {
     if (command >= 0 && static_cast<std::size_t>(command) < commands_.size()) {
         run(commands_[static_cast<std::size_t>(command)]);
@@ -96,7 +106,8 @@ void RootModel::press(int command) {
 }
 
 void RootModel::run(const Command& command) {
-    if ((dialog_.isOpen() || sheet_.isOpen()) && command.action != Command::Action::quit) {
+    if ((dialog_.isOpen() || sheet_.isOpen() || leaving_) &&
+        command.action != Command::Action::quit) {
         return;
     }
     switch (command.action) {

@@ -34,6 +34,8 @@ class RootModel final : public QObject {
     Q_PROPERTY(pacelet::DialogModel* dialog READ dialog CONSTANT)
     /// The short message over the window; empty for none.
     Q_PROPERTY(QString toast READ toast NOTIFY toastChanged)
+    /// Before the window closes, its user is told how to bring it back.
+    Q_PROPERTY(bool leaving READ leaving NOTIFY leavingChanged)
     /// The first finding, in a few words, when it is another than before; for those who cannot see
     /// it change. What stands there when the window opens is no news.
     Q_PROPERTY(QString news READ news NOTIFY newsChanged)
@@ -57,6 +59,7 @@ public:
     SheetModel* sheet() { return &sheet_; }
     DialogModel* dialog() { return &dialog_; }
     QString toast() const;
+    bool leaving() const { return leaving_; }
     const QString& news() const { return news_; }
     QString problem() const;
     QAbstractItemModel* menu() { return &menu_; }
@@ -65,8 +68,13 @@ public:
 
     Q_INVOKABLE void press(int command);
 
+    void askToLeave() { setLeaving(true); }
+    Q_INVOKABLE void leave();
+    Q_INVOKABLE void stay() { setLeaving(false); }
+
 Q_SIGNALS:
     void toastChanged();
+    void leavingChanged();
     void newsChanged();
     void problemChanged();
     void screenChanged();
@@ -76,6 +84,7 @@ Q_SIGNALS:
     void quitRequested();
 
 private:
+    void setLeaving(bool leaving);
     void changeScreen();
     void refreshMenu();
     void noteFirstFinding();
@@ -90,6 +99,7 @@ private:
     ToastClock toastClock_;
     std::vector<Command> commands_;
     MenuListModel menu_;
+    bool leaving_ = false;
     std::string firstFinding_; ///< its id; empty for none
     QString news_;
 };
