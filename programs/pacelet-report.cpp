@@ -3,7 +3,7 @@
 #include "Core/Diagnosis/Report.h"
 #include "Core/Knowledge/CatalogFile.h"
 #include "Core/Usage/CauseStore.h"
-#include "Hosts/Linux/LinuxHost.h"
+#include "programs/LiveHost.h"
 #include "programs/pacelet-report/Answer.h"
 #include "programs/pacelet-report/InputFile.h"
 #include "programs/pacelet-report/JsonReport.h"
@@ -56,7 +56,7 @@ std::string answer(const report::Options& options, const report::Look& look,
 }
 
 std::string answerLive(const report::Options& options, const ProcessCatalog& catalog) {
-    Linux::LinuxHost host;
+    LiveHost host;
     const report::Look look = report::lookAtMachine(host.platform(), catalog);
     std::string text = answer(options, look, catalog);
     if (options.why) {
@@ -68,7 +68,7 @@ std::string answerLive(const report::Options& options, const ProcessCatalog& cat
 }
 
 int tellThePast(Seconds span, bool asJson) {
-    Linux::LinuxHost host;
+    LiveHost host;
     const TimePoint now = host.clock().now();
     const CauseStore store{std::filesystem::path{host.platform().applicationSupport} / "Pacelet"};
     const CauseJournal journal = store.load(now - span);
@@ -78,13 +78,13 @@ int tellThePast(Seconds span, bool asJson) {
 }
 
 int run(const report::Options& options) {
-    const auto program = std::filesystem::read_symlink("/proc/self/exe");
+    const std::filesystem::path program = ownProgram();
     // A captured table and a scenario are a Mac's.
     const bool isLive = !options.psFile && !options.scenario;
     ProcessCatalog catalog;
     try {
         catalog = ProcessCatalog::bundled(ResourceLocations::beside(program.parent_path()))
-                      .on(isLive ? OperatingSystem::linuxDesktop : OperatingSystem::macOS);
+                      .on(isLive ? LiveHost::system : OperatingSystem::macOS);
     } catch (const CatalogError&) {
         std::fputs("Pacelet couldn't load its process list. Reinstall Pacelet.\n", stderr);
         return statusUnavailable;

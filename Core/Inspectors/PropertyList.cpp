@@ -56,7 +56,7 @@ std::optional<std::string> PropertyList::string(const char* key) const {
 }
 
 std::optional<bool> PropertyList::boolean(const char* key) const {
-    const plist_t node = plist_dict_get_item(top_.get(), key);
+    plist_t node = plist_dict_get_item(top_.get(), key);
     if (!PLIST_IS_BOOLEAN(node)) {
         return std::nullopt;
     }
@@ -70,7 +70,7 @@ bool PropertyList::isDictionary(const char* key) const {
 }
 
 std::optional<std::string> PropertyList::firstString(const char* key) const {
-    const plist_t array = plist_dict_get_item(top_.get(), key);
+    plist_t array = plist_dict_get_item(top_.get(), key);
     if (!PLIST_IS_ARRAY(array) || !holdsStringsOnly(array)) {
         return std::nullopt;
     }

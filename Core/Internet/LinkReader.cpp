@@ -68,7 +68,7 @@ void currentType(NetworkLink& network, std::function<void(LinkType)> completion)
     reading->completion = std::move(completion);
     monitor->start("app.pacelet.path", [reading](NetworkPath path) {
         // Cancelling may destroy this very closure, and what it holds with it.
-        const std::shared_ptr<Reading> held = reading;
+        const auto held = reading; // NOLINT(performance-unnecessary-copy-initialization)
         finish(*held, path);
     });
 }

@@ -85,12 +85,12 @@ std::string sourceOf(const ProgramFacts& facts) {
 }
 
 std::string summaryOf(const ProgramFacts& facts, Names names) {
-    const auto withSource = [&](std::string text) { return text + ' ' + sourceOf(facts); };
-    if (std::string text = sentence(facts.entryComment, names); !text.empty()) {
-        return withSource(std::move(text));
+    const auto withSource = [&](const std::string& text) { return text + ' ' + sourceOf(facts); };
+    if (const std::string text = sentence(facts.entryComment, names); !text.empty()) {
+        return withSource(text);
     }
-    if (std::string text = sentence(facts.manualLine, names); !text.empty()) {
-        return withSource(std::move(text));
+    if (const std::string text = sentence(facts.manualLine, names); !text.empty()) {
+        return withSource(text);
     }
     if (const std::string text = sentence(facts.packageDescription, names); !text.empty()) {
         return "A part of the package '" + facts.package + "': " + text;

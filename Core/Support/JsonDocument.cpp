@@ -65,9 +65,7 @@ std::string fitted(std::string_view number, bool isInteger) {
     if (parseInteger<std::int64_t>(number) || parseInteger<std::uint64_t>(number)) {
         return std::string{number};
     }
-    double value = 0;
-    const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), value);
-    if (error != std::errc{}) {
+    if (!parseFloat(number)) {
         return "false";
     }
     return std::string{number} + (isInteger ? "e0" : "");

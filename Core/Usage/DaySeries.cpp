@@ -34,7 +34,7 @@ void DaySeries::append(std::int64_t minute, std::string_view line) const {
         throw UsageStoreError{directory, error};
     }
     OwnersOnly::keep(directory);
-    const std::int64_t seconds =
+    const auto seconds =
         checkedMultiply<std::int64_t>(minute, 60, "the time of a record exceeds 64 bits");
     const auto path = directory / dayName(fromUnixTime(static_cast<double>(seconds)));
     const auto failure = line.empty() ? std::make_error_code(std::errc::invalid_argument)

@@ -69,13 +69,13 @@ UpgradeVerdict evaluate(const std::vector<MinuteRecord>& records, std::int64_t m
         shareOf(records, [](const MinuteRecord& record) { return record.cpu >= busyLoad; });
     std::vector<Bottleneck> list;
     if (isShortOfMemory(pressureShare, records, memoryBytes)) {
-        list.push_back(MemoryBottleneck{recommendedMemoryGB(memoryBytes >> 30), pressureShare});
+        list.emplace_back(MemoryBottleneck{recommendedMemoryGB(memoryBytes >> 30), pressureShare});
     }
     if (busyShare >= busyShareLimit) {
-        list.push_back(CPUBottleneck{busyShare});
+        list.emplace_back(CPUBottleneck{busyShare});
     }
     if (diskFreeShare < freeShareLimit) {
-        list.push_back(StorageBottleneck{diskFreeShare});
+        list.emplace_back(StorageBottleneck{diskFreeShare});
     }
     if (list.empty()) {
         return Healthy{hours};

@@ -26,7 +26,7 @@ struct Tally {
 
     UsageBucket bucket(std::int64_t minutes) const {
         constexpr std::string_view what = "the time of a bucket exceeds 64 bits";
-        const std::int64_t start =
+        const auto start =
             checkedMultiply<std::int64_t>(checkedMultiply(key, minutes, what), 60, what);
         const auto records = static_cast<double>(count);
         return {fromUnixTime(static_cast<double>(start)), cpuSum / records,

@@ -96,21 +96,11 @@ std::optional<std::string_view> LinuxHost::whyThere(std::int32_t pid, const std:
 }
 
 Platform LinuxHost::platform() {
-    return {clock_,
-            tools_,
-            kernel_,
-            workspace_,
-            networkLink_,
-            windowServer_,
-            loginItems_,
-            preferences_,
-            log_,
-            home_,
-            "/",
-            applicationSupport_,
-            OperatingSystem::linuxDesktop,
-            &knowledge_,
-            &backgroundItems_};
+    return {clock_,      tools_,       kernel_,
+            workspace_,  networkLink_, windowServer_,
+            loginItems_, preferences_, log_,
+            home_,       "/",          applicationSupport_,
+            system,      &knowledge_,  &backgroundItems_};
 }
 
 } // namespace pacelet::Linux

@@ -28,6 +28,8 @@ namespace pacelet::Linux {
 /// This machine, live. Owns the services that Core asks; the references live as long as it does.
 class LinuxHost {
 public:
+    static constexpr OperatingSystem system = OperatingSystem::linuxDesktop;
+
     explicit LinuxHost(const LinuxSettings& settings = {});
 
     Clock& clock() { return clock_; }

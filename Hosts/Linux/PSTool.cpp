@@ -112,8 +112,8 @@ PSTool::origins(std::span<const ProgramQuestion> questions) {
         }
         const KnownProcess* const parent = processes_.known(process->ppid);
         const bool leads = parent == nullptr || parent->unit != process->unit;
-        origins.push_back(ProcessOrigin{process->executable, process->starter, process->appID,
-                                        leads ? process->unit : std::string{}, process->reason});
+        origins.emplace_back(ProcessOrigin{process->executable, process->starter, process->appID,
+                                           leads ? process->unit : std::string{}, process->reason});
     }
     return origins;
 }

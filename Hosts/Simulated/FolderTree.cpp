@@ -35,7 +35,14 @@ void allocate(const fs::path& file, std::int64_t bytes) {
     if (descriptor < 0) {
         throw std::system_error{errno, std::generic_category(), file.string()};
     }
+#ifdef __APPLE__
+    fstore_t place{F_ALLOCATEALL, F_PEOFPOSMODE, 0, bytes, 0};
+    const bool isTaken =
+        ::fcntl(descriptor, F_PREALLOCATE, &place) != -1 && ::ftruncate(descriptor, bytes) == 0;
+    const int error = isTaken ? 0 : errno;
+#else
     const int error = ::posix_fallocate(descriptor, 0, bytes);
+#endif
     ::close(descriptor);
     if (error != 0) {
         throw std::system_error{error, std::generic_category(), file.string()};

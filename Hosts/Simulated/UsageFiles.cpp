@@ -17,8 +17,8 @@ namespace {
 constexpr std::int64_t minutesADay = 1440;
 
 // The Mac is used in these minutes of a day and sleeps in the others.
-constexpr std::int64_t morning = 7 * 60 + 30;
-constexpr std::int64_t evening = 21 * 60;
+constexpr std::int64_t morning = std::int64_t{7} * 60 + 30;
+constexpr std::int64_t evening = std::int64_t{21} * 60;
 
 std::string fileName(std::int64_t day) {
     const std::chrono::year_month_day date{std::chrono::sys_days{std::chrono::days{day}}};

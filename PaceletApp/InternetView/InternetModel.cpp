@@ -109,7 +109,7 @@ void InternetModel::takeIn(LinkType link, std::optional<WiFiLink> wifi) {
     // Most readings are like the one before, and the sample that follows brings all up to date.
     if (state_.link != link || state_.wifi != wifi) {
         state_.link = link;
-        state_.wifi = std::move(wifi);
+        state_.wifi = wifi;
         refresh();
     }
 }

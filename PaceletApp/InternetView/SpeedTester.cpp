@@ -22,8 +22,8 @@ std::optional<SpeedResult> testOrNothing(ToolRunner& tools, Clock& clock) {
 
 } // namespace
 
-SpeedTester::SpeedTester(const Platform& platform, Scheduler& scheduler, QObject* parent)
-    : QObject{parent}, platform_{platform}, scheduler_{scheduler} {}
+SpeedTester::SpeedTester(Platform platform, Scheduler& scheduler, QObject* parent)
+    : QObject{parent}, platform_{std::move(platform)}, scheduler_{scheduler} {}
 
 void SpeedTester::run() {
     if (!std::exchange(running_, true)) {

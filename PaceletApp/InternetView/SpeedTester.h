@@ -19,7 +19,7 @@ class SpeedTester final : public QObject {
 
 public:
     /// The host behind `platform` and the scheduler outlive this.
-    SpeedTester(const Platform& platform, Scheduler& scheduler, QObject* parent = nullptr);
+    SpeedTester(Platform platform, Scheduler& scheduler, QObject* parent = nullptr);
 
     /// Starts a test, or joins the one that is under way. `ended` follows.
     void run();

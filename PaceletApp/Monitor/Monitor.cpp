@@ -29,7 +29,7 @@ std::optional<ProcessCatalog> loadCatalog(const ResourceLocations& locations) {
 }
 
 Monitor::Monitor(const Platform& platform, Scheduler& scheduler,
-                 std::optional<ProcessCatalog> catalog, QObject* parent)
+                 const std::optional<ProcessCatalog>& catalog, QObject* parent)
     : QObject{parent}, platform_{platform}, scheduler_{scheduler}, catalog_{share(catalog,
                                                                                   platform.system)},
       previous_{std::make_shared<const std::optional<Snapshot>>()},

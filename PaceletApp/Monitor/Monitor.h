@@ -42,8 +42,8 @@ class Monitor final : public QObject, public LivePicture {
 public:
     /// Without a catalog nothing is ever sampled. The host behind `platform` and the scheduler
     /// outlive the monitor.
-    Monitor(const Platform& platform, Scheduler& scheduler, std::optional<ProcessCatalog> catalog,
-            QObject* parent = nullptr);
+    Monitor(const Platform& platform, Scheduler& scheduler,
+            const std::optional<ProcessCatalog>& catalog, QObject* parent = nullptr);
     ~Monitor() override;
 
     /// Null when it could not be loaded.

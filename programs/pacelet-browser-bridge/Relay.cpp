@@ -50,8 +50,8 @@ bool Relay::run() {
 bool Relay::waitForWork() {
     // As long as something waits to be written on one side, the other is not read.
     const short browserEvents = forProgram_.empty() ? POLLIN : 0;
-    const short programEvents = static_cast<short>((forBrowser_.empty() ? POLLIN : 0) |
-                                                   (forProgram_.empty() ? 0 : POLLOUT));
+    const auto programEvents = static_cast<short>((forBrowser_.empty() ? POLLIN : 0) |
+                                                  (forProgram_.empty() ? 0 : POLLOUT));
     std::array<pollfd, 4> sources{{{browserIn_, browserEvents, 0},
                                    {forBrowser_.empty() ? -1 : browserOut_, POLLOUT, 0},
                                    {program_ ? program_.get() : -1, programEvents, 0},

@@ -53,7 +53,7 @@ std::int64_t parseCores(std::string_view text) {
 
 /// "24h", "7d" or "90m".
 Seconds parseSpan(std::string_view text) {
-    constexpr std::int64_t mostMinutes = 31 * 24 * 60;
+    constexpr std::int64_t mostMinutes = std::int64_t{31} * 24 * 60;
     const std::string_view number = text.substr(0, text.empty() ? 0 : text.size() - 1);
     const std::size_t unit = text.empty() ? text.npos : std::string_view{"mhd"}.find(text.back());
     const auto count = parseInteger<std::int64_t>(number);

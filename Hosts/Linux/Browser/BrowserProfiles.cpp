@@ -80,7 +80,7 @@ std::vector<std::optional<std::string>> shownNames(const std::vector<Profile>& p
         for (int count = 2; !taken.insert(shown).second; ++count) {
             shown = fmt::format("{} ({})", name, count);
         }
-        names.push_back(std::move(shown));
+        names.emplace_back(std::move(shown));
     }
     return names;
 }

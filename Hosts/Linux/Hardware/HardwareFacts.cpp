@@ -96,8 +96,8 @@ HardwareFacts readHardwareFacts(const std::string& procFolder, const std::string
 }
 
 std::string machineName(const FirmwareNames& names) {
-    const std::string product = cleaned(names.product);
-    const std::string family = cleaned(names.family);
+    std::string product = cleaned(names.product);
+    std::string family = cleaned(names.family);
     if (readsAsName(product)) {
         return product;
     }

@@ -7,7 +7,7 @@ namespace pacelet::Linux {
 namespace {
 
 constexpr std::size_t mostUnderWay = 20;
-constexpr std::int64_t largestAnswer = 64 * 1024;
+constexpr std::int64_t largestAnswer = std::int64_t{64} * 1024;
 
 } // namespace
 

@@ -40,7 +40,7 @@ struct Test {
 };
 
 TestFiles fetchFiles(const Test& test) {
-    constexpr std::int64_t longestConfiguration = 64 * 1024;
+    constexpr std::int64_t longestConfiguration = std::int64_t{64} * 1024;
     TransferLoop loop{test.server, "", std::min(test.deadline, steadyNow() + patience),
                       test.stopped};
     Transfer configuration{loop, test.server.configuration, ConnectionUse::separate};

@@ -3,6 +3,7 @@
 #include "Core/Support/Time.h"
 
 #include <cstdint>
+#include <ranges>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -85,8 +86,8 @@ public:
     /// The one of this kind that was added last and for which `matches` holds, or null.
     template<typename Kind, typename Matches>
     const Kind* find(Matches&& matches) const {
-        for (auto failure = all_.rbegin(); failure != all_.rend(); ++failure) {
-            const Kind* const candidate = std::get_if<Kind>(&*failure);
+        for (const auto& failure : all_ | std::views::reverse) {
+            const Kind* const candidate = std::get_if<Kind>(&failure);
             if (candidate != nullptr && matches(*candidate)) {
                 return candidate;
             }

@@ -25,7 +25,7 @@ void showTabs(Session& session) {
     session.pass(0);
 }
 
-Step failing(Simulated::Failure failure) {
+Step failing(const Simulated::Failure& failure) {
     return [failure](Session& session) {
         session.mac().machine.inject(failure);
         showTabs(session);
@@ -33,7 +33,7 @@ Step failing(Simulated::Failure failure) {
 }
 
 /// What the user does with the tabs.
-Step acting(std::function<void(BrowserPanelModel&)> act) {
+Step acting(const std::function<void(BrowserPanelModel&)>& act) {
     return [act](Session& session) {
         showTabs(session);
         auto* const root = session.application().window()->property("model").value<RootModel*>();

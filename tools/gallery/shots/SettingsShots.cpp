@@ -17,7 +17,7 @@ void openMenu(Session& session) {
     session.pass(0);
 }
 
-Shot settings(std::string name, std::function<void(SettingsModel&)> act = {}) {
+Shot settings(std::string name, const std::function<void(SettingsModel&)>& act = {}) {
     return {.name = std::move(name),
             .scenario = "quiet",
             .drive =
