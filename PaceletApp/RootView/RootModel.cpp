@@ -125,6 +125,16 @@ int RootModel::closeCommand() const {
     return static_cast<int>(found - commands_.begin());
 }
 
+void RootModel::setLeaving(bool leaving) {
+    leaving_ = leaving;
+    Q_EMIT leavingChanged();
+}
+
+void RootModel::leave() {
+    setLeaving(false);
+    Q_EMIT closeRequested();
+}
+
 void RootModel::press(int command) {
     if (command >= 0 && static_cast<std::size_t>(command) < commands_.size()) {
         run(commands_[static_cast<std::size_t>(command)]);
@@ -132,7 +142,8 @@ void RootModel::press(int command) {
 }
 
 void RootModel::run(const Command& command) {
-    if ((question_.isOpen() || sheet_.isOpen()) && command.action != Command::Action::quit) {
+    if ((question_.isOpen() || sheet_.isOpen() || leaving_) &&
+        command.action != Command::Action::quit) {
         return;
     }
     switch (command.action) {

@@ -36,6 +36,8 @@ class RootModel final : public QObject {
     Q_PROPERTY(pacelet::QuestionModel* question READ question CONSTANT)
     /// The short message over the window; empty for none.
     Q_PROPERTY(QString toast READ toast NOTIFY toastChanged)
+    /// Before the window closes, its user is told how to bring it back.
+    Q_PROPERTY(bool leaving READ leaving NOTIFY leavingChanged)
     /// The first finding, in a few words, when it is another than before; for those who cannot see
     /// it change. What stands there when the window opens is no news.
     Q_PROPERTY(QString news READ news NOTIFY newsChanged)
@@ -60,6 +62,7 @@ public:
     SheetModel* sheet() { return &sheet_; }
     QuestionModel* question() { return &question_; }
     QString toast() const;
+    bool leaving() const { return leaving_; }
     const QString& news() const { return news_; }
     QString problem() const;
     QAbstractItemModel* menu() { return &menu_; }
@@ -68,8 +71,13 @@ public:
 
     Q_INVOKABLE void press(int command);
 
+    void askToLeave() { setLeaving(true); }
+    Q_INVOKABLE void leave();
+    Q_INVOKABLE void stay() { setLeaving(false); }
+
 Q_SIGNALS:
     void toastChanged();
+    void leavingChanged();
     void newsChanged();
     void problemChanged();
     void screenChanged();
@@ -79,6 +87,7 @@ Q_SIGNALS:
     void quitRequested();
 
 private:
+    void setLeaving(bool leaving);
     void changeScreen();
     void refreshMenu();
     void askForFixes();
@@ -95,6 +104,7 @@ private:
     ToastClock toastClock_;
     std::vector<Command> commands_;
     MenuListModel menu_;
+    bool leaving_ = false;
     std::string firstFinding_; ///< its id; empty for none
     QString news_;
 };

@@ -15,7 +15,7 @@ FocusScope {
     Sidebar {
         id: sidebar
 
-        height: parent.height
+        height: root.height
         screens: root.model.sidebar.rows
         current: root.model.sidebar.current
         problem: root.model.problem
@@ -28,14 +28,14 @@ FocusScope {
         id: divider
 
         anchors.left: sidebar.right
-        height: parent.height
+        height: root.height
     }
 
     // The screen on show, and only that one lives.
     Loader {
         anchors.left: divider.right
         anchors.right: parent.right
-        height: parent.height
+        height: root.height
         active: root.model.ready
         sourceComponent: ScreenPlace {
             // A loader makes it, so it cannot be bound to this context up front.
@@ -47,7 +47,7 @@ FocusScope {
     Loader {
         anchors.left: divider.right
         anchors.right: parent.right
-        height: parent.height
+        height: root.height
         active: !root.model.ready
         sourceComponent: MissingCatalog {
             title: root.model.missingCatalog // qmllint disable unqualified
@@ -68,6 +68,15 @@ FocusScope {
 
     QuestionDialog {
         question: root.model.question
+    }
+
+    AlertDialog {
+        visible: root.model.leaving
+        title: qsTr("Pacelet goes on without its window.")
+        message: qsTr("There is no menu-bar item to open it again. Start Pacelet once more, as you did now, to bring its window back.")
+        confirmText: qsTr("Close Window")
+        onConfirmed: root.model.leave()
+        onCancelled: root.model.stay()
     }
 
     SheetPlace {

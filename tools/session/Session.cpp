@@ -42,7 +42,7 @@ Session::Session(std::unique_ptr<Simulated::SimulatedMac> mac,
     platform.browserExtension = extension;
     application_ = std::make_unique<Application>(platform, scheduler_, std::move(catalog));
     application_->preferences().setOnboarded(true);
-    application_->setReducedMotion(true);
+    application_->setWishes({.reducedMotion = true});
     application_->start();
 }
 

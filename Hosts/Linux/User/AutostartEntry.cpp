@@ -64,7 +64,7 @@ std::string autostartText(std::string_view program) {
            "Comment=Tells why this machine is slow\n"
            "Exec=" +
            quotedWord(program) +
-           "\n"
+           " --hidden\n"
            "Icon=app.pacelet.Pacelet\n"
            "Terminal=false\n"
            "X-GNOME-Autostart-enabled=true\n";

@@ -112,6 +112,19 @@ std::vector<SeenWindow> DesktopSession::windows() const {
     return found;
 }
 
+bool DesktopSession::hasState(xcb_window_t window, const std::string& state) const {
+    const auto states =
+        PropertyQuestion{connection_, window, connection_.atom("_NET_WM_STATE"), XCB_ATOM_ATOM}
+            .numbers();
+    return std::ranges::find(states, connection_.atom(state.c_str())) != states.end();
+}
+
+std::string DesktopSession::startupID(xcb_window_t window) const {
+    return std::string{PropertyQuestion{connection_, window, connection_.atom("_NET_STARTUP_ID"),
+                                        connection_.atom("UTF8_STRING")}
+                           .text()};
+}
+
 xcb_window_t DesktopSession::activeWindow() const {
     const auto active = PropertyQuestion{connection_, connection_.root(),
                                          connection_.atom("_NET_ACTIVE_WINDOW"), XCB_ATOM_WINDOW}
