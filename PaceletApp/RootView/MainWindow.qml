@@ -66,8 +66,7 @@ Window {
             id: main
 
             objectName: "main"
-            width: port.contentWidth
-            height: port.contentHeight
+            anchors.fill: parent
             focus: true
             model: window.model
         }

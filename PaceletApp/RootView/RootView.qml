@@ -15,7 +15,7 @@ FocusScope {
     Sidebar {
         id: sidebar
 
-        height: root.height
+        height: parent.height
         screens: root.model.sidebar.rows
         current: root.model.sidebar.current
         problem: root.model.problem
@@ -28,14 +28,14 @@ FocusScope {
         id: divider
 
         anchors.left: sidebar.right
-        height: root.height
+        height: parent.height
     }
 
     // The screen on show, and only that one lives.
     Loader {
         anchors.left: divider.right
         anchors.right: parent.right
-        height: root.height
+        height: parent.height
         active: root.model.ready
         sourceComponent: ScreenPlace {
             // A loader makes it, so it cannot be bound to this context up front.
@@ -47,7 +47,7 @@ FocusScope {
     Loader {
         anchors.left: divider.right
         anchors.right: parent.right
-        height: root.height
+        height: parent.height
         active: !root.model.ready
         sourceComponent: MissingCatalog {
             title: root.model.missingCatalog // qmllint disable unqualified

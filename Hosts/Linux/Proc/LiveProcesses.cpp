@@ -59,6 +59,8 @@ void LiveProcesses::readRow(std::int32_t pid, Seconds uptime) {
     if (!stat || stat->pid != pid) {
         return;
     }
+    // The kernel tells a start in whole ticks: one right after the last look may seem to be before.
+    constexpr Seconds startPrecision{0.02};
     ProcessRow& row = rows_.emplace_back();
     row.pid = pid;
     row.ppid = stat->ppid;
@@ -76,7 +78,7 @@ void LiveProcesses::readRow(std::int32_t pid, Seconds uptime) {
                        hundredths(stat->systemTime, ticksPerSecond_),
                    hundredths(stat->reapedUserTime, ticksPerSecond_) +
                        hundredths(stat->reapedSystemTime, ticksPerSecond_),
-                   row.age <= sinceLast_);
+                   row.age <= sinceLast_ + startPrecision);
 }
 
 void LiveProcesses::countTime() {
