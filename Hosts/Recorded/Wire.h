@@ -51,7 +51,7 @@ public:
     }
     template<Record Value>
     void put(Value& value) {
-        std::apply([this](auto&... field) { (put(field), ...); }, fieldsOf(value));
+        std::apply([&](auto&... field) { (put(field), ...); }, fieldsOf(value));
     }
     template<typename Value>
     void put(std::optional<Value>& value) {
@@ -64,7 +64,7 @@ public:
     template<typename... Values>
     void put(std::variant<Values...>& value) {
         putSize(value.index());
-        std::visit([this](auto& held) { put(held); }, value);
+        std::visit([&](auto& held) { put(held); }, value);
     }
     template<typename Value>
     void put(std::vector<Value>& values) {
@@ -139,7 +139,7 @@ public:
     }
     template<Record Value>
     bool take(Value& value) {
-        return std::apply([this](auto&... field) { return (take(field) && ...); }, fieldsOf(value));
+        return std::apply([&](auto&... field) { return (take(field) && ...); }, fieldsOf(value));
     }
     template<typename Value>
     bool take(std::optional<Value>& value) {
