@@ -33,8 +33,10 @@ public:
     /// `diskTools` are the applications of `HostAbilities`.
     FixRunner(Workspace& workspace, ToolRunner& tools, std::uint32_t currentUID,
               std::vector<std::string> diskTools = {})
-        : workspace_{workspace}, tools_{tools}, currentUID_{currentUID}, diskTools_{std::move(
-                                                                             diskTools)} {}
+        : workspace_{workspace},
+          tools_{tools},
+          currentUID_{currentUID},
+          diskTools_{std::move(diskTools)} {}
 
     std::uint32_t currentUID() const { return currentUID_; }
 

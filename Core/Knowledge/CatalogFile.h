@@ -16,7 +16,8 @@ public:
     enum class Kind { notFound, unreadable, undecodable };
 
     CatalogError(Kind kind, const std::string& message)
-        : std::runtime_error{message}, kind_{kind} {}
+        : std::runtime_error{message},
+          kind_{kind} {}
 
     Kind kind() const { return kind_; }
 

@@ -12,7 +12,8 @@ namespace {
 /// Takes `text` apart from its beginning on.
 class NumberScan {
 public:
-    explicit NumberScan(std::string_view text) : text_{text} {}
+    explicit NumberScan(std::string_view text)
+        : text_{text} {}
 
     /// Behind the number at the beginning, by the grammar of JSON; 0 when none stands there.
     std::size_t length() {

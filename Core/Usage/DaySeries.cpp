@@ -25,7 +25,8 @@ constexpr double secondsPerDay = 86400;
 } // namespace
 
 UsageStoreError::UsageStoreError(std::filesystem::path path, std::error_code reason)
-    : std::system_error{reason, path.string()}, path_{std::move(path)} {}
+    : std::system_error{reason, path.string()},
+      path_{std::move(path)} {}
 
 void DaySeries::append(std::int64_t minute, std::string_view line) const {
     std::error_code error;

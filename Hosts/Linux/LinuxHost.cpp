@@ -45,17 +45,20 @@ LinuxHost::LinuxHost(const LinuxSettings& settings)
       ps_{settings.procFolder, settings.places, clock_},
       knowledge_{{settings.places, startFolders(settings.places, settings.configFolder)},
                  [this](auto questions) { return ps_.origins(questions); }},
-      networkQuality_{settings.speedServer}, networkLink_{settings.sysFolder},
+      networkQuality_{settings.speedServer},
+      networkLink_{settings.sysFolder},
       browsers_{registrySettings(settings), connectionSettings(settings, ps_)},
       workspace_{workspaceSettings(settings), ps_},
       backgroundItems_{DesktopItems::Sources::standard(settings.places, settings.configFolder,
                                                        settings.dataFolder),
                        [this] { return workspace_.index(); }},
       windowServer_{settings.display, [this] { return applicationNames(); }},
-      loginItems_{settings.configFolder, settings.program}, log_{settings.journalSocket},
+      loginItems_{settings.configFolder, settings.program},
+      log_{settings.journalSocket},
       preferences_{joinedPath(settings.configFolder, "pacelet/preferences.json"), log_,
                    settings.postToUI},
-      home_{settings.places.home}, applicationSupport_{settings.dataFolder},
+      home_{settings.places.home},
+      applicationSupport_{settings.dataFolder},
       abilities_{desktopAbilities(settings.places)} {
     abilities_.restarts = SessionRestart::isPossible();
     abilities_.alwaysAsks = false;

@@ -27,8 +27,8 @@ std::filesystem::path ownProgram() {
 }
 
 MacHost::MacHost()
-    : home_{ProcessInfo::homeFolder()}, applicationSupport_{
-                                            ProcessInfo::applicationSupportFolder()} {}
+    : home_{ProcessInfo::homeFolder()},
+      applicationSupport_{ProcessInfo::applicationSupportFolder()} {}
 
 Platform MacHost::platform() {
     return {clock_,      tools_,       kernel_, workspace_, networkLink_, windowServer_,

@@ -42,7 +42,8 @@ std::string withPath(std::string_view text, std::string_view from, std::string_v
 
 Disguise::Disguise(const std::string& home, std::uint32_t uid, OperatingSystem system)
     : home_{home},
-      homeAlias_{system == OperatingSystem::macOS ? "/Users/user" : "/home/user"}, uid_{uid} {
+      homeAlias_{system == OperatingSystem::macOS ? "/Users/user" : "/home/user"},
+      uid_{uid} {
     // The name of the administrator's folder tells of nobody.
     if (home_ == "/root" || home_ == "/") {
         home_.clear();

@@ -19,9 +19,11 @@ namespace pacelet::Recorded {
 class Tape : public Clock {
 public:
     /// To be recorded on.
-    explicit Tape(Disguise& disguise) : disguise_{&disguise} {}
+    explicit Tape(Disguise& disguise)
+        : disguise_{&disguise} {}
     /// To be replayed. It shows the first look.
-    explicit Tape(Capture capture) : capture_{std::move(capture)} {}
+    explicit Tape(Capture capture)
+        : capture_{std::move(capture)} {}
 
     /// While recording: another look begins.
     void addLook(Moment moment);

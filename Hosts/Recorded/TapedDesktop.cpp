@@ -10,7 +10,8 @@ namespace {
 class AppHandle : public RunningApplication {
 public:
     AppHandle(AppAnswer facts, std::shared_ptr<RunningApplication> live)
-        : facts_{std::move(facts)}, live_{std::move(live)} {}
+        : facts_{std::move(facts)},
+          live_{std::move(live)} {}
 
     std::optional<std::string> bundlePath() const override { return facts_.bundlePath; }
     std::optional<std::string> bundleIdentifier() const override { return facts_.bundleIdentifier; }
@@ -27,7 +28,8 @@ private:
 
 class WiFiReading : public WiFiInterface {
 public:
-    explicit WiFiReading(const WiFiAnswer& facts) : facts_{facts} {}
+    explicit WiFiReading(const WiFiAnswer& facts)
+        : facts_{facts} {}
 
     std::int64_t rssiValue() override { return facts_.rssi; }
     std::int64_t noiseMeasurement() override { return facts_.noise; }
@@ -44,7 +46,8 @@ const std::string pathCall = "networkPath";
 class RecordingMonitor : public PathMonitor {
 public:
     RecordingMonitor(Tape& tape, std::shared_ptr<PathMonitor> live)
-        : tape_{tape}, live_{std::move(live)} {}
+        : tape_{tape},
+          live_{std::move(live)} {}
 
     void start(const std::string& queueLabel, std::function<void(NetworkPath)> update) override {
         live_->start(queueLabel, [&tape = tape_, update = std::move(update)](NetworkPath path) {
@@ -60,7 +63,8 @@ private:
 
 class ReplayedMonitor : public PathMonitor {
 public:
-    explicit ReplayedMonitor(Tape& tape) : tape_{tape} {}
+    explicit ReplayedMonitor(Tape& tape)
+        : tape_{tape} {}
 
     void start(const std::string&, std::function<void(NetworkPath)> update) override {
         update(tape_.answer<NetworkPath>(pathCall, {}, nullptr));

@@ -11,7 +11,9 @@ namespace pacelet::Recorded {
 class TapedWorkspace : public Workspace {
 public:
     TapedWorkspace(Tape& tape, Workspace* live, Disguise* disguise)
-        : tape_{tape}, live_{live}, disguise_{disguise} {}
+        : tape_{tape},
+          live_{live},
+          disguise_{disguise} {}
 
     std::vector<std::shared_ptr<RunningApplication>> runningApplications() override;
     bool isRunning(const std::string& bundleIdentifier) override;
@@ -31,7 +33,9 @@ private:
 /// A replayed path is told once, while its monitor starts.
 class TapedNetwork : public NetworkLink {
 public:
-    TapedNetwork(Tape& tape, NetworkLink* live) : tape_{tape}, live_{live} {}
+    TapedNetwork(Tape& tape, NetworkLink* live)
+        : tape_{tape},
+          live_{live} {}
 
     std::unique_ptr<WiFiInterface> wifiInterface() override;
     std::shared_ptr<PathMonitor> makePathMonitor() override;
@@ -45,7 +49,9 @@ private:
 /// What stands in a window's title is nobody's business, and left out.
 class TapedWindows : public WindowServer {
 public:
-    TapedWindows(Tape& tape, WindowServer* live) : tape_{tape}, live_{live} {}
+    TapedWindows(Tape& tape, WindowServer* live)
+        : tape_{tape},
+          live_{live} {}
 
     std::optional<std::vector<WindowDictionary>> windowInfo() override;
     std::optional<std::vector<std::uint32_t>> activeDisplays(std::size_t maximum) override;
@@ -60,7 +66,9 @@ private:
 class TapedKnowledge : public ProgramKnowledge {
 public:
     TapedKnowledge(Tape& tape, ProgramKnowledge* live, Disguise* disguise)
-        : tape_{tape}, live_{live}, disguise_{disguise} {}
+        : tape_{tape},
+          live_{live},
+          disguise_{disguise} {}
 
     std::vector<std::shared_ptr<const ProgramFacts>>
     about(std::span<const ProgramQuestion> questions) override;
@@ -77,7 +85,9 @@ private:
 
 class TapedItems : public BackgroundItemSource {
 public:
-    TapedItems(Tape& tape, BackgroundItemSource* live) : tape_{tape}, live_{live} {}
+    TapedItems(Tape& tape, BackgroundItemSource* live)
+        : tape_{tape},
+          live_{live} {}
 
     std::vector<BackgroundItem> items() override;
 

@@ -22,11 +22,15 @@ std::filesystem::path makeFolder() {
 } // namespace
 
 Recorder::Recorder(const Platform& machine)
-    : machine_{machine}, disguise_{machine.home, machine.kernel.getuid(), machine.system},
-      tools_{tape_, &machine.tools, &disguise_}, kernel_{tape_, &machine.kernel, &disguise_},
-      workspace_{tape_, &machine.workspace, &disguise_}, network_{tape_, &machine.networkLink},
+    : machine_{machine},
+      disguise_{machine.home, machine.kernel.getuid(), machine.system},
+      tools_{tape_, &machine.tools, &disguise_},
+      kernel_{tape_, &machine.kernel, &disguise_},
+      workspace_{tape_, &machine.workspace, &disguise_},
+      network_{tape_, &machine.networkLink},
       windows_{tape_, &machine.windowServer},
-      knowledge_{tape_, machine.knowledge, &disguise_}, items_{tape_, machine.backgroundItems} {}
+      knowledge_{tape_, machine.knowledge, &disguise_},
+      items_{tape_, machine.backgroundItems} {}
 
 Platform Recorder::platform() {
     return {tape_,
@@ -84,9 +88,12 @@ void FleetingPreferences::setData(std::string_view key, std::string_view bytes) 
 }
 
 Replay::Replay(Capture capture)
-    : looks_{capture.looks.size()}, system_{capture.system}, tellsPrograms_{capture.tellsPrograms},
-      listsBackgroundItems_{capture.listsBackgroundItems}, folder_{makeFolder()}, tape_{std::move(
-                                                                                      capture)} {}
+    : looks_{capture.looks.size()},
+      system_{capture.system},
+      tellsPrograms_{capture.tellsPrograms},
+      listsBackgroundItems_{capture.listsBackgroundItems},
+      folder_{makeFolder()},
+      tape_{std::move(capture)} {}
 
 Replay::~Replay() {
     std::error_code ignored;

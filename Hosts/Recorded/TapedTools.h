@@ -11,7 +11,9 @@ namespace pacelet::Recorded {
 class TapedTools : public ToolRunner {
 public:
     TapedTools(Tape& tape, ToolRunner* live, Disguise* disguise)
-        : tape_{tape}, live_{live}, disguise_{disguise} {}
+        : tape_{tape},
+          live_{live},
+          disguise_{disguise} {}
 
     Shell::Output run(const std::string& executable,
                       const std::vector<std::string>& arguments) override;
@@ -25,7 +27,9 @@ private:
 class TapedKernel : public Kernel {
 public:
     TapedKernel(Tape& tape, Kernel* live, Disguise* disguise)
-        : tape_{tape}, live_{live}, disguise_{disguise} {}
+        : tape_{tape},
+          live_{live},
+          disguise_{disguise} {}
 
     std::optional<std::size_t> sysctlbyname(std::string_view name,
                                             std::span<std::byte> record) override;

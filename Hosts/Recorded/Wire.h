@@ -96,7 +96,8 @@ private:
 /// unspecified.
 class Reader {
 public:
-    explicit Reader(std::string_view bytes) : rest_{bytes} {}
+    explicit Reader(std::string_view bytes)
+        : rest_{bytes} {}
 
     bool atEnd() const { return rest_.empty(); }
 

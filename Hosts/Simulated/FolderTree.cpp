@@ -51,7 +51,8 @@ void allocate(const fs::path& file, std::int64_t bytes) {
 
 } // namespace
 
-FolderTree::FolderTree(const World& world) : root_{makeTemporaryFolder()} {
+FolderTree::FolderTree(const World& world)
+    : root_{makeTemporaryFolder()} {
     fs::create_directories(applicationSupport());
     LaunchFiles::write(world, root_, home());
     for (const LargeFolder& folder : world.largeFolders) {
@@ -71,7 +72,8 @@ void FolderTree::fill(const LargeFolder& folder) const {
     allocate(fs::path{home()} / folder.path / "Data.img", folder.bytes);
 }
 
-BlockedFolder::BlockedFolder(fs::path path) : path_{std::move(path)} {
+BlockedFolder::BlockedFolder(fs::path path)
+    : path_{std::move(path)} {
     std::error_code absent;
     fs::rename(path_, setAside(path_), absent);
     fs::create_directories(path_.parent_path());

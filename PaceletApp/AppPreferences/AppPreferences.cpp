@@ -14,7 +14,8 @@ constexpr std::string_view toldOfLeavingKey = "toldOfLeaving";
 } // namespace
 
 AppPreferences::AppPreferences(Preferences& preferences, QObject* parent)
-    : QObject{parent}, preferences_{preferences},
+    : QObject{parent},
+      preferences_{preferences},
       onboarded_{preferences.boolean(onboardedKey).value_or(false)},
       showMenuBar_{preferences.boolean(showMenuBarKey).value_or(true)},
       toldOfLeaving_{preferences.boolean(toldOfLeavingKey).value_or(false)},

@@ -28,10 +28,14 @@ QScreen* screenAt(QPoint place) {
 
 Application::Application(const Platform& platform, Scheduler& scheduler,
                          std::optional<ProcessCatalog> catalog)
-    : words_{platform.system}, platform_{platform}, scheduler_{scheduler},
-      preferences_{platform.preferences}, monitor_{platform, scheduler, std::move(catalog)},
+    : words_{platform.system},
+      platform_{platform},
+      scheduler_{scheduler},
+      preferences_{platform.preferences},
+      monitor_{platform, scheduler, std::move(catalog)},
       actions_{platform, scheduler, monitor_, router_, tidyvaultWebsite},
-      updater_{UpdateSettings{}, nullptr}, speedTester_{platform, scheduler} {
+      updater_{UpdateSettings{}, nullptr},
+      speedTester_{platform, scheduler} {
     connect(&preferences_, &AppPreferences::showMenuBarChanged, this, &Application::showTray);
 }
 

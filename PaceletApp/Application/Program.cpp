@@ -96,7 +96,8 @@ void postToUI(std::function<void()> function) {
                               Qt::QueuedConnection);
 }
 
-Program::Program(int& argc, char** argv) : application_{prepared(argc), argv} {
+Program::Program(int& argc, char** argv)
+    : application_{prepared(argc), argv} {
     qInstallMessageHandler(usualHandler);
     QGuiApplication::setApplicationName(QStringLiteral("pacelet"));
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Pacelet"));

@@ -66,7 +66,8 @@ bool leavesRoom(const QByteArray& socket) {
 
 } // namespace
 
-SingleInstance::SingleInstance(const QStringList& folders, QObject* parent) : QObject{parent} {
+SingleInstance::SingleInstance(const QStringList& folders, QObject* parent)
+    : QObject{parent} {
     for (const QString& folder : folders) {
         const QByteArray path = QFile::encodeName(folder);
         const QByteArray lock = path + "/lock";

@@ -47,8 +47,11 @@ ExtensionUsage readExtensions(ToolRunner& tools, const std::string& bundle) {
 
 BrowserPanelModel::BrowserPanelModel(const SharedObjects& objects, ChromiumBrowser browser,
                                      QObject* parent)
-    : QObject{parent}, objects_{objects}, browser_{browser},
-      controller_{objects.platform}, question_{objects.scheduler} {
+    : QObject{parent},
+      objects_{objects},
+      browser_{browser},
+      controller_{objects.platform},
+      question_{objects.scheduler} {
     refreshLook();
     if (BrowserExtension* const extension = objects_.platform.browserExtension) {
         watch_ = extension->observe([this] { browsersChanged(); });

@@ -8,7 +8,8 @@
 namespace pacelet {
 
 QuestionModel::QuestionModel(Scheduler& scheduler, QObject* parent)
-    : QObject{parent}, scheduler_{scheduler} {}
+    : QObject{parent},
+      scheduler_{scheduler} {}
 
 QString QuestionModel::title() const {
     return qtText(question_.title);

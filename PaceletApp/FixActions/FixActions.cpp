@@ -22,9 +22,14 @@ constexpr Seconds quitTimeout{10};
 
 FixActions::FixActions(const Platform& platform, Scheduler& scheduler, Monitor& monitor,
                        Router& router, std::string tidyvaultWebsite, QObject* parent)
-    : QObject{parent}, runner_{platform}, scheduler_{scheduler}, monitor_{monitor}, router_{router},
-      log_{platform.log}, tidyvaultWebsite_{std::move(tidyvaultWebsite)}, abilities_{
-                                                                              platform.abilities} {}
+    : QObject{parent},
+      runner_{platform},
+      scheduler_{scheduler},
+      monitor_{monitor},
+      router_{router},
+      log_{platform.log},
+      tidyvaultWebsite_{std::move(tidyvaultWebsite)},
+      abilities_{platform.abilities} {}
 
 void FixActions::press(FixID fix, const std::optional<std::string>& groupID) {
     perform(fix, monitor_.group(groupID).get());

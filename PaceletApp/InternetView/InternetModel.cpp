@@ -41,7 +41,9 @@ void fillList(KeyedListModel<Item>& list, const std::vector<Value>& values, Make
 } // namespace
 
 InternetModel::InternetModel(const SharedObjects& objects, QObject* parent)
-    : QObject{parent}, objects_{objects}, question_{objects.scheduler} {
+    : QObject{parent},
+      objects_{objects},
+      question_{objects.scheduler} {
     state_.abilities = objects.platform.abilities;
     state_.speed = savedSpeed(objects.platform.preferences);
     connect(&objects.speedTester, &SpeedTester::ended, this, &InternetModel::testEnded);

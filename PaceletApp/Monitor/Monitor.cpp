@@ -32,8 +32,10 @@ std::optional<ProcessCatalog> loadCatalog(const ResourceLocations& locations) {
 
 Monitor::Monitor(const Platform& platform, Scheduler& scheduler,
                  const std::optional<ProcessCatalog>& catalog, QObject* parent)
-    : QObject{parent}, platform_{platform}, scheduler_{scheduler}, catalog_{share(catalog,
-                                                                                  platform)},
+    : QObject{parent},
+      platform_{platform},
+      scheduler_{scheduler},
+      catalog_{share(catalog, platform)},
       previous_{std::make_shared<const std::optional<Snapshot>>()},
       usageStore_{.directory = std::filesystem::path{platform.applicationSupport} / "Pacelet"},
       causeStore_{.directory = usageStore_.directory} {

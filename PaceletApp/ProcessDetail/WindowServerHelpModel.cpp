@@ -8,7 +8,8 @@
 namespace pacelet {
 
 WindowServerHelpModel::WindowServerHelpModel(const SharedObjects& objects, QObject* parent)
-    : QObject{parent}, objects_{objects} {
+    : QObject{parent},
+      objects_{objects} {
     connect(&objects.monitor, &Monitor::changed, this, [this](const Fields& fields) {
         if (fields.hold(objects_.monitor.groups)) {
             refreshFixes();

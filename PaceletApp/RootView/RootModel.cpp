@@ -14,10 +14,13 @@
 namespace pacelet {
 
 RootModel::RootModel(const SharedObjects& objects, QObject* parent)
-    : QObject{parent}, objects_{objects}, sidebar_{objects.monitor, objects.router},
-      sheet_{objects}, question_{objects.scheduler},
-      toastClock_{objects.actions, objects.scheduler}, commands_{commands(
-                                                           objects.updater.isConfigured())} {
+    : QObject{parent},
+      objects_{objects},
+      sidebar_{objects.monitor, objects.router},
+      sheet_{objects},
+      question_{objects.scheduler},
+      toastClock_{objects.actions, objects.scheduler},
+      commands_{commands(objects.updater.isConfigured())} {
     connect(&objects.actions, &FixActions::toastChanged, this, &RootModel::toastChanged);
     connect(&objects.monitor, &Monitor::changed, this, [this](const Fields& fields) {
         if (fields.hold(objects_.monitor.error)) {

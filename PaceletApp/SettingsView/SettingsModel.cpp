@@ -24,8 +24,10 @@ void clearIgnoringFailure(const auto& store) {
 } // namespace
 
 SettingsModel::SettingsModel(const SharedObjects& objects, QObject* parent)
-    : QObject{parent}, objects_{objects},
-      startAtLogin_{startsAtLogin(objects.platform.loginItems)}, question_{objects.scheduler} {
+    : QObject{parent},
+      objects_{objects},
+      startAtLogin_{startsAtLogin(objects.platform.loginItems)},
+      question_{objects.scheduler} {
     connect(&objects.preferences, &AppPreferences::showMenuBarChanged, this,
             &SettingsModel::showMenuBarChanged);
     connect(&objects.monitor, &Monitor::changed, this, [this](const Fields& fields) {

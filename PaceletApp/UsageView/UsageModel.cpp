@@ -12,11 +12,10 @@
 namespace pacelet {
 
 UsageModel::UsageModel(const SharedObjects& objects, QObject* parent)
-    : QObject{parent}, objects_{objects}, records_{objects.scheduler, objects.monitor.usageStore(),
-                                                   objects.monitor.causeStore(),
-                                                   [this](LoadedRecords loaded) {
-                                                       takeIn(std::move(loaded));
-                                                   }},
+    : QObject{parent},
+      objects_{objects},
+      records_{objects.scheduler, objects.monitor.usageStore(), objects.monitor.causeStore(),
+               [this](LoadedRecords loaded) { takeIn(std::move(loaded)); }},
       opensAtCauses_{objects.router.takeCausesWanted()} {
     connect(&objects.monitor, &Monitor::changed, this, &UsageModel::follow);
     records_.setActive(objects.monitor.windowVisible());

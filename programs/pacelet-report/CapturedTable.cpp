@@ -123,7 +123,8 @@ private:
 /// Reads the lines of one table.
 class LineReader {
 public:
-    explicit LineReader(Layout layout) : layout_{std::move(layout)} {}
+    explicit LineReader(Layout layout)
+        : layout_{std::move(layout)} {}
 
     void read(std::string_view line) {
         words_.clear();

@@ -11,7 +11,8 @@ namespace {
 /// Walks over the arguments, one at a time.
 class Arguments {
 public:
-    explicit Arguments(std::span<const std::string_view> arguments) : rest_{arguments} {}
+    explicit Arguments(std::span<const std::string_view> arguments)
+        : rest_{arguments} {}
 
     bool empty() const { return rest_.empty(); }
     std::string_view next() {

@@ -11,7 +11,8 @@ namespace pacelet::report {
 class Watch {
 public:
     Watch(const Platform& machine, const ProcessCatalog& catalog)
-        : machine_{machine}, catalog_{catalog} {}
+        : machine_{machine},
+          catalog_{catalog} {}
 
     /// Throws what `readMachine` throws.
     Look look();

@@ -16,7 +16,8 @@ using Script::ScriptError;
 class BridgedSystem final : public Script::System {
 public:
     BridgedSystem(BrowserConnections& browsers, const SessionRestart& restart)
-        : browsers_{browsers}, restart_{restart} {}
+        : browsers_{browsers},
+          restart_{restart} {}
 
     Script::Application& application(const std::string& identifier) override {
         const BridgedBrowser* const browser = bridgedBrowser(identifier);

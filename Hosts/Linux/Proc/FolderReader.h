@@ -27,7 +27,8 @@ std::optional<std::string_view> readWhole(const Descriptor& file, ReadBuffer& bu
 class FolderReader {
 public:
     explicit FolderReader(const std::string& folder);
-    explicit FolderReader(Descriptor folder) : folder_{std::move(folder)} {}
+    explicit FolderReader(Descriptor folder)
+        : folder_{std::move(folder)} {}
 
     bool isOpen() const { return static_cast<bool>(folder_); }
 

@@ -24,7 +24,9 @@ namespace pacelet::Linux {
 class Footprints {
 public:
     /// Both must outlive it.
-    Footprints(const FolderReader& proc, Clock& clock) : proc_{proc}, clock_{clock} {}
+    Footprints(const FolderReader& proc, Clock& clock)
+        : proc_{proc},
+          clock_{clock} {}
     Footprints(const Footprints&) = delete;
     Footprints& operator=(const Footprints&) = delete;
     ~Footprints();

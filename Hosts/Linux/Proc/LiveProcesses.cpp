@@ -26,7 +26,9 @@ std::int64_t hundredths(std::uint64_t ticks, std::uint64_t ticksPerSecond) {
 } // namespace
 
 LiveProcesses::LiveProcesses(const std::string& procFolder, DesktopPlaces places)
-    : proc_{procFolder}, apps_{std::move(places)}, known_{proc_, apps_},
+    : proc_{procFolder},
+      apps_{std::move(places)},
+      known_{proc_, apps_},
       ticksPerSecond_{static_cast<std::uint64_t>(std::max(1L, ::sysconf(_SC_CLK_TCK)))},
       kilobytesPerPage_{std::max<std::int64_t>(1, ::sysconf(_SC_PAGESIZE) / 1024)},
       processors_{static_cast<double>(std::max(1L, ::sysconf(_SC_NPROCESSORS_ONLN)))} {}

@@ -28,7 +28,8 @@ using namespace std::chrono_literals;
 /// A child that runs `work`, in a process group of its own, and never longer than the test.
 class Worker {
 public:
-    explicit Worker(const std::function<void()>& work) : pid_{::fork()} {
+    explicit Worker(const std::function<void()>& work)
+        : pid_{::fork()} {
         if (pid_ == 0) {
             ::prctl(PR_SET_PDEATHSIG, SIGKILL);
             ::setpgid(0, 0);

@@ -40,8 +40,8 @@ std::string windowClass() {
 } // namespace
 
 DesktopSession::DesktopSession()
-    : display_{std::to_string(width) + 'x' + std::to_string(height) + "x24"}, connection_{
-                                                                                  display_.name()} {
+    : display_{std::to_string(width) + 'x' + std::to_string(height) + "x24"},
+      connection_{display_.name()} {
     if (!connection_) {
         return;
     }

@@ -17,7 +17,8 @@ using PlayedAnswers = std::map<std::string, std::string>;
 class PlayedServices {
 public:
     PlayedServices(const std::vector<std::string>& names, PlayedAnswers answers)
-        : answers_{std::move(answers)}, served_{connect(names)} {}
+        : answers_{std::move(answers)},
+          served_{connect(names)} {}
 
     /// The methods that were called, and a first text or number in brackets.
     std::string calls() {
