@@ -1,6 +1,6 @@
 # The front door. Every goal installs what is missing and builds first.
 
-.PHONY: run demo test lint asan asan-core tsan bench truth figures fuzz fuzz-coverage package guides pictures mac-check clean
+.PHONY: run demo test lint asan asan-core tsan bench truth figures fuzz fuzz-coverage mutants package guides pictures mac-check clean
 
 SCENARIO = chrome-tabs
 
@@ -55,6 +55,13 @@ fuzz: ## All fuzzers for some hours, keeping what they reach in build/fuzz/corpu
 fuzz-coverage: ## How many lines of each parser the fuzzers' corpora reach
 	@scripts/build.sh fuzz-coverage
 	@scripts/fuzz-coverage.sh
+
+COUNT = 100
+PART =
+
+mutants: ## Small changes to the code that no test notices: make mutants PART=Core/Diagnosis COUNT=200
+	@scripts/install.sh scripts/packages.txt
+	@python3 tools/mutants/mutants.py --count $(COUNT) $(PART)
 
 package: ## A Debian package of the programs, in build/packages
 	@scripts/build.sh release pacelet pacelet-demo pacelet-report pacelet_desktop_files
