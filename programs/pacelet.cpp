@@ -35,6 +35,13 @@ int comeForward(const SingleInstance& running) {
     return statusUnavailable;
 }
 
+/// All is drawn larger, so that nothing is cut: rows and buttons fit their texts.
+void followTextScale(std::string_view plugin) {
+    if (plugin.starts_with("wayland") && qEnvironmentVariableIsEmpty("QT_SCALE_FACTOR")) {
+        qputenv("QT_SCALE_FACTOR", QByteArray::number(Linux::textScaleOfDesktop()));
+    }
+}
+
 int runInDesktop(Linux::ChosenDisplay display, bool isHidden, int argc, char** argv) {
     SingleInstance instance{SingleInstance::standardFolders()};
     if (!instance.isFirst()) {
@@ -45,6 +52,7 @@ int runInDesktop(Linux::ChosenDisplay display, bool isHidden, int argc, char** a
                                   "already.");
     }
     qputenv("QT_QPA_PLATFORM", display.plugin.c_str());
+    followTextScale(display.plugin);
     Program program{argc, argv};
     display.connection.reset();
     Linux::LinuxSettings settings;

@@ -4,6 +4,8 @@
 #include "Hosts/Linux/Desktop/KeyFile.h"
 #include "Hosts/Linux/Systemd/Bus.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstdint>
 
 namespace pacelet::Linux {
@@ -31,8 +33,10 @@ BusMessage askPortal(sd_bus* bus, const char* group, const char* key) {
     return BusMessage{reply};
 }
 
-/// The truth value or the number in a message, within as many variants as the sender likes.
-std::optional<std::uint32_t> readValue(sd_bus_message* message, char wanted) {
+/// The value of the `wanted` type in a message, within as many variants as the sender likes. Truth
+/// values take 32 bits.
+template<typename Value>
+std::optional<Value> readValue(sd_bus_message* message, char wanted) {
     char type = 0;
     const char* contents = nullptr;
     while (sd_bus_message_peek_type(message, &type, &contents) > 0 && type == 'v') {
@@ -40,7 +44,7 @@ std::optional<std::uint32_t> readValue(sd_bus_message* message, char wanted) {
             return std::nullopt;
         }
     }
-    std::uint32_t value = 0;
+    Value value{};
     return type == wanted && sd_bus_message_read_basic(message, type, &value) > 0
                ? std::optional{value}
                : std::nullopt;
@@ -48,7 +52,8 @@ std::optional<std::uint32_t> readValue(sd_bus_message* message, char wanted) {
 
 std::optional<bool> portalSays(sd_bus* bus, const char* group, const char* key, char type) {
     const BusMessage answer = bus != nullptr ? askPortal(bus, group, key) : nullptr;
-    const auto value = answer != nullptr ? readValue(answer.get(), type) : std::nullopt;
+    const auto value =
+        answer != nullptr ? readValue<std::uint32_t>(answer.get(), type) : std::nullopt;
     return value ? std::optional{*value == 1} : std::nullopt;
 }
 
@@ -112,6 +117,16 @@ DesktopWishes wishesOfDesktop(const std::string& configFolder) {
         contrast = settingsSay(configFolder, contrastInSettings);
     }
     return {.reducedMotion = !animations.value_or(true), .highContrast = contrast.value_or(false)};
+}
+
+double textScaleOfDesktop() {
+    const Bus bus = openBus(BusKind::user, limit);
+    const BusMessage answer =
+        bus != nullptr ? askPortal(bus.get(), "org.gnome.desktop.interface", "text-scaling-factor")
+                       : nullptr;
+    const auto scale = answer != nullptr ? readValue<double>(answer.get(), 'd') : std::nullopt;
+    const bool isScale = scale && std::isfinite(*scale) && *scale > 0;
+    return isScale ? std::clamp(*scale, 0.5, 3.0) : 1;
 }
 
 } // namespace pacelet::Linux

@@ -19,4 +19,9 @@ std::optional<bool> contrastInSettings(std::string_view text);
 /// the UI thread.
 DesktopWishes wishesOfDesktop(const std::string& configFolder);
 
+/// How large the desktop wants text, as a factor from 0.5 to 3, from its portal; 1 where nobody
+/// tells. An X server tells programs by itself, in dots per inch; under Wayland they have to ask.
+/// May wait for the portal for half a second.
+double textScaleOfDesktop();
+
 } // namespace pacelet::Linux

@@ -2,6 +2,7 @@
 #include "tests/Hosts/Linux/Systemd/PrivateBus.h"
 #include "tests/Hosts/Linux/Systemd/ServedBus.h"
 
+#include <cmath>
 #include <gtest/gtest.h>
 #include <string_view>
 
@@ -84,6 +85,41 @@ TEST(Wishes, ThePortalCountsBeforeTheSettings) {
         const pacelet::testing::ServedBus served{portal(said)};
         EXPECT_EQ(wishesOfDesktop(config).reducedMotion, reduced)
             << (word.type != nullptr ? word.type : "nothing") << ' ' << word.value;
+    }
+}
+
+int answerTextScale(sd_bus_message* call, void* data, sd_bus_error* error) {
+    const char* group = nullptr;
+    const char* key = nullptr;
+    sd_bus_message_read(call, "ss", &group, &key);
+    const auto* const scale = static_cast<const double*>(data);
+    if (std::string_view{group} != "org.gnome.desktop.interface" ||
+        std::string_view{key} != "text-scaling-factor") {
+        return sd_bus_error_set(error, "org.freedesktop.portal.Error.NotFound", "no such setting");
+    }
+    return sd_bus_reply_method_return(call, "v", "v", "d", *scale);
+}
+
+const sd_bus_vtable textScaleTable[] = {
+    SD_BUS_VTABLE_START(0),
+    SD_BUS_METHOD("Read", "ss", "v", answerTextScale, SD_BUS_VTABLE_UNPRIVILEGED),
+    SD_BUS_VTABLE_END};
+
+TEST(Wishes, TextIsAsLargeAsThePortalSays) {
+    pacelet::testing::PrivateBus daemon;
+    if (!daemon.runs()) {
+        GTEST_SKIP() << "no bus daemon is installed";
+    }
+    EXPECT_EQ(textScaleOfDesktop(), 1) << "a bus without a portal";
+    for (const auto& [said, wanted] :
+         {std::pair{1.25, 1.25}, {40.0, 3.0}, {0.0, 1.0}, {-1.0, 1.0}, {std::nan(""), 1.0}}) {
+        double scale = said;
+        Bus bus = openBus(BusKind::user, std::chrono::seconds{1});
+        sd_bus_add_object_vtable(bus.get(), nullptr, "/org/freedesktop/portal/desktop",
+                                 "org.freedesktop.portal.Settings", textScaleTable, &scale);
+        sd_bus_request_name(bus.get(), "org.freedesktop.portal.Desktop", 0);
+        const pacelet::testing::ServedBus served{std::move(bus)};
+        EXPECT_EQ(textScaleOfDesktop(), wanted) << said;
     }
 }
 
