@@ -17,14 +17,13 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <string>
 
 namespace {
 
 using namespace pacelet;
 
 /// What the screens make of a machine.
-void showScreens(const Platform& machine, const ProcessCatalog& catalog) {
+void showScreens(const Platform& machine) {
     const auto nobody = [](std::int32_t) -> std::optional<std::string> { return {}; };
     std::vector<NetUsage> traffic;
     try {
@@ -65,7 +64,7 @@ void replayWhole(Recorded::Capture capture) {
         Report::render(result, seen.reading.groups, catalog, seen.reading.signals);
         report::renderJson(result, seen.reading.groups, catalog, seen.reading.signals, {});
         causes.add({}, machine.clock.now());
-        showScreens(machine, catalog);
+        showScreens(machine);
     }
 }
 

@@ -106,10 +106,10 @@ std::optional<RecordOfBytes> recordIn(const std::vector<std::uint8_t>& bytes) {
     return record;
 }
 
-using Bytes = std::optional<std::vector<std::uint8_t>>;
+using KernelRecord = std::optional<std::vector<std::uint8_t>>;
 using Number = std::optional<std::int64_t>;
 
-bool isRecord(const std::string& call, const Bytes& bytes) {
+bool isRecord(const std::string& call, const KernelRecord& bytes) {
     if (bytes && call.ends_with("vm.swapusage")) {
         const auto swap = recordIn<SwapUsageRecord>(*bytes);
         return !swap || swap->xsu_used <= std::uint64_t{mostBytes};
@@ -199,7 +199,7 @@ constexpr std::array<CallRow, 26> calls{{
     {"physicalMemory", isNumber<0, mostBytes>},
     {"run ", is<ToolAnswer, isOutput>},
     {"runningApplications", is<std::vector<AppAnswer>>},
-    {"sysctlbyname ", is<Bytes, isRecord>},
+    {"sysctlbyname ", is<KernelRecord, isRecord>},
     {"systemUptime", is<double, isUptime>},
     {"thermalState", is<int>},
     {"volumeCapacities ", is<std::optional<VolumeCapacities>, isVolume>},
@@ -210,15 +210,17 @@ constexpr std::array<CallRow, 26> calls{{
 } // namespace
 
 bool isPossible(const Capture& capture) {
-    return areMoments(capture.looks) && std::ranges::all_of(capture.answers, [](const auto& each) {
-               const auto& [call, answers] = each;
-               const auto row = std::ranges::find_if(calls, [&](const CallRow& it) {
-                   return it.call.ends_with(' ') ? call.starts_with(it.call) : call == it.call;
+    const auto areSound = [](const std::string& call, const std::vector<Answer>& answers) {
+        const auto row = std::ranges::find_if(calls, [&](const CallRow& it) {
+            return it.call.ends_with(' ') ? call.starts_with(it.call) : call == it.call;
+        });
+        // What nobody asks does no harm.
+        return row == calls.end() || std::ranges::all_of(answers, [&](const Answer& answer) {
+                   return row->isSound(call, answer.value);
                });
-               // What nobody asks does no harm.
-               return row == calls.end() || std::ranges::all_of(answers, [&](const Answer& answer) {
-                          return row->isSound(call, answer.value);
-                      });
+    };
+    return areMoments(capture.looks) && std::ranges::all_of(capture.answers, [&](const auto& each) {
+               return areSound(each.first, each.second);
            });
 }
 

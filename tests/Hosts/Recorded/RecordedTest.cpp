@@ -3,6 +3,7 @@
 #include "Core/Usage/MacInfo.h"
 #include "Hosts/Recorded/TapedMachine.h"
 #include "Hosts/Simulated/SimulatedMac.h"
+#include "programs/pacelet-report/RecordedLook.h"
 #include "programs/pacelet-report/Watch.h"
 
 #include <gtest/gtest.h>
@@ -60,6 +61,27 @@ TEST_P(EveryScenario, IsReplayedWordForWord) {
     const Platform machine = replay.platform();
     EXPECT_EQ(MacInfo::read(machine.tools, machine.kernel), hardware);
     EXPECT_THROW(replay.platform().tools.run("/usr/bin/never", {}), LaunchError);
+}
+
+TEST(CapturedDesktops, GiveTheFindingsThatTheyGave) {
+    for (const auto& [file, told] : std::initializer_list<std::pair<const char*, const char*>>{
+             {"quiet", "Status: Quiet\nCPU 0% · Memory Normal · Heat Normal\n\n"
+                       "pacelet-report  0%  3.8 MB  Leave it  — Pacelet\n"
+                       "Mousepad  0%  16.2 MB  Safe to quit  — Text editor\n"},
+             {"runaway", "Status: Busy\nCause: runaway.py is using 100% CPU.\n"
+                         "CPU 50% · Memory Normal · Heat Normal\n\n"
+                         "runaway.py  100%  2.6 MB  Review  — Script for python3.11\n"},
+             {"compiling", "Status: Busy\nCause: make is using 105% CPU.\n"
+                           "CPU 68% · Memory Normal · Heat Normal\n\n"
+                           "make  105%  324 KB  Review  — Build tools\n"
+                           "cc1plus  26%  151.2 MB  Review  — GCC compiler\n"}}) {
+        const report::Look look = report::lookAtCapture(
+            report::openCapture(std::string{PACELET_FIXTURES "/captures/"} + file), catalog());
+        const ProcessCatalog known = catalog().on(look.system, look.abilities);
+        const std::string text = Report::render(report::diagnose(look, known), look.reading.groups,
+                                                known, look.reading.signals);
+        EXPECT_EQ(text.substr(0, std::string_view{told}.size()), told);
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Recorded, EveryScenario, ::testing::ValuesIn(Simulated::scenarioNames()));
