@@ -85,6 +85,10 @@ std::string decodedText(std::string bytes);
 /// that might have become valid. Valid text is returned as it is.
 std::string repairedUTF8(std::string text);
 
+/// The text with lines that end in line feeds alone, and "?" for every control character else but
+/// tabs: what a terminal may be shown.
+std::string plainText(std::string_view text);
+
 /// The whole text as a decimal integer: one optional sign, then digits only, within the range of T.
 /// A minus sign before an unsigned type is accepted for zero alone.
 template<std::integral T>

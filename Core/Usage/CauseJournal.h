@@ -43,6 +43,9 @@ public:
     /// The place of the cause, which is added where it is new.
     std::uint32_t placeOf(FindingKind kind, std::string_view id, std::string_view name);
 
+    /// Makes room for so many notes.
+    void reserve(std::size_t notes) { entries_.reserve(notes); }
+
     void add(const Entry& entry) { entries_.push_back(entry); }
 
     /// Brings the entries into the order of their minutes; those of one minute stay as they are.

@@ -4,7 +4,8 @@
 #include "Core/Usage/JsonLines.h"
 #include "Core/Usage/MinuteRecord.h"
 
-#include <cmath>
+#include <algorithm>
+#include <array>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -12,6 +13,9 @@
 namespace pacelet::CauseLines {
 
 namespace {
+
+/// The calendar ends with the year 9999, and began as long before 1970.
+constexpr std::int64_t outermostMinute = 4'223'371'680;
 
 /// A cause of a line; the views point into the parser.
 struct ReadNote {
@@ -24,43 +28,45 @@ struct ReadNote {
     double highest = 0;
 };
 
-/// Reads the value of one known key; false when it is of another type.
-bool decodeMember(const simdjson::dom::key_value_pair& member, ReadNote& note, unsigned& met) {
+/// The keys of a cause, in the order in which they are written.
+enum class Key { kind, severity, id, name, seconds, mean, highest };
+constexpr std::array<std::string_view, 7> keys{"kind",    "severity", "id", "name",
+                                               "seconds", "mean",     "max"};
+
+/// The place of `key` among the keys, which is most often the likely one; their number when it is
+/// none of them.
+std::size_t placeOf(std::string_view key, std::size_t likely) {
+    if (likely < keys.size() && keys[likely] == key) {
+        return likely;
+    }
+    return static_cast<std::size_t>(std::ranges::find(keys, key) - keys.begin());
+}
+
+/// Reads the value of the key at this place; false when it is none that such a key has.
+bool decodeValue(const simdjson::dom::element& value, std::size_t place, ReadNote& note) {
+    const auto read = [&](auto& field) { return value.get(field) == simdjson::SUCCESS; };
     std::string_view word;
-    const auto read = [&](auto& field, unsigned bit) {
-        met |= 1U << bit;
-        return member.value.get(field) == simdjson::SUCCESS;
-    };
-    if (member.key == "kind") {
-        const bool isText = read(word, 0);
-        note.kind = kindFromRawValue(word);
-        return isText && note.kind;
-    }
-    if (member.key == "severity") {
-        const bool isText = read(word, 1);
-        note.severity = severityFromRawValue(word);
-        return isText && note.severity;
-    }
-    if (member.key == "id") {
-        return read(note.id, 2);
-    }
-    if (member.key == "name") {
-        return read(note.name, 3);
-    }
-    if (member.key == "seconds") {
-        return read(note.seconds, 4) && note.seconds > 0 && note.seconds <= secondsPerMinute;
-    }
-    if (member.key == "mean") {
-        return read(note.mean, 5);
-    }
-    if (member.key == "max") {
-        return read(note.highest, 6);
+    switch (static_cast<Key>(place)) {
+    case Key::kind:
+        return read(word) && (note.kind = kindFromRawValue(word));
+    case Key::severity:
+        return read(word) && (note.severity = severityFromRawValue(word));
+    case Key::id:
+        return read(note.id);
+    case Key::name:
+        return read(note.name);
+    case Key::seconds:
+        return read(note.seconds) && note.seconds > 0 && note.seconds <= secondsPerMinute;
+    case Key::mean:
+        return read(note.mean);
+    case Key::highest:
+        return read(note.highest);
     }
     return true;
 }
 
 bool decodeNotes(const simdjson::dom::array& list, std::vector<ReadNote>& notes) {
-    constexpr unsigned allKeys = 0b1111111;
+    constexpr unsigned allKeys = (1U << keys.size()) - 1;
     for (const simdjson::dom::element each : list) {
         simdjson::dom::object members;
         if (each.get(members) != simdjson::SUCCESS) {
@@ -68,12 +74,15 @@ bool decodeNotes(const simdjson::dom::array& list, std::vector<ReadNote>& notes)
         }
         ReadNote note;
         unsigned met = 0;
+        std::size_t likely = 0;
         for (const simdjson::dom::key_value_pair member : members) {
-            if (!decodeMember(member, note, met)) {
+            const std::size_t place = placeOf(member.key, likely++);
+            if (!decodeValue(member.value, place, note)) {
                 return false;
             }
+            met |= 1U << place;
         }
-        if (met != allKeys) {
+        if ((met & allKeys) != allKeys) {
             return false;
         }
         notes.push_back(note);
@@ -110,8 +119,9 @@ void decode(std::string& text, std::int64_t earliest, CauseJournal& journal) {
         std::int64_t t = 0;
         simdjson::dom::array list;
         notes.clear();
-        if (line["t"].get(t) != simdjson::SUCCESS || t < earliest ||
-            line["causes"].get(list) != simdjson::SUCCESS || !decodeNotes(list, notes)) {
+        if (line["t"].get(t) != simdjson::SUCCESS || t < std::max(earliest, -outermostMinute) ||
+            t >= outermostMinute || line["causes"].get(list) != simdjson::SUCCESS ||
+            !decodeNotes(list, notes)) {
             return;
         }
         for (const ReadNote& note : notes) {

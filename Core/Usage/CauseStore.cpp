@@ -9,6 +9,9 @@ namespace pacelet {
 
 namespace {
 
+/// Bytes that a minute with one cause takes at least.
+constexpr std::size_t usualCauseLine = 128;
+
 bool isFinite(const CauseMinute& minute) {
     return std::ranges::all_of(minute.causes, [](const CauseNote& note) {
         return std::isfinite(note.seconds) && std::isfinite(note.mean) &&
@@ -24,6 +27,7 @@ void CauseStore::append(const CauseMinute& minute) const {
 
 CauseJournal CauseStore::load(TimePoint since) const {
     CauseJournal journal;
+    journal.reserve(series().size(since) / usualCauseLine);
     series().read(since, [&](std::string& text, std::int64_t firstMinute) {
         CauseLines::decode(text, firstMinute, journal);
     });

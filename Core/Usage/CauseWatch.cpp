@@ -104,7 +104,9 @@ void CauseWatch::remember(const CauseJournal& earlier) {
 std::optional<Spell> CauseWatch::latest(TimePoint now) const {
     const Spell* latest = nullptr;
     for (const Spell& each : spells_) {
-        const bool counts = each.stood >= shortestSpell && now - each.end <= memory;
+        // One that ended after now was noted by a clock that was wrong.
+        const bool counts =
+            each.stood >= shortestSpell && each.end <= now && now - each.end <= memory;
         if (counts && (latest == nullptr || each.end > latest->end)) {
             latest = &each;
         }

@@ -50,7 +50,7 @@ public:
 /// checksum.
 namespace CaptureFile {
 
-/// More than any machine answers in the looks of a day.
+/// More than most machines answer in some thousand looks.
 inline constexpr std::size_t largestFile = std::size_t{32} << 20;
 inline constexpr std::size_t largestCapture = std::size_t{256} << 20;
 
@@ -62,7 +62,8 @@ Capture unpack(std::string_view file);
 /// What stands in the frame. Throws `CaptureError`.
 Capture parse(std::string_view content);
 
-/// Makes the file, which only the user may read; it must not be there. Throws `CaptureError`.
+/// Makes the file, which only the user may read; it must not be there. What could not be read again
+/// is not written. Throws `CaptureError`.
 void write(const std::string& path, Capture capture);
 
 /// Throws `CaptureError`.

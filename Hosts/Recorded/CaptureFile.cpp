@@ -1,6 +1,7 @@
 #include "Core/Support/Descriptor.h"
 #include "Core/Support/Files.h"
 #include "Hosts/Recorded/Capture.h"
+#include "Hosts/Recorded/Limits.h"
 #include "Hosts/Recorded/Wire.h"
 
 #include <algorithm>
@@ -82,11 +83,19 @@ Capture parse(std::string_view content) {
     if (!capture || !isSound(*capture)) {
         failAsDamaged();
     }
+    if (!isPossible(*capture)) {
+        throw CaptureError{"tells what no machine answers"};
+    }
     return *std::move(capture);
 }
 
 void write(const std::string& path, Capture capture) {
     const std::string bytes = pack(std::move(capture));
+    try {
+        unpack(bytes);
+    } catch (const CaptureError&) {
+        throw CaptureError{"couldn't be written: fewer looks may be read again"};
+    }
     constexpr mode_t ownOnly = 0600;
     const Descriptor file{
         ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NONBLOCK, ownOnly)};

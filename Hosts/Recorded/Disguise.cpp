@@ -1,7 +1,10 @@
 #include "Hosts/Recorded/Disguise.h"
 
+#include "Core/Support/JsonDocument.h"
+#include "Core/Support/JsonWriter.h"
 #include "Core/Support/Text.h"
 
+#include <algorithm>
 #include <array>
 #include <fmt/format.h>
 
@@ -19,6 +22,13 @@ bool isPerson(std::uint32_t uid) {
     constexpr std::uint32_t firstPerson = 500;
     constexpr std::uint32_t nobody = 65534;
     return uid >= firstPerson && uid < nobody;
+}
+
+/// The program of a command line: the one at `path`, or else what stands before the first blank.
+std::string_view programOf(std::string_view commandLine, std::string_view path) {
+    const bool isWhole = commandLine.size() <= path.size() || commandLine[path.size()] == ' ';
+    return commandLine.starts_with(path) && isWhole ? path
+                                                    : commandLine.substr(0, commandLine.find(' '));
 }
 
 /// `text` with `to` in the place of the path `from`, where that stands whole.
@@ -44,8 +54,7 @@ Disguise::Disguise(const std::string& home, std::uint32_t uid, OperatingSystem s
     : home_{home},
       homeAlias_{system == OperatingSystem::macOS ? "/Users/user" : "/home/user"},
       uid_{uid} {
-    // The name of the administrator's folder tells of nobody.
-    if (home_ == "/root" || home_ == "/") {
+    if (home_ == "/") {
         home_.clear();
     }
     const std::string name{lastPathComponent(home_)};
@@ -85,20 +94,20 @@ std::string Disguise::renamed(std::string_view text, const Rename& rename) {
 }
 
 std::string Disguise::hideLocked(std::string_view text) {
-    return renamed(withPath(text, home_, homeAlias_), [this](std::string_view folder,
-                                                             std::string_view name) {
-        const std::string whose{name};
-        const bool isKnown = aliases_.contains(whose);
-        // Its own alias stands there already where the home was replaced, and
-        // below the media stand disks, too.
-        const bool stays = name == "user" || name == "Shared" || (folder == "/media/" && !isKnown);
-        return stays ? whose : aliasOf(whose);
-    });
+    return renamed(withPath(text, home_, homeAlias_),
+                   [this](std::string_view folder, std::string_view name) {
+                       const std::string whose{name};
+                       const bool isKnown = aliases_.contains(whose);
+                       // Below the media stand disks, too.
+                       const bool stays = names_.contains(whose) || name == "Shared" ||
+                                          (folder == "/media/" && !isKnown);
+                       return stays ? whose : aliasOf(whose);
+                   });
 }
 
 std::string Disguise::hide(std::string_view text) {
     const std::lock_guard lock{mutex_};
-    return hideLocked(text);
+    return hideLocked(repairedUTF8(plainText(text)));
 }
 
 std::string Disguise::reveal(std::string_view text) {
@@ -122,7 +131,7 @@ std::string Disguise::hideTable(std::string_view table) {
             return;
         }
         if (*uid == uid_) {
-            own_.emplace(columns[0]);
+            own_.emplace(columns[0], columns[7]);
         }
         const std::string name{columns[3]};
         const auto offset = static_cast<std::size_t>(columns[3].data() - line.data());
@@ -143,15 +152,49 @@ std::string Disguise::hideCommandLines(std::string_view lines) {
     std::string hidden;
     forEachLine(lines, [&](std::string_view line) {
         std::array<std::string_view, 3> columns;
-        if (!splitColumns(line, columns) || own_.find(columns[0]) == own_.end()) {
+        if (!splitColumns(line, columns)) {
             return;
         }
-        const std::size_t end = std::min(columns[2].find(" -"), columns[2].find(" /"));
+        const auto own = own_.find(columns[0]);
+        if (own == own_.end()) {
+            return;
+        }
+        const std::string_view program = programOf(columns[2], own->second);
         const bool isExtension = columns[2].find(extension) != std::string_view::npos;
-        hidden += fmt::format("{:>5} {:>6} {}{}\n", columns[0], columns[1],
-                              hideLocked(columns[2].substr(0, end)), isExtension ? extension : "");
+        hidden += fmt::format("{:>5} {:>6} {}{}\n", columns[0], columns[1], hideLocked(program),
+                              isExtension ? extension : "");
     });
     return hidden;
+}
+
+std::string Disguise::hideHardware(std::string_view report) {
+    constexpr std::string_view list = "SPHardwareDataType";
+    constexpr std::array<std::string_view, 4> harmless{"machine_name", "chip_type", "cpu_type",
+                                                       "physical_memory"};
+    simdjson::dom::parser parser;
+    simdjson::dom::array items;
+    if (parseJson(parser, report).at_key(list).get(items) != simdjson::SUCCESS) {
+        return {};
+    }
+    JsonWriter json;
+    json.beginObject().key(list).beginArray();
+    for (const simdjson::dom::element item : items) {
+        simdjson::dom::object fields;
+        if (item.get(fields) != simdjson::SUCCESS) {
+            return {};
+        }
+        json.beginObject();
+        for (const auto& [key, value] : fields) {
+            std::string_view text;
+            if (std::ranges::find(harmless, key) != harmless.end() &&
+                value.get(text) == simdjson::SUCCESS) {
+                json.key(key).value(text);
+            }
+        }
+        json.endObject();
+    }
+    json.endArray().endObject();
+    return json.take() + '\n';
 }
 
 } // namespace pacelet::Recorded

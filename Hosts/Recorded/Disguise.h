@@ -6,7 +6,6 @@
 #include <functional>
 #include <map>
 #include <mutex>
-#include <set>
 #include <string>
 #include <string_view>
 
@@ -19,7 +18,8 @@ public:
     /// Of the person with this home folder and number.
     Disguise(const std::string& home, std::uint32_t uid, OperatingSystem system);
 
-    /// Any text, with other names in the place of people's home folders and media.
+    /// Any text in plain UTF-8, with other names in the place of people's home folders and media. A
+    /// text that was hidden stays as it is.
     std::string hide(std::string_view text);
 
     /// A text that was hidden, as the machine knows it.
@@ -32,6 +32,10 @@ public:
     /// table told them, and of those the program and whether it says that it is an extension.
     std::string hideCommandLines(std::string_view lines);
 
+    /// The report of `system_profiler` on the hardware, without what tells this machine from others
+    /// of its kind. Empty when it is none.
+    static std::string hideHardware(std::string_view report);
+
 private:
     using Rename = std::function<std::string(std::string_view folder, std::string_view name)>;
 
@@ -43,9 +47,9 @@ private:
     std::string home_;
     std::string homeAlias_;
     std::uint32_t uid_;
-    std::map<std::string, std::string> aliases_; ///< by name
-    std::map<std::string, std::string> names_;   ///< by alias
-    std::set<std::string, std::less<>> own_;     ///< pids of the person's own processes
+    std::map<std::string, std::string> aliases_;          ///< by name
+    std::map<std::string, std::string> names_;            ///< by alias
+    std::map<std::string, std::string, std::less<>> own_; ///< programs of the person, by pid
 };
 
 } // namespace pacelet::Recorded

@@ -13,11 +13,17 @@ void Tape::addLook(Moment moment) {
 void Tape::show(std::size_t look) {
     const std::lock_guard lock{mutex_};
     look_ = std::min(look, capture_.looks.size() - 1);
+    passed_ = Seconds{};
 }
 
 void Tape::followRealTime() {
     const std::lock_guard lock{mutex_};
     followsSince_ = std::chrono::steady_clock::now();
+}
+
+void Tape::advance(Seconds span) {
+    const std::lock_guard lock{mutex_};
+    passed_ += span;
 }
 
 Capture Tape::capture() {
@@ -26,14 +32,16 @@ Capture Tape::capture() {
 }
 
 Seconds Tape::elapsed() const {
-    return followsSince_ ? Seconds{std::chrono::steady_clock::now() - *followsSince_} : Seconds{};
+    return passed_ +
+           (followsSince_ ? Seconds{std::chrono::steady_clock::now() - *followsSince_} : Seconds{});
 }
 
 std::size_t Tape::lookOnShow() const {
-    if (!followsSince_) {
+    const Seconds since = elapsed();
+    if (since <= Seconds{0}) {
         return look_;
     }
-    const double now = capture_.looks[look_].monotonic + elapsed().count();
+    const double now = capture_.looks[look_].monotonic + since.count();
     const auto next = std::ranges::upper_bound(capture_.looks, now, {}, &Moment::monotonic);
     const auto passed = static_cast<std::size_t>(next - capture_.looks.begin());
     return std::max(look_, passed - 1);

@@ -70,6 +70,8 @@ public:
     void show(std::size_t look) { tape_.show(look); }
     /// Looks follow each other as they did.
     void followRealTime() { tape_.followRealTime(); }
+    /// So much time passes at once.
+    void advance(Seconds span) { tape_.advance(span); }
 
 private:
     class NoLoginItems : public LoginItems {

@@ -20,6 +20,8 @@ Shell::Output TapedTools::run(const std::string& executable,
             if (executable == "/bin/ps" && !arguments.empty()) {
                 text = arguments.back().ends_with("args=") ? disguise_->hideCommandLines(text)
                                                            : disguise_->hideTable(text);
+            } else if (executable == "/usr/sbin/system_profiler") {
+                text = Disguise::hideHardware(text);
             }
             return answer;
         } catch (const LaunchError& error) {

@@ -155,7 +155,7 @@ public:
     template<typename Value>
     bool take(std::vector<Value>& values) {
         std::size_t size = 0;
-        bool isWhole = takeSize(size);
+        bool isWhole = takeCount(size);
         for (; isWhole && size > 0; --size) {
             isWhole = take(values.emplace_back());
         }
@@ -164,7 +164,7 @@ public:
     template<typename Value>
     bool take(std::map<std::string, Value>& values) {
         std::size_t size = 0;
-        bool isWhole = takeSize(size);
+        bool isWhole = takeCount(size);
         for (; isWhole && size > 0; --size) {
             std::string key;
             isWhole = take(key) && take(values[key]);
@@ -189,6 +189,13 @@ private:
     /// Nothing takes less than a byte, so that a length never promises more than there is.
     bool takeSize(std::size_t& size) { return take(size) && size <= rest_.size(); }
 
+    /// In memory, a list takes more room than in a file.
+    bool takeCount(std::size_t& count) {
+        const bool isBearable = takeSize(count) && count <= elementsLeft_;
+        elementsLeft_ -= isBearable ? count : 0;
+        return isBearable;
+    }
+
     template<typename Variant, std::size_t... places>
     bool takeAlternative(Variant& value, std::size_t index, std::index_sequence<places...>) {
         bool isWhole = false;
@@ -197,6 +204,7 @@ private:
     }
 
     std::string_view rest_;
+    std::size_t elementsLeft_ = std::size_t{1} << 22;
 };
 
 template<typename Value>

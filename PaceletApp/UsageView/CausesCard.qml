@@ -95,6 +95,27 @@ Column {
                             Accessible.ignored: true
                         }
                     }
+
+                    figures: Text {
+                        anchors.right: parent?.right
+                        anchors.bottom: parent?.bottom
+                        anchors.bottomMargin: 6
+                        text: qsTr("In total")
+                        font: Theme.axis
+                        color: Theme.text3
+                        Accessible.ignored: true
+                    }
+
+                    last: Text {
+                        anchors.right: parent?.right
+                        anchors.rightMargin: 20
+                        anchors.bottom: parent?.bottom
+                        anchors.bottomMargin: 6
+                        text: qsTr("Last")
+                        font: Theme.axis
+                        color: Theme.text3
+                        Accessible.ignored: true
+                    }
                 }
 
                 Repeater {

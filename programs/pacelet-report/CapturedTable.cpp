@@ -206,28 +206,6 @@ CapturedTable read(std::string_view text, Layout layout) {
     return reader.take();
 }
 
-/// Lines that end in line feeds alone, and no control character else but tabs.
-std::string plainText(std::string_view text) {
-    std::string plain;
-    plain.reserve(text.size());
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        const auto byteAt = [&](std::size_t place) {
-            return place < text.size() ? static_cast<unsigned char>(text[place]) : 0;
-        };
-        const int byte = byteAt(at);
-        const int next = byteAt(at + 1);
-        if (byte == '\r' && (next == '\n' || at + 1 == text.size())) {
-            continue;
-        }
-        // The second set of control characters takes two bytes in UTF-8.
-        const bool isLateControl = byte == 0xC2 && next >= 0x80 && next < 0xA0;
-        const bool isControl = byte < 0x20 && byte != '\n' && byte != '\t';
-        plain += isControl || isLateControl || byte == 0x7F ? '?' : text[at];
-        at += isLateControl ? 1 : 0;
-    }
-    return plain;
-}
-
 } // namespace
 
 std::string programOf(std::string_view commandLine) {

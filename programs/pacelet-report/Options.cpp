@@ -54,7 +54,7 @@ std::int64_t parseCores(std::string_view text) {
 
 std::int64_t parseLooks(std::string_view text) {
     constexpr std::int64_t least = 2;
-    constexpr std::int64_t most = 10000;
+    constexpr std::int64_t most = 2000;
     const auto looks = parseInteger<std::int64_t>(text);
     if (!looks || *looks < least || *looks > most) {
         throw UsageError{

@@ -11,7 +11,18 @@ namespace {
 constexpr double leastScale = 0.5;
 constexpr double mostScale = 4;
 constexpr std::string_view usage =
-    "usage: pacelet-gallery DIR [--scale N] [--only PREFIX] [--scenario NAME]";
+    "usage: pacelet-gallery DIR [--scale N] [--only PREFIX] [--scenario NAME | --replay FILE]";
+
+/// The place for the value of an option; null for one that has none, or is none.
+std::string* textOf(std::string_view option, Arguments& arguments) {
+    if (option == "--only") {
+        return &arguments.only;
+    }
+    if (option == "--scenario") {
+        return &arguments.scenario;
+    }
+    return option == "--replay" ? &arguments.capture : nullptr;
+}
 
 } // namespace
 
@@ -19,13 +30,14 @@ std::variant<Arguments, Complaint> parse(std::span<const std::string_view> words
     Arguments arguments;
     for (std::size_t index = 0; index < words.size(); ++index) {
         const std::string_view word = words[index];
-        if (word == "--scale" || word == "--only" || word == "--scenario") {
+        std::string* const text = textOf(word, arguments);
+        if (word == "--scale" || text != nullptr) {
             if (index + 1 == words.size()) {
                 return Complaint{fmt::format("{} needs a value; {}", word, usage)};
             }
             const std::string_view value = words[++index];
-            if (word != "--scale") {
-                (word == "--only" ? arguments.only : arguments.scenario) = value;
+            if (text != nullptr) {
+                *text = value;
                 continue;
             }
             const auto scale = parseFloat(value);
@@ -44,6 +56,9 @@ std::variant<Arguments, Complaint> parse(std::span<const std::string_view> words
     }
     if (arguments.folder.empty()) {
         return Complaint{std::string{usage}};
+    }
+    if (!arguments.scenario.empty() && !arguments.capture.empty()) {
+        return Complaint{fmt::format("one machine is enough; {}", usage)};
     }
     return arguments;
 }

@@ -62,9 +62,9 @@ std::optional<QImage> Photographer::picture(const QString& resource) {
 }
 
 std::optional<QImage> picture(const Shot& shot) {
-    Session session{shot.scenario};
-    shot.drive(session);
-    Application& application = session.application();
+    const std::unique_ptr<Session> session = sessionOf(shot);
+    shot.drive(*session);
+    Application& application = session->application();
     QQuickWindow* const window = shot.window ? shot.window(application) : application.window();
     if (window == nullptr) {
         return std::nullopt;

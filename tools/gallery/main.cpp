@@ -70,7 +70,9 @@ void takeShots(Album& album, const std::vector<Shot>& shots) {
 
 bool takeAll(const Arguments& arguments) {
     Album album{arguments};
-    if (arguments.scenario.empty()) {
+    if (!arguments.capture.empty()) {
+        takeShots(album, pacelet::gallery::tourOfCapture(arguments.capture));
+    } else if (arguments.scenario.empty()) {
         takePages(album);
         takeShots(album, pacelet::gallery::allShots());
     } else {

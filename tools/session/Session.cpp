@@ -46,6 +46,16 @@ Session::Session(std::unique_ptr<Simulated::SimulatedMac> mac,
     Platform platform = mac_->platform();
     platform.system = system;
     platform.browserExtension = extension;
+    start(platform, std::move(catalog));
+}
+
+Session::Session(Recorded::Capture capture)
+    : replay_{std::make_unique<Recorded::Replay>(std::move(capture))},
+      scheduler_{replay_->platform().clock, [this](Seconds span) { replay_->advance(span); }} {
+    start(replay_->platform(), bundledCatalog());
+}
+
+void Session::start(const Platform& platform, std::optional<ProcessCatalog> catalog) {
     application_ = std::make_unique<Application>(platform, scheduler_, std::move(catalog));
     application_->preferences().setOnboarded(true);
     application_->setWishes({.reducedMotion = true});

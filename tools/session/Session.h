@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Hosts/Recorded/TapedMachine.h"
 #include "Hosts/Simulated/SimulatedMac.h"
 #include "PaceletApp/Application/Application.h"
 #include "PaceletApp/Scheduler/VirtualScheduler.h"
@@ -13,9 +14,9 @@
 
 namespace pacelet {
 
-/// The whole program on a simulated Mac, in virtual time: nothing passes but in `pass`. It has been
-/// started before, so that no first-run sheet is due, and measures from the first `pass` on. What
-/// moves arrives at once.
+/// The whole program on a simulated Mac or a captured machine, in virtual time: nothing passes but
+/// in `pass`. It has been started before, so that no first-run sheet is due, and measures from the
+/// first `pass` on. What moves arrives at once.
 class Session {
 public:
     /// Throws `std::invalid_argument` when there is no such scenario.
@@ -24,6 +25,9 @@ public:
     /// the same, and speaks of itself in that one's words; its browsers may need an extension then.
     Session(std::unique_ptr<Simulated::SimulatedMac> mac, std::optional<ProcessCatalog> catalog,
             OperatingSystem system = OperatingSystem::macOS, BrowserExtension* extension = nullptr);
+
+    /// On a captured machine, which has no `mac`.
+    explicit Session(Recorded::Capture capture);
 
     /// The catalog that stands beside the running program.
     static std::optional<ProcessCatalog> bundledCatalog();
@@ -39,7 +43,10 @@ public:
     void pass(double seconds);
 
 private:
+    void start(const Platform& platform, std::optional<ProcessCatalog> catalog);
+
     std::unique_ptr<Simulated::SimulatedMac> mac_;
+    std::unique_ptr<Recorded::Replay> replay_;
     VirtualScheduler scheduler_;
     std::unique_ptr<Application> application_;
 };

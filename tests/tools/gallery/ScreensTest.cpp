@@ -69,9 +69,9 @@ void expectHeard(QQuickWindow& window) {
 TEST(Screens, areReadWholeAndHeardWhole) {
     for (const Shot& shot : allShots()) {
         SCOPED_TRACE(shot.name);
-        Session session{shot.scenario};
-        shot.drive(session);
-        Application& application = session.application();
+        const std::unique_ptr<Session> session = sessionOf(shot);
+        shot.drive(*session);
+        Application& application = session->application();
         QQuickWindow* const window = shot.window ? shot.window(application) : application.window();
         ASSERT_NE(window, nullptr);
         for (const int width : {1000, 1200, 1600}) {
@@ -79,7 +79,7 @@ TEST(Screens, areReadWholeAndHeardWhole) {
             if (!shot.size.isEmpty()) {
                 window->resize(width, shot.size.height());
             }
-            session.pass(0);
+            session->pass(0);
             if (!shot.boundless) {
                 expectWhole(*window);
             }
@@ -103,10 +103,14 @@ TEST(Words, areNoMacsWhereTheMachineIsNone) {
     };
     for (const Shot& shot : allShots()) {
         SCOPED_TRACE(shot.name);
-        Session session{Simulated::makeScenario(shot.scenario, 1), Session::bundledCatalog(),
-                        OperatingSystem::linuxDesktop};
-        shot.drive(session);
-        Application& application = session.application();
+        const std::unique_ptr<Session> session =
+            shot.capture.empty()
+                ? std::make_unique<Session>(Simulated::makeScenario(shot.scenario, 1),
+                                            Session::bundledCatalog(),
+                                            OperatingSystem::linuxDesktop)
+                : sessionOf(shot);
+        shot.drive(*session);
+        Application& application = session->application();
         QQuickWindow* const window = shot.window ? shot.window(application) : application.window();
         ASSERT_NE(window, nullptr);
         forEachText(*window->contentItem(),

@@ -10,6 +10,17 @@ void pressQuit(Session& session) {
     session.pass(0);
 }
 
+/// It has cooled down a while ago.
+void coolDown(Session& session) {
+    const auto setHeat = [&](int state) {
+        session.mac().machine.lock()->vitals.thermalState = state;
+    };
+    setHeat(2);
+    watching(Screen::overview, 720)(session);
+    setHeat(0);
+    session.pass(300);
+}
+
 /// A command that someone named without mercy.
 void burnWithALongName(Session& session) {
     {
@@ -36,6 +47,8 @@ std::vector<Shot> overviewShots() {
         {"overview-hot", "hot", watching(Screen::overview, 60)},
         {"overview-tabs", "chrome-tabs", watching(Screen::overview, 60)},
         {"overview-disk", "full-disk", watching(Screen::overview)},
+        {"overview-earlier", "quiet", coolDown},
+        {"overview-earlier-narrow", "quiet", coolDown, leastSize},
         {"overview-paused", "quiet",
          [](Session& session) {
              watching(Screen::overview)(session);

@@ -18,10 +18,17 @@ constexpr std::vector<Shot> (*shotsOfScreens[])() = {
     browserShots,
     settingsShots,
     panelShots,
+    capturedShots,
 };
 // clang-format on
 
 } // namespace
+
+std::unique_ptr<Session> sessionOf(const Shot& shot) {
+    return shot.capture.empty()
+               ? std::make_unique<Session>(shot.scenario)
+               : std::make_unique<Session>(Recorded::CaptureFile::read(shot.capture));
+}
 
 std::function<void(Session&)> watching(Screen screen, double seconds) {
     return [screen, seconds](Session& session) {
@@ -69,6 +76,17 @@ std::vector<Shot> tour(const std::string& scenario) {
         shots.push_back({.name = fmt::format("{}-{}", screen.rawValue, scenario),
                          .scenario = scenario,
                          .drive = watching(screen.value)});
+    }
+    return shots;
+}
+
+std::vector<Shot> tourOfCapture(const std::string& file) {
+    std::vector<Shot> shots;
+    for (const ScreenRow& screen : screens) {
+        shots.push_back({.name = fmt::format("{}-captured", screen.rawValue),
+                         .scenario = {},
+                         .drive = watching(screen.value, 20),
+                         .capture = file});
     }
     return shots;
 }

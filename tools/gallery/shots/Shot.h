@@ -5,6 +5,7 @@
 #include <QSize>
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -24,7 +25,11 @@ struct Shot {
     std::function<QQuickWindow*(Application&)> window = {};
     /// Shows names and figures that no window can hold.
     bool boundless = false;
+    std::string capture = {}; ///< the file of a captured machine, in place of a scenario
 };
+
+/// The program on the machine of a picture. Throws `Recorded::CaptureError`.
+std::unique_ptr<Session> sessionOf(const Shot& shot);
 
 /// Opens a screen and lets enough time pass for the figures to settle.
 std::function<void(Session&)> watching(Screen screen, double seconds = 30);
@@ -41,11 +46,15 @@ std::vector<Shot> usageShots();
 std::vector<Shot> browserShots();
 std::vector<Shot> settingsShots();
 std::vector<Shot> panelShots();
+std::vector<Shot> capturedShots();
 
 /// All of the above.
 std::vector<Shot> allShots();
 
 /// Every screen on one simulated Mac.
 std::vector<Shot> tour(const std::string& scenario);
+
+/// Every screen on the machine of a capture's file.
+std::vector<Shot> tourOfCapture(const std::string& file);
 
 } // namespace pacelet::gallery

@@ -169,7 +169,7 @@ std::vector<Shot> usageShots() {
         atTheCauses(month("usage-causes", "quiet", calm, 0)),
         month("usage-causes-page", "quiet", driven, 2, {1600, 1500}),
         month("usage-causes-narrow", "chrome-tabs", driven, 0, {1000, 1500}),
-        pointingAt(month("usage-causes-bar", "chrome-tabs", driven, 1, {1200, 1500}), {380, 800}),
+        pointingAt(month("usage-causes-bar", "chrome-tabs", driven, 1, {1200, 1500}), {400, 930}),
         pointingAt(month("usage-tip", "chrome-tabs", calm, 1), {380, 800}),
         {"usage-long-narrow", "virtual-machine", runMonster, {1000, 1180}, {}, true},
         {"usage-intel", "intel-history", watching(Screen::usage, 600), wholePage},
