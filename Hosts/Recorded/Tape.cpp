@@ -20,20 +20,26 @@ void Tape::followRealTime() {
     followsSince_ = std::chrono::steady_clock::now();
 }
 
+void Tape::pass(Seconds span) {
+    const std::lock_guard lock{mutex_};
+    passed_ += span;
+}
+
 Capture Tape::capture() {
     const std::lock_guard lock{mutex_};
     return capture_;
 }
 
 Seconds Tape::elapsed() const {
-    return followsSince_ ? Seconds{std::chrono::steady_clock::now() - *followsSince_} : Seconds{};
+    return followsSince_ ? Seconds{std::chrono::steady_clock::now() - *followsSince_} : passed_;
 }
 
 std::size_t Tape::lookOnShow() const {
-    if (!followsSince_) {
+    const Seconds since = elapsed();
+    if (since == Seconds::zero()) {
         return look_;
     }
-    const double now = capture_.looks[look_].monotonic + elapsed().count();
+    const double now = capture_.looks[look_].monotonic + since.count();
     const auto next = std::ranges::upper_bound(capture_.looks, now, {}, &Moment::monotonic);
     const auto passed = static_cast<std::size_t>(next - capture_.looks.begin());
     return std::max(look_, passed - 1);

@@ -34,11 +34,14 @@ public:
     /// While replaying: looks follow each other as they did, from the one on show.
     void followRealTime();
 
+    /// While replaying: lets time pass, in which looks follow each other as they did.
+    void pass(Seconds span);
+
     /// All that was recorded.
     Capture capture();
 
     TimePoint now() override;
-    /// Goes on between the looks when it follows real time.
+    /// Goes on between the looks as time passes.
     MonotonicTime monotonicNow() override;
 
     /// While recording: the text without whom it tells of, as calls are kept under it.
@@ -75,6 +78,7 @@ private:
     std::unordered_map<std::string, std::uint32_t> askedIn_; ///< the last look, by call
     std::size_t look_ = 0;
     std::optional<std::chrono::steady_clock::time_point> followsSince_;
+    Seconds passed_{}; ///< since `look_`
 };
 
 } // namespace pacelet::Recorded

@@ -70,6 +70,8 @@ public:
     void show(std::size_t look) { tape_.show(look); }
     /// Looks follow each other as they did.
     void followRealTime() { tape_.followRealTime(); }
+    /// The same for as long as this.
+    void pass(Seconds span) { tape_.pass(span); }
 
 private:
     class NoLoginItems : public LoginItems {

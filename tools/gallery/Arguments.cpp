@@ -11,7 +11,7 @@ namespace {
 constexpr double leastScale = 0.5;
 constexpr double mostScale = 4;
 constexpr std::string_view usage =
-    "usage: pacelet-gallery DIR [--scale N] [--only PREFIX] [--scenario NAME]";
+    "usage: pacelet-gallery DIR [--scale N] [--only PREFIX] [--scenario NAME | --scenario FILE]";
 
 } // namespace
 

@@ -11,7 +11,8 @@ struct Arguments {
     std::string folder;   ///< where the pictures go
     double scale = 1;     ///< device pixels a point
     std::string only;     ///< pictures whose name begins with this; all when empty
-    std::string scenario; ///< every screen on this simulated Mac; empty for the standing set
+    std::string scenario; ///< every screen on this simulated Mac, or on the machine of this file;
+                          ///< empty for the standing set
 };
 
 /// A line for the user.

@@ -101,6 +101,9 @@ int main(int argc, char** argv) {
     pacelet::installFonts();
     try {
         return takeAll(arguments) ? 0 : 1;
+    } catch (const pacelet::Recorded::CaptureError& error) {
+        fmt::print(stderr, "pacelet-gallery: {} {}\n", arguments.scenario, error.what());
+        return 1;
     } catch (const std::exception& error) {
         fmt::print(stderr, "pacelet-gallery: {}\n", error.what());
         return 1;

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <filesystem>
 #include <iterator>
 
 namespace pacelet::gallery {
@@ -65,10 +66,14 @@ std::vector<Shot> allShots() {
 
 std::vector<Shot> tour(const std::string& scenario) {
     std::vector<Shot> shots;
+    const std::string name = std::filesystem::path{scenario}.stem().string();
     for (const ScreenRow& screen : screens) {
-        shots.push_back({.name = fmt::format("{}-{}", screen.rawValue, scenario),
+        shots.push_back({.name = fmt::format("{}-{}", screen.rawValue, name),
                          .scenario = scenario,
-                         .drive = watching(screen.value)});
+                         .drive = [screen = screen.value](Session& session) {
+                             session.pass(6);
+                             watching(screen, 18)(session);
+                         }});
     }
     return shots;
 }

@@ -16,7 +16,7 @@ inline constexpr QSize leastSize{1000, 700};
 /// A picture of the running program.
 struct Shot {
     std::string name;     ///< of the file, without its end: "overview-quiet"
-    std::string scenario; ///< the simulated Mac
+    std::string scenario; ///< the simulated Mac, or the file of a captured machine
     /// Brings the program to what the picture is of, with the main window open.
     std::function<void(Session&)> drive;
     QSize size{1200, 860};
@@ -45,7 +45,7 @@ std::vector<Shot> panelShots();
 /// All of the above.
 std::vector<Shot> allShots();
 
-/// Every screen on one simulated Mac.
+/// Every screen on one simulated Mac or captured machine.
 std::vector<Shot> tour(const std::string& scenario);
 
 } // namespace pacelet::gallery
