@@ -3,6 +3,8 @@
 // three can be compared on a machine that is busy with other things too.
 
 #include "Hosts/Linux/LinuxHost.h"
+#include "Hosts/Linux/Proc/Footprints.h"
+#include "Hosts/Linux/Proc/HeldMemory.h"
 #include "Hosts/Posix/Shell.h"
 
 #include <algorithm>
@@ -168,14 +170,36 @@ BENCHMARK(bareLoopOverProc)->Apply(counts);
 BENCHMARK(oursFirstText)->Apply(counts);
 BENCHMARK(spawnedPS)->Apply(counts);
 
+std::vector<std::int32_t> allProcesses() {
+    std::vector<std::int32_t> pids;
+    ReadBuffer buffer;
+    FolderReader{"/proc"}.listNumbers(pids, buffer);
+    return pids;
+}
+
+/// What every tick asks.
 void footprints(benchmark::State& state) {
     LinuxHost host;
-    const std::int32_t pid = ::getpid();
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(host.kernel().physFootprint(pid));
-    }
+    measure(state, [&] {
+        const auto pids = allProcesses();
+        for (const std::int32_t pid : pids) {
+            benchmark::DoNotOptimize(host.kernel().physFootprint(pid));
+        }
+        return pids.size();
+    });
 }
-BENCHMARK(footprints);
+
+/// What the background does after the machine's shared memory has moved.
+void heldMemory(benchmark::State& state) {
+    const FolderReader proc{"/proc"};
+    measure(state, [&] {
+        benchmark::DoNotOptimize(readHeldMemory(proc, Footprints::largeBytes));
+        return allProcesses().size();
+    });
+}
+
+BENCHMARK(footprints)->Apply(counts);
+BENCHMARK(heldMemory)->Apply(counts);
 
 } // namespace
 } // namespace pacelet::Linux

@@ -59,6 +59,7 @@ int runInDesktop(Linux::ChosenDisplay display, bool isHidden, int argc, char** a
     settings.postToUI = postToUI;
     settings.runtimeFolder = Linux::BridgeWire::standardFolder();
     Linux::LinuxHost host{settings};
+    host.renewUserFiles();
     return program.run(host.platform(),
                        {&instance,
                         [folder = settings.configFolder] { return Linux::wishesOfDesktop(folder); },

@@ -4,8 +4,10 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 album=$(mktemp -d)
 trap 'rm -rf "$album"' EXIT
+machine=tools/gallery/machines/linux-desktop
+build/release/bin/pacelet-gallery "$album" --replay "$machine"
 while read -r shot name; do
-    build/release/bin/pacelet-gallery "$album" --only "$shot"
+    [ -f "$album/$shot.png" ] || build/release/bin/pacelet-gallery "$album" --only "$shot"
     cp "$album/$shot.png" "docs/pictures/$name.png"
 done <<'LIST'
 overview-tabs overview
@@ -19,4 +21,8 @@ background-items background-items
 onboarding onboarding
 settings settings
 panel-struggling panel
+overview-captured linux-overview
+processes-captured linux-processes
+backgroundItems-captured linux-background-items
+usage-captured linux-usage
 LIST

@@ -23,9 +23,21 @@ DesktopWorkspace::Settings workspaceSettings(const LinuxSettings& settings) {
         const X11::Connection connection{display};
         return connection && X11::requestClose(connection, pids);
     };
-    return {settings.procFolder, settings.places,
-            IconPlaces::from(settings.places, settings.configFolder), closeWindows,
-            settings.postToUI};
+    const auto hasWindows = [display = settings.display](const std::vector<std::int32_t>& pids) {
+        const X11::Connection connection{display};
+        return connection && X11::canRequestClose(connection, pids);
+    };
+    const auto overBus = [places = settings.places](const AppInstance& app,
+                                                    const std::vector<std::int32_t>& pids,
+                                                    Asking asking) {
+        return quitOverBus(app.bundleIdentifier, pids, places, asking);
+    };
+    return {settings.procFolder,
+            settings.places,
+            IconPlaces::from(settings.places, settings.configFolder),
+            closeWindows,
+            settings.postToUI,
+            {hasWindows, overBus}};
 }
 
 ExtensionRegistry::Settings registrySettings(const LinuxSettings& settings) {

@@ -47,6 +47,9 @@ public:
     /// "Library"; the folder of application data is that of XDG_DATA_HOME.
     Platform platform();
 
+    /// Brings what an earlier version has left in the user's folders into today's form.
+    void renewUserFiles() { loginItems_.renew(); }
+
     /// Ends what would go on for long: to be called when the program ends. Any thread.
     void stopLongTools() {
         networkQuality_.stop();

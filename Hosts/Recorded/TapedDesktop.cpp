@@ -18,6 +18,7 @@ public:
     std::optional<std::string> executablePath() const override { return facts_.executablePath; }
     ActivationPolicy activationPolicy() const override { return facts_.policy; }
     bool isTerminated() const override { return live_ && live_->isTerminated(); }
+    bool canBeAsked() const override { return !live_ || live_->canBeAsked(); }
     bool terminate() override { return live_ && live_->terminate(); }
     bool forceTerminate() override { return live_ && live_->forceTerminate(); }
 

@@ -17,6 +17,7 @@ public:
     std::optional<std::string> executable;
     ActivationPolicy policy = ActivationPolicy::regular;
     bool terminated = false;
+    bool canAnswer = true;
     int terminateCalls = 0;
     int forceTerminateCalls = 0;
 
@@ -25,6 +26,7 @@ public:
     std::optional<std::string> executablePath() const override { return executable; }
     ActivationPolicy activationPolicy() const override { return policy; }
     bool isTerminated() const override { return terminated; }
+    bool canBeAsked() const override { return canAnswer; }
     bool terminate() override { return ++terminateCalls > 0; }
     bool forceTerminate() override { return ++forceTerminateCalls > 0; }
 };
@@ -33,6 +35,7 @@ public:
 class FakeWorkspace : public Workspace {
 public:
     std::vector<std::shared_ptr<FakeApplication>> applications;
+    bool restartAsks = true;
 
     /// Adds a running copy of the bundle, with its main executable in the usual place.
     FakeApplication& launch(const std::string& bundle, const std::string& name) {
@@ -46,6 +49,7 @@ public:
         return {applications.begin(), applications.end()};
     }
     bool isRunning(const std::string&) override { return false; }
+    bool asksBeforeRestart() override { return restartAsks; }
     bool openURL(const std::string&) override { return false; }
     std::optional<std::string> applicationPath(const std::string&) override { return {}; }
     void openApplication(const std::string&) override {}

@@ -52,7 +52,14 @@ Session::Session(std::unique_ptr<Simulated::SimulatedMac> mac,
 Session::Session(Recorded::Capture capture)
     : replay_{std::make_unique<Recorded::Replay>(std::move(capture))},
       scheduler_{replay_->platform().clock, [this](Seconds span) { replay_->advance(span); }} {
-    start(replay_->platform(), bundledCatalog());
+    drawAtOnce();
+    const Platform machine = replay_->platform();
+    tiledWorkspace_ = std::make_unique<TiledWorkspace>(machine.workspace);
+    start({machine.clock, machine.tools, machine.kernel, *tiledWorkspace_, machine.networkLink,
+           machine.windowServer, machine.loginItems, machine.preferences, machine.log, machine.home,
+           machine.root, machine.applicationSupport, machine.system, machine.knowledge,
+           machine.backgroundItems, machine.browserExtension, machine.abilities},
+          bundledCatalog());
 }
 
 void Session::start(const Platform& platform, std::optional<ProcessCatalog> catalog) {

@@ -4,6 +4,7 @@
 #include "Hosts/Simulated/SimulatedMac.h"
 #include "PaceletApp/Application/Application.h"
 #include "PaceletApp/Scheduler/VirtualScheduler.h"
+#include "tools/session/TiledWorkspace.h"
 
 #include <QString>
 
@@ -47,6 +48,7 @@ private:
 
     std::unique_ptr<Simulated::SimulatedMac> mac_;
     std::unique_ptr<Recorded::Replay> replay_;
+    std::unique_ptr<TiledWorkspace> tiledWorkspace_;
     VirtualScheduler scheduler_;
     std::unique_ptr<Application> application_;
 };

@@ -22,17 +22,6 @@ std::optional<char> hexByte(std::string_view digits) {
     return static_cast<char>(static_cast<unsigned char>(value));
 }
 
-/// A unit's name as it was before systemd escaped it, `\x2d` for a hyphen and so on.
-std::string unescapedUnit(std::string_view escaped) {
-    std::string name;
-    while (!escaped.empty()) {
-        const auto byte = escaped.starts_with("\\x") ? hexByte(escaped.substr(2, 2)) : std::nullopt;
-        name += byte.value_or(escaped.front());
-        escaped.remove_prefix(byte ? 4 : 1);
-    }
-    return name;
-}
-
 /// The unit that a process runs in: the innermost scope or service on the way.
 std::string_view innermostUnit(std::string_view path) {
     while (!path.empty()) {
@@ -87,6 +76,16 @@ void addReadings(std::string_view id, std::vector<std::string>& ids) {
 }
 
 } // namespace
+
+std::string unescapedUnit(std::string_view escaped) {
+    std::string name;
+    while (!escaped.empty()) {
+        const auto byte = escaped.starts_with("\\x") ? hexByte(escaped.substr(2, 2)) : std::nullopt;
+        name += byte.value_or(escaped.front());
+        escaped.remove_prefix(byte ? 4 : 1);
+    }
+    return name;
+}
 
 std::vector<std::string> appScopeIDs(std::string_view cgroup) {
     constexpr std::string_view appPrefix = "app-";

@@ -13,6 +13,9 @@ namespace pacelet::Linux {
 /// the id: hence more than one reading.
 std::vector<std::string> appScopeIDs(std::string_view cgroup);
 
+/// A unit's name as it was before systemd escaped it, `\x2d` for a hyphen and so on.
+std::string unescapedUnit(std::string_view escaped);
+
 /// The service in `/proc/<pid>/cgroup`, without its ending; empty for a process in none.
 std::string_view serviceUnit(std::string_view cgroup);
 

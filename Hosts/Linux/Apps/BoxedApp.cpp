@@ -2,6 +2,7 @@
 
 #include "Core/Support/Files.h"
 #include "Core/Support/Text.h"
+#include "Hosts/Linux/Apps/AppScope.h"
 #include "Hosts/Linux/Apps/DesktopEntry.h"
 
 #include <algorithm>
@@ -65,7 +66,12 @@ bool isContainerID(std::string_view text) {
 std::optional<BoxedApp> container(std::string_view parent, std::string_view group) {
     constexpr std::array<std::string_view, 4> idPrefixes{"docker-", "libpod-", "cri-containerd-",
                                                          "crio-"};
-    constexpr std::array<std::string_view, 2> namePrefixes{"lxc.payload.", "machine-"};
+    struct Named {
+        std::string_view prefix;
+        std::string_view ending;
+    };
+    constexpr std::array<Named, 3> named{Named{"lxc.payload.", ""}, Named{"machine-", ".scope"},
+                                         Named{"systemd-nspawn@", ".service"}};
     constexpr std::string_view scope = ".scope";
     constexpr std::size_t shownLength = 12;
     std::string_view name = group;
@@ -84,9 +90,11 @@ std::optional<BoxedApp> container(std::string_view parent, std::string_view grou
         const std::string shown{id.substr(0, shownLength)};
         return boxNamed(BoxKind::container, "container:" + shown, "Container " + shown);
     }
-    for (const std::string_view prefix : namePrefixes) {
-        if (name.starts_with(prefix) && name.size() > prefix.size()) {
-            const std::string shown{name.substr(prefix.size())};
+    for (const auto& [prefix, ending] : named) {
+        const std::size_t around = prefix.size() + ending.size();
+        if (group.starts_with(prefix) && group.ends_with(ending) && group.size() > around) {
+            const std::string shown =
+                unescapedUnit(group.substr(prefix.size(), group.size() - around));
             return boxNamed(BoxKind::container, "container:" + shown, "Container " + shown);
         }
     }

@@ -63,7 +63,8 @@ void assign(DesktopEntry& entry, std::string_view key, std::string_view value) {
     }
     for (const ListKey& names : {ListKey{"Categories", &DesktopEntry::categories},
                                  ListKey{"OnlyShowIn", &DesktopEntry::onlyShowIn},
-                                 ListKey{"NotShowIn", &DesktopEntry::notShowIn}}) {
+                                 ListKey{"NotShowIn", &DesktopEntry::notShowIn},
+                                 ListKey{"Actions", &DesktopEntry::actions}}) {
         if (names.name == key) {
             entry.*names.field = list(value);
         }

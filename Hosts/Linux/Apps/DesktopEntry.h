@@ -24,6 +24,7 @@ struct DesktopEntry {
     std::vector<std::string> categories;
     std::vector<std::string> onlyShowIn; ///< desktops that show it; empty: all
     std::vector<std::string> notShowIn;
+    std::vector<std::string> actions; ///< that the menu offers beside starting it
 
     bool operator==(const DesktopEntry&) const = default;
 };

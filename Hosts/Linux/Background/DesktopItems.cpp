@@ -106,18 +106,18 @@ void DesktopItems::addAutostartFolder(const std::string& folder, ItemScope scope
 
 void DesktopItems::addUnits(const UnitFolders& folders, std::vector<Found>& found) {
     for (const EnabledUnit& unit : enabledUnits(folders, units_)) {
-        const UnitFile& acting = unit.started != nullptr ? *unit.started : *unit.file;
+        const UnitFile& acting = unit.started ? *unit.started : unit.file;
         Found& each = found.emplace_back();
         each.program = resolvedProgram(acting.program);
         each.item.label = repairedUTF8(unit.name);
         each.item.source = unit.path;
         each.item.scope = unit.scope;
         each.item.runAtLoad = unit.name.ends_with(".service");
-        each.item.keepAlive = acting.isRestarted;
+        each.item.keepAlive = acting.isRestarted.value_or(false);
         ProgramFacts& facts = each.item.facts.emplace();
         facts.role = roleOf(unit.scope);
         facts.unit = repairedUTF8(std::string{withoutExtension(unit.name)});
-        facts.unitDescription = repairedUTF8(filledIn(unit.file->description, unit.name));
+        facts.unitDescription = repairedUTF8(filledIn(unit.file.description, unit.name));
     }
 }
 

@@ -47,8 +47,8 @@ DesktopWorkspace::DesktopWorkspace(Settings settings, PSTool& processes)
 std::vector<std::shared_ptr<RunningApplication>> DesktopWorkspace::runningApplications() {
     std::vector<std::shared_ptr<RunningApplication>> copies;
     for (AppInstance& instance : appInstances(processes_.appProcesses(::getuid()))) {
-        copies.push_back(
-            std::make_shared<RunningCopy>(std::move(instance), proc_, settings_.closeWindows));
+        copies.push_back(std::make_shared<RunningCopy>(
+            std::move(instance), proc_, settings_.closeWindows, settings_.askingWays));
     }
     return copies;
 }

@@ -25,6 +25,7 @@ public:
         IconPlaces icons;
         WindowCloser closeWindows;
         PostToUI postToUI; ///< without it sleep and wake are not told
+        AskingWays askingWays{};
     };
 
     /// `processes` must outlive it.

@@ -17,6 +17,9 @@ constexpr std::size_t mostIndexBytes = 1 << 20;
 /// A chain of themes is three or four long.
 constexpr std::size_t mostThemes = 16;
 constexpr std::array<std::string_view, 2> endings{".png", ".svg"};
+/// The one that every application may count on, and those that the large desktops use when nobody
+/// has chosen another: entries name icons that stand in these alone.
+constexpr std::array commonThemes{"hicolor", "Adwaita", "breeze"};
 
 bool isFile(const std::string& path) {
     std::error_code error;
@@ -103,11 +106,16 @@ std::optional<std::string> iconInThemes(const IconPlaces& places, std::string_vi
             }
         }
     }
-    if (std::find(chain.begin(), chain.end(), "hicolor") != chain.end()) {
-        return std::nullopt;
+    for (const char* const common : commonThemes) {
+        if (std::find(chain.begin(), chain.end(), common) != chain.end()) {
+            continue;
+        }
+        IconTheme theme = readTheme(places, common);
+        if (auto icon = iconInTheme(places, common, theme, name, size)) {
+            return icon;
+        }
     }
-    IconTheme common = readTheme(places, "hicolor");
-    return iconInTheme(places, "hicolor", common, name, size);
+    return std::nullopt;
 }
 
 } // namespace

@@ -20,8 +20,9 @@ struct IconPlaces {
 };
 
 /// The file of the icon `name`, about `size` pixels wide: an absolute path as it stands; else from
-/// the theme in use, the themes that it builds upon, "hicolor", and at last from the loose icons.
-/// Within a theme the folder nearest in size counts. Only PNG and SVG. Nothing when there is none.
+/// the theme in use, the themes that it builds upon, "hicolor", the large desktops' own themes, and
+/// at last from the loose icons. Within a theme the folder nearest in size counts. Nothing when
+/// there is no PNG and no SVG.
 std::optional<std::string> findIcon(const IconPlaces& places, std::string_view name, int size);
 
 } // namespace pacelet::Linux

@@ -7,10 +7,11 @@
 namespace pacelet::Linux {
 
 RunningCopy::RunningCopy(AppInstance instance, std::shared_ptr<const FolderReader> proc,
-                         WindowCloser closeWindows)
+                         WindowCloser closeWindows, AskingWays ways)
     : instance_{std::move(instance)},
       proc_{std::move(proc)},
-      closeWindows_{std::move(closeWindows)} {
+      closeWindows_{std::move(closeWindows)},
+      ways_{std::move(ways)} {
     leaders_.reserve(instance_.leaders.size());
     for (const ProcessIdentity& leader : instance_.leaders) {
         leaders_.emplace_back(proc_, leader);
@@ -22,7 +23,7 @@ bool RunningCopy::isTerminated() const {
                        [](const ProcessHandle& leader) { return leader.hasEnded(); });
 }
 
-bool RunningCopy::terminate() {
+std::vector<std::int32_t> RunningCopy::livingProcesses() const {
     // A window tells no more than a pid, so each process is looked at once more.
     std::vector<std::int32_t> pids;
     for (const auto* identities : {&instance_.leaders, &instance_.helpers}) {
@@ -32,7 +33,20 @@ bool RunningCopy::terminate() {
             }
         }
     }
-    if (!isTerminated() && closeWindows_(pids)) {
+    return pids;
+}
+
+bool RunningCopy::canBeAsked() const {
+    const std::vector<std::int32_t> pids = livingProcesses();
+    // Who has gone loses nothing.
+    return isTerminated() || (ways_.hasWindows && ways_.hasWindows(pids)) ||
+           (ways_.overBus && ways_.overBus(instance_, pids, Asking::look));
+}
+
+bool RunningCopy::terminate() {
+    const std::vector<std::int32_t> pids = livingProcesses();
+    if (!isTerminated() &&
+        (closeWindows_(pids) || (ways_.overBus && ways_.overBus(instance_, pids, Asking::send)))) {
         return true;
     }
     bool isSent = false;

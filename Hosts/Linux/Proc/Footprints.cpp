@@ -29,6 +29,11 @@ constexpr double restAfterSample = 4;
 constexpr double restBetweenSamplesOfOne = 200;
 constexpr double restBetweenLooksForHeld = 2000; ///< they go through every process
 
+/// What those who ask may spend on samples: at once, and of the time that passes.
+constexpr Seconds mostAtOnce{0.12};
+constexpr double shareOfTime = 0.01;
+constexpr double sampledPerSecond = 4e9; ///< bytes in pages that the kernel goes through, about
+
 /// Longer than the longest time between two ticks.
 constexpr Seconds unaskedAge{150};
 
@@ -55,6 +60,11 @@ Seconds threadTime() {
 
 } // namespace
 
+Footprints::Footprints(const FolderReader& proc, Clock& clock)
+    : proc_{proc},
+      clock_{clock},
+      allowance_{mostAtOnce} {}
+
 Footprints::~Footprints() {
     {
         const std::lock_guard lock{mutex_};
@@ -75,17 +85,28 @@ std::optional<std::int64_t> Footprints::of(std::int32_t pid) {
     }
     const std::int64_t alone = now->anonymous + now->swapped;
     const Seconds uptime = clock_.monotonicNow().time_since_epoch();
-    const std::lock_guard lock{mutex_};
+    std::unique_lock lock{mutex_};
     if (mayHoldMore(uptime)) {
         mustLookForHeld_ = true;
         wakeWorker();
     }
     const std::int64_t held = heldBy(pid);
-    const auto found = samples_.find(pid);
-    if (found == samples_.end()) {
-        if (now->total() >= largeBytes) {
+    auto found = samples_.find(pid);
+    if (found == samples_.end() && now->total() >= largeBytes) {
+        const Seconds likelyCost{static_cast<double>(now->total()) / sampledPerSecond};
+        if (mayAfford(likelyCost, uptime)) {
+            lock.unlock();
+            auto sample = take(pid);
+            lock.lock();
+            if (sample) {
+                allowance_ += likelyCost - sample->cost;
+                found = keep(pid, *std::move(sample));
+            }
+        } else {
             wish(pid, now->total());
         }
+    }
+    if (found == samples_.end()) {
         return alone + held;
     }
     Sample& sample = found->second;
@@ -145,6 +166,17 @@ void Footprints::lookForHeld() {
     heldCost_ = cost;
 }
 
+/// Takes the cost off the allowance if there is enough of it.
+bool Footprints::mayAfford(Seconds cost, Seconds uptime) {
+    allowance_ = std::min(mostAtOnce, allowance_ + (uptime - allowedAt_) * shareOfTime);
+    allowedAt_ = uptime;
+    if (cost > allowance_ || samples_.size() + wishes_.size() >= mostSamples) {
+        return false;
+    }
+    allowance_ -= cost;
+    return true;
+}
+
 bool Footprints::isDue(const Sample& sample, const ProcessMemory& now, Seconds uptime) {
     const Seconds age = uptime - sample.takenAt;
     const Seconds rest = sample.cost * restBetweenSamplesOfOne;
@@ -176,7 +208,9 @@ void Footprints::work() {
         if (isEnding_) {
             return;
         }
-        if (std::exchange(mustLookForHeld_, false)) {
+        // Who is sampled first is right first; who holds memory unmapped is rare.
+        if (wishes_.empty()) {
+            mustLookForHeld_ = false;
             lock.unlock();
             lookForHeld();
             lock.lock();
@@ -198,14 +232,14 @@ void Footprints::work() {
     }
 }
 
-void Footprints::keep(std::int32_t pid, Sample sample) {
+Footprints::Samples::iterator Footprints::keep(std::int32_t pid, Sample sample) {
     const bool isFirst = !samples_.contains(pid);
     const bool hasInCommon = sample.bytes < sample.then.total() - sample.then.total() / 8;
     const auto parent = samples_.find(sample.parent);
     if (isFirst && hasInCommon && parent != samples_.end()) {
         parent->second.isDoubtful = true;
     }
-    samples_.insert_or_assign(pid, std::move(sample));
+    return samples_.insert_or_assign(pid, std::move(sample)).first;
 }
 
 std::optional<Footprints::Sample> Footprints::take(std::int32_t pid) const {

@@ -18,21 +18,20 @@ namespace pacelet::Linux {
 /// everybody who has it, which makes a browser with many helpers half as large again as it is. How
 /// the pages of a large process are shared is therefore sampled now and then, by a thread of its
 /// own since the kernel goes through all of them for it; between two samples the cheap counters
-/// tell what has changed. Small processes count as the cheap counters have them, without shared
-/// mappings. When the machine's shared memory has moved, the same thread looks for files in memory
-/// that are held without being mapped. Safe from any thread.
+/// tell what has changed. So that the first answer is true, too, whoever asks takes the first
+/// sample of a process on the spot, within narrow bounds. Small processes count as the cheap
+/// counters have them, without shared mappings. When the machine's shared memory has moved, the
+/// same thread looks for files in memory that are held without being mapped. Safe from any thread.
 class Footprints {
 public:
     /// Both must outlive it.
-    Footprints(const FolderReader& proc, Clock& clock)
-        : proc_{proc},
-          clock_{clock} {}
+    Footprints(const FolderReader& proc, Clock& clock);
     Footprints(const Footprints&) = delete;
     Footprints& operator=(const Footprints&) = delete;
     ~Footprints();
 
     /// In bytes; nothing for a process that has gone, may not be asked or has no memory of its own.
-    /// A large process that was never sampled is so soon afterwards.
+    /// A large process that was never sampled is so now or soon afterwards.
     std::optional<std::int64_t> of(std::int32_t pid);
 
     /// No process smaller than this is sampled.
@@ -50,6 +49,8 @@ private:
         bool isDoubtful = false; ///< a child turned up that has pages in common with it
     };
 
+    using Samples = std::unordered_map<std::int32_t, Sample>;
+
     /// What a process has in files that nobody has mapped.
     struct Held {
         Descriptor folder; ///< of the process, which it names for good
@@ -59,11 +60,12 @@ private:
     bool mayHoldMore(Seconds uptime);
     std::int64_t heldBy(std::int32_t pid);
     void lookForHeld();
+    bool mayAfford(Seconds cost, Seconds uptime);
     static bool isDue(const Sample& sample, const ProcessMemory& now, Seconds uptime);
     void wish(std::int32_t pid, std::int64_t bytes);
     void wakeWorker();
     void work();
-    void keep(std::int32_t pid, Sample sample);
+    Samples::iterator keep(std::int32_t pid, Sample sample);
     std::optional<Sample> take(std::int32_t pid) const;
     void forgetUnasked();
 
@@ -71,7 +73,7 @@ private:
     Clock& clock_;
     std::mutex mutex_;
     std::condition_variable changed_;
-    std::unordered_map<std::int32_t, Sample> samples_;
+    Samples samples_;
     std::unordered_map<std::int32_t, std::int64_t> wishes_; ///< sizes of those to be sampled
     std::unordered_map<std::int32_t, Held> held_;
     std::int64_t sharedThen_ = 0; ///< of the machine, when it was last looked who holds it
@@ -79,6 +81,8 @@ private:
     Seconds heldCost_{};          ///< processor time that it took
     Seconds sharedReadAt_{};      ///< uptime
     bool mustLookForHeld_ = false;
+    Seconds allowance_;   ///< processor time that those who ask may still spend on samples
+    Seconds allowedAt_{}; ///< uptime when it was last granted
     bool isEnding_ = false;
     std::thread worker_; ///< from the first wish on
 };

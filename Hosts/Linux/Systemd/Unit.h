@@ -1,16 +1,14 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 
 namespace pacelet::Linux {
 
-/// A service that systemd has loaded.
+/// A service of systemd that runs.
 struct Unit {
-    std::string name;                ///< with its ending ".service"
-    std::optional<std::int32_t> pid; ///< its main process while it runs
-    std::int32_t status = 0;         ///< with which its main process ended last
+    std::string name;     ///< with its ending ".service"
+    std::int32_t pid = 0; ///< its main process
 
     bool operator==(const Unit&) const = default;
 };

@@ -16,6 +16,8 @@ namespace {
 
 constexpr std::size_t mostBytes = 1 << 16;
 
+constexpr std::string_view trayOnly = " --hidden";
+
 /// One quoted word of a command line, as it stands in an entry: the characters that mean something
 /// within quotes get a backslash, each backslash is doubled because the value itself knows escapes,
 /// and a percent sign is doubled.
@@ -63,8 +65,8 @@ std::string autostartText(std::string_view program) {
            "Name=Pacelet\n"
            "Comment=Tells why this machine is slow\n"
            "Exec=" +
-           quotedWord(program) +
-           " --hidden\n"
+           quotedWord(program) + std::string{trayOnly} +
+           "\n"
            "Icon=app.pacelet.Pacelet\n"
            "Terminal=false\n"
            "X-GNOME-Autostart-enabled=true\n";
@@ -85,6 +87,16 @@ AutostartEntry::AutostartEntry(const std::string& configFolder, std::string prog
 
 bool AutostartEntry::registerProgram() {
     return !program_.empty() && !replaceFile(path_, autostartText(program_), Outlives::crash);
+}
+
+void AutostartEntry::renew() {
+    std::string text;
+    const std::string today = autostartText(program_);
+    std::string former = today;
+    former.erase(former.rfind(trayOnly), trayOnly.size());
+    if (!readFile(path_, mostBytes, text) && text == former) {
+        replaceFile(path_, today, Outlives::crash);
+    }
 }
 
 bool AutostartEntry::unregisterProgram() {

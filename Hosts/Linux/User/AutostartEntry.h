@@ -21,6 +21,10 @@ public:
     /// `configFolder` is "~/.config" or what stands for it.
     AutostartEntry(const std::string& configFolder, std::string program);
 
+    /// Makes an entry of an earlier version, which opened the window at login, start the tray
+    /// alone. One that anybody has changed stays as it is.
+    void renew();
+
     /// Switches an entry on again that the user switched off in the desktop's settings.
     bool registerProgram() override;
     bool unregisterProgram() override;

@@ -203,6 +203,13 @@ std::vector<Window> readWindows(const Connection& connection) {
     return WindowReader{connection}.read();
 }
 
+bool canRequestClose(const Connection& connection, const std::vector<std::int32_t>& pids) {
+    const std::vector<Window> windows = readWindows(connection);
+    return std::ranges::any_of(windows, [&](const Window& window) {
+        return window.takesCloseRequests && window.pid && contains(pids, *window.pid);
+    });
+}
+
 bool requestClose(const Connection& connection, const std::vector<std::int32_t>& pids) {
     xcb_client_message_event_t request{};
     request.response_type = XCB_CLIENT_MESSAGE;

@@ -23,6 +23,9 @@ struct Window {
 /// stand on the bare screen.
 std::vector<Window> readWindows(const Connection& connection);
 
+/// Whether one of these processes has a window that takes a request to close.
+bool canRequestClose(const Connection& connection, const std::vector<std::int32_t>& pids);
+
 /// Asks the windows of these processes to close, as their close buttons would. False when there was
 /// none that takes such a request.
 bool requestClose(const Connection& connection, const std::vector<std::int32_t>& pids);

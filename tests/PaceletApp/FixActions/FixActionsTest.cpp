@@ -1,5 +1,6 @@
 #include "tests/PaceletApp/FixActions/FixRig.h"
 #include "tests/PaceletApp/Support/Table.h"
+#include "tests/Support/FakeWorkspace.h"
 
 #include <set>
 
@@ -148,6 +149,41 @@ TEST_F(FixActionsTest, RebuildingReportsAndRestartingKeepsSilentUnlessItFails) {
     EXPECT_EQ(records.restartRequests, 1);
     EXPECT_THAT(takeOutcomes(), IsEmpty()) << "only quits are logged";
     EXPECT_EQ(samples(), 1) << "only a quit looks again";
+}
+
+TEST_F(FixActionsTest, PromisesNoQuestionThatNobodyAsks) {
+    FakeWorkspace desktop;
+    FakeApplication& app = desktop.launch(notes, "Notes");
+    const Platform mine = mac.platform();
+    Platform here{mine.clock,       mine.tools,        mine.kernel,     desktop,
+                  mine.networkLink, mine.windowServer, mine.loginItems, mine.preferences,
+                  mine.log,         mine.home,         mine.root,       mine.applicationSupport};
+    here.abilities.alwaysAsks = false;
+    actions = std::make_unique<FixActions>(here, scheduler, *monitor, router, "");
+    for (const bool asks : {true, false}) {
+        desktop.restartAsks = app.canAnswer = asks;
+        perform(FixID::restartMac);
+        scheduler.settle();
+        EXPECT_EQ(question() == restartQuestion, asks);
+        EXPECT_EQ(question()->destructive, !asks);
+        perform(FixID::quitApp, groupOf(notes));
+        scheduler.settle();
+        EXPECT_EQ(question()->message,
+                  asks ? "Notes may ask you to save your work first."
+                       : "Notes can't be asked to save first. Unsaved work in it may be lost.");
+        EXPECT_EQ(question()->destructive, !asks);
+        EXPECT_EQ(app.terminateCalls, 0);
+    }
+    mac.machine.inject(Simulated::ScriptFails{-1743, "Not authorized."});
+    perform(FixID::restartMac);
+    scheduler.settle();
+    accept();
+    EXPECT_EQ(actions->toast(), "You may not restart this computer. Ask whoever looks after it.");
+    here.abilities.restarts = false;
+    actions = std::make_unique<FixActions>(here, scheduler, *monitor, router, "");
+    perform(FixID::restartMac);
+    EXPECT_EQ(actions->toast(), "Choose Apple menu > Restart.");
+    EXPECT_EQ(question(), std::nullopt);
 }
 
 TEST_F(FixActionsTest, APromptLeavesTheUserFree) {

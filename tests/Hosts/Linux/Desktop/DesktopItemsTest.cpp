@@ -156,5 +156,35 @@ TEST_F(DesktopItemsTest, UnitsAreThoseThatLinksEnable) {
                             expected[2]}));
 }
 
+TEST_F(DesktopItemsTest, UnitsCountOnceAndWithAllThatChangesThem) {
+    unit("a-b.service", "Plain\n[Service]\nExecStart=tool\n");
+    unit("a-c@.service", "Plain %i\n[Service]\nExecStart=tool\n");
+    unit("screen.service", "LSB: shows the login\n[Service]\nExecStart=tool\n");
+    unit("asked.service", "Somebody asks for it\n");
+    enable("system", "a-b.service");
+    folder.link("system/default.target.wants/other@x.service", path("lib/other@.service"));
+    folder.link("lib/other@.service", "a-c@.service");
+    folder.link("system/display.service", path("lib/screen.service"));
+    folder.link("system/again.service", path("lib/a-b.service"));
+    folder.link("system/dbus-org.asked.service", path("lib/asked.service"));
+    folder.link("system/asked.service", path("lib/asked.service"));
+    const auto piece = [&](const std::string& name, const std::string& text) {
+        folder.write(name, text);
+    };
+    piece("lib/service.d/1.conf", "[Service]\nRestart=always\n");
+    piece("lib/a-.service.d/2.conf", "[Unit]\nDescription=Of all a\n");
+    piece("lib/a-.service.d/3.conf", "[Service]\nExecStart=backupd\n");
+    piece("lib/a-b.service.d/2.conf", "[Unit]\nDescription=Hidden by the one above it\n");
+    piece("system/a-b.service.d/2.conf", "[Unit]\nDescription=Of b\n");
+    piece("system/a-b.service.d/9.conf", "[Service]\nRestart=no\nExecStart=\nExecStart=sync\n");
+    piece("system/a-b.service.d/9.txt", "[Unit]\nDescription=No piece\n");
+    EXPECT_EQ(rows(), (Rows{"a-b.service | - | sync | systemDaemon | Of b",
+                            "a-c@x.service | - | tool | systemDaemon | Of all a",
+                            "screen.service | - | tool | systemDaemon | shows the login"}));
+    const auto all = items.items();
+    EXPECT_FALSE(all[0].keepAlive);
+    EXPECT_TRUE(all[1].keepAlive);
+}
+
 } // namespace
 } // namespace pacelet::Linux

@@ -194,6 +194,26 @@ TEST(LoginItem, TheUsersSwitchCounts) {
     EXPECT_EQ(item.status(), LoginItemStatus::enabled);
 }
 
+TEST(LoginItem, AnEntryThatOpenedTheWindowStartsTheTrayAlone) {
+    const std::string program = "/opt/a --hidden/pacelet";
+    const std::string today = autostartText(program);
+    std::string former = today;
+    former.erase(former.rfind(" --hidden"), 9);
+    for (const auto& [before, after] :
+         {std::pair{former, today}, {former + "\n", former + "\n"}, {today, today}}) {
+        const TemporaryFolder folder;
+        const auto file = folder.write("autostart/app.pacelet.Pacelet.desktop", before);
+        AutostartEntry(folder.path(), "/other").renew();
+        AutostartEntry(folder.path(), program).renew();
+        std::string text;
+        EXPECT_FALSE(readFile(file, 1 << 16, text));
+        EXPECT_EQ(text, after);
+    }
+    const TemporaryFolder empty;
+    AutostartEntry(empty.path(), program).renew();
+    EXPECT_TRUE(std::filesystem::is_empty(empty.path()));
+}
+
 TEST(LoginItem, RefusalIsTold) {
     const TemporaryFolder folder;
     const std::string file = folder.write("file", "");

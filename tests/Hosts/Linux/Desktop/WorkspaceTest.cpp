@@ -261,6 +261,10 @@ TEST_F(WorkspaceTest, FindsIcons) {
     EXPECT_EQ(iconText(desktop, "/Applications/Themed.app", 48), "mine/48/themed.svg");
     folder.write("share/icons/parent/48/themed.png", "parent's");
     EXPECT_EQ(iconText(desktop, "/Applications/Themed.app", 48), "parent's");
+    fs::remove(folder.path() / "share/icons/hicolor/48/common.png");
+    theme("Adwaita", "", {48});
+    folder.write("share/icons/Adwaita/48/common.png", "GNOME's");
+    EXPECT_EQ(iconText(desktop, "/Applications/Common.app", 48), "GNOME's");
 }
 
 TEST_F(WorkspaceTest, WithoutABusNobodyIsToldOfSleep) {

@@ -10,7 +10,8 @@
 namespace pacelet::testing {
 
 /// What a test's own services answer, by "interface.method": "" for nothing, "yes" and other words
-/// as they stand, "true" and "false", "as:…" for a list of one, and an error by its name.
+/// as they stand, "true" and "false", "v:true", "s:…", "as:…" for a list of one, and an error by
+/// its name.
 using PlayedAnswers = std::map<std::string, std::string>;
 
 /// Services under names on the bus, on every path. What they do not know is an unknown method.
@@ -64,6 +65,12 @@ private:
         }
         if (word == "true" || word == "false") {
             return sd_bus_reply_method_return(call, "b", word == "true" ? 1 : 0);
+        }
+        if (word.starts_with("s:")) {
+            return sd_bus_reply_method_return(call, "s", word.c_str() + 2);
+        }
+        if (word == "v:true") {
+            return sd_bus_reply_method_return(call, "v", "b", 1);
         }
         if (word.starts_with("as:")) {
             return sd_bus_reply_method_return(call, "as", 1, word.c_str() + 3);

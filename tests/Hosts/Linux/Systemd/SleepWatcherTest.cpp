@@ -1,7 +1,6 @@
+#include "Hosts/Linux/Systemd/SleepWatcher.h"
 #include "Core/Support/Descriptor.h"
 #include "Hosts/Linux/Systemd/Bus.h"
-#include "Hosts/Linux/Systemd/SleepWatcher.h"
-#include "Hosts/Linux/Systemd/UnitList.h"
 #include "tests/Hosts/Linux/Systemd/PrivateBus.h"
 #include "tests/Hosts/Linux/Systemd/ServedBus.h"
 #include "tests/Support/Eventually.h"
@@ -26,58 +25,6 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 constexpr std::chrono::microseconds limit = std::chrono::seconds{1};
-const std::string unitFolder = "/org/freedesktop/systemd1/unit/";
-
-/// The rows that the manager in the test has.
-struct Row {
-    const char* name;
-    const char* load;
-    const char* active;
-    const char* object;
-};
-constexpr std::array rows{Row{"web.service", "loaded", "active", "web"},
-                          Row{"gone.service", "not-found", "inactive", "gone"},
-                          Row{"crash.service", "loaded", "failed", "crash"},
-                          Row{"idle.service", "loaded", "inactive", "idle"},
-                          Row{"once.service", "loaded", "active", "once"},
-                          Row{"vanished.service", "loaded", "active", "vanished"}};
-
-int answerWithRows(sd_bus_message* call, void*, sd_bus_error*) {
-    const char* pattern = nullptr;
-    sd_bus_message_skip(call, "as");
-    sd_bus_message_enter_container(call, 'a', "s");
-    sd_bus_message_read(call, "s", &pattern);
-    sd_bus_message* reply = nullptr;
-    sd_bus_message_new_method_return(call, &reply);
-    const BusMessage answer{reply};
-    sd_bus_message_open_container(reply, 'a', "(ssssssouso)");
-    for (const Row& row : rows) {
-        if (std::string_view{pattern} == "*.service") {
-            const std::string path = unitFolder + row.object;
-            sd_bus_message_append(reply, "(ssssssouso)", row.name, "", row.load, row.active, "", "",
-                                  path.c_str(), 0U, "", "/");
-        }
-    }
-    sd_bus_message_close_container(reply);
-    return sd_bus_send(nullptr, reply, nullptr);
-}
-
-/// "MainPID" 4321 for web and 0 for once; "ExecMainStatus" 139 for crash.
-int readProperty(sd_bus*, const char* path, const char*, const char* property,
-                 sd_bus_message* reply, void*, sd_bus_error*) {
-    const bool isWeb = std::string_view{path}.ends_with("/web");
-    return std::string_view{property} == "MainPID"
-               ? sd_bus_message_append(reply, "u", isWeb ? 4321U : 0U)
-               : sd_bus_message_append(reply, "i", 139);
-}
-
-const sd_bus_vtable managerTable[] = {SD_BUS_VTABLE_START(0),
-                                      SD_BUS_METHOD("ListUnitsByPatterns", "asas", "a(ssssssouso)",
-                                                    answerWithRows, SD_BUS_VTABLE_UNPRIVILEGED),
-                                      SD_BUS_VTABLE_END};
-const sd_bus_vtable serviceTable[] = {
-    SD_BUS_VTABLE_START(0), SD_BUS_PROPERTY("MainPID", "u", readProperty, 0, 0),
-    SD_BUS_PROPERTY("ExecMainStatus", "i", readProperty, 0, 0), SD_BUS_VTABLE_END};
 
 /// The end of a pipe that shows whether somebody holds what `Inhibit` gave.
 std::atomic<int> delayProbe{-1};
@@ -102,24 +49,17 @@ const sd_bus_vtable loginTable[] = {
     SD_BUS_VTABLE_START(0),
     SD_BUS_METHOD("Inhibit", "ssss", "h", inhibit, SD_BUS_VTABLE_UNPRIVILEGED), SD_BUS_VTABLE_END};
 
-/// A connection on which the service manager and the login manager of a machine stand.
-Bus managers() {
+/// A connection on which the login manager of a machine stands.
+Bus loginManager() {
     Bus bus = openBus(BusKind::system, limit);
-    sd_bus_add_object_vtable(bus.get(), nullptr, "/org/freedesktop/systemd1",
-                             "org.freedesktop.systemd1.Manager", managerTable, nullptr);
-    for (const char* name : {"web", "once", "crash"}) {
-        sd_bus_add_object_vtable(bus.get(), nullptr, (unitFolder + name).c_str(),
-                                 "org.freedesktop.systemd1.Service", serviceTable, nullptr);
-    }
     sd_bus_add_object_vtable(bus.get(), nullptr, "/org/freedesktop/login1",
                              "org.freedesktop.login1.Manager", loginTable, nullptr);
-    sd_bus_request_name(bus.get(), "org.freedesktop.systemd1", 0);
     sd_bus_request_name(bus.get(), "org.freedesktop.login1", 0);
     return bus;
 }
 
 /// The same, served.
-class Managers {
+class LoginManager {
 public:
     /// Says that the machine goes to sleep, or woke, until told otherwise.
     void say(int isGoing) { word_ = isGoing; }
@@ -133,24 +73,8 @@ private:
     }
 
     std::atomic<int> word_{-1};
-    pacelet::testing::ServedBus served_{managers(), [this](sd_bus* bus) { sayIt(bus); }};
+    pacelet::testing::ServedBus served_{loginManager(), [this](sd_bus* bus) { sayIt(bus); }};
 };
-
-TEST(ServiceManager, TellsLoadedServicesAndTheirProcesses) {
-    pacelet::testing::PrivateBus daemon;
-    if (!daemon.runs()) {
-        GTEST_SKIP() << "no bus daemon is installed";
-    }
-    const Bus bus = openBus(BusKind::user, limit);
-    ASSERT_NE(bus, nullptr);
-    EXPECT_EQ(listUnits(bus.get()), std::nullopt) << "the bus has no service manager";
-    const Managers manager;
-    const auto units = listUnits(bus.get());
-    ASSERT_TRUE(units);
-    EXPECT_THAT(*units,
-                ElementsAre(Unit{"web.service", 4321}, Unit{"crash.service", {}, 139},
-                            Unit{"idle.service"}, Unit{"once.service"}, Unit{"vanished.service"}));
-}
 
 TEST(Bus, IsNotWaitedForLongerThanTheLimit) {
     const pacelet::testing::TemporaryFolder folder;
@@ -202,7 +126,7 @@ TEST(SleepWatcher, TellsSleepAndWakeOnTheUIThread) {
     if (!daemon.runs()) {
         GTEST_SKIP() << "no bus daemon is installed";
     }
-    Managers manager;
+    LoginManager manager;
     PostedWork ui;
     std::vector<std::string> seen;
     auto watcher = std::make_unique<SleepWatcher>(

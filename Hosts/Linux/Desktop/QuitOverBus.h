@@ -1,0 +1,26 @@
+#pragma once
+
+#include "Hosts/Linux/Apps/DesktopCatalog.h"
+
+#include <cstdint>
+#include <span>
+#include <string>
+
+namespace pacelet::Linux {
+
+enum class Asking {
+    look, ///< only whether it could be asked
+    send, ///< ask it
+};
+
+/// Asks an application to quit by the action that it has for this on the session bus: its menu's, a
+/// media player's, or the one that its menu entry names. The application goes by names that its
+/// processes own, or by `identifier`, the id of its menu entry.
+///
+/// True when it has such an action, and has been sent the request if it was to be. Looking counts
+/// only what has the user save; what merely ends the program in good order is sent all the same.
+/// Waits for nobody for long: a program that hangs has no actions.
+bool quitOverBus(const std::string& identifier, std::span<const std::int32_t> pids,
+                 const DesktopPlaces& places, Asking asking);
+
+} // namespace pacelet::Linux
