@@ -76,7 +76,10 @@ int runUntilQuit(const Platform& platform, Scheduler& scheduler,
     }
     application.setRoom([] {
         const QScreen* const screen = QGuiApplication::primaryScreen();
-        return screen != nullptr ? screen->availableSize() : QSize{};
+        const QSize room = screen != nullptr ? screen->availableSize() : QSize{};
+        // A Wayland compositor tells nobody what its panel takes.
+        constexpr QSize panel{0, 40};
+        return QGuiApplication::platformName().startsWith(u"wayland") ? room - panel : room;
     });
     application.start();
     if (!surroundings.isHidden) {

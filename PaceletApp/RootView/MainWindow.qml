@@ -11,16 +11,18 @@ Window {
     required property RootModel model
 
     /// What its screen has room for.
-    property size room: Qt.size(Math.max(leastSize.width, Screen.desktopAvailableWidth), Math.max(leastSize.height, Screen.desktopAvailableHeight))
+    property size room: Qt.size(Math.max(leastSize.width, Screen.desktopAvailableWidth), Math.max(leastSize.height + titleBar, Screen.desktopAvailableHeight))
     readonly property size leastSize: Qt.size(1000, 700)
+    /// Goes off the room; no system tells its height before the window is on show.
+    readonly property real titleBar: 40
 
     /// Its screen has no room for the least size: it has to take all of it, and scrolls.
-    readonly property bool takesScreen: room.width < leastSize.width || room.height < leastSize.height
+    readonly property bool takesScreen: room.width < leastSize.width || room.height - titleBar < leastSize.height
 
     width: Math.min(1200, room.width)
-    height: Math.min(860, room.height)
+    height: Math.min(860, room.height - titleBar)
     minimumWidth: Math.min(leastSize.width, room.width)
-    minimumHeight: Math.min(leastSize.height, room.height)
+    minimumHeight: Math.min(leastSize.height, room.height - titleBar)
     title: "Pacelet"
     color: Theme.window
 
