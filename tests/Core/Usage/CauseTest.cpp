@@ -188,6 +188,7 @@ TEST(CauseJournal, SumsUpAStretchLongestFirst) {
     const auto shares = journal.shares(10, 40, 3);
     EXPECT_THAT(shares[1], ElementsAre(0.2F, 0, 0.1F));
     EXPECT_THAT(shares[0], ElementsAre(0.1F, 0.1F, 0.05F));
+    EXPECT_THAT(journal.shares(11, 14, 2)[1], ElementsAre(1, 0)) << "two minutes, and one";
 }
 
 TEST(CauseTexts, TellHowLongAndHowOften) {
