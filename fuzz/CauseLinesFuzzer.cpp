@@ -2,6 +2,7 @@
 #include "Core/Support/Text.h"
 #include "Core/Usage/CauseLines.h"
 #include "Core/Usage/CauseWatch.h"
+#include "Core/Usage/MinuteRecord.h"
 
 #include <limits>
 #include <string>
@@ -37,7 +38,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         stood += each.stood.count();
     }
     precondition(stood <= 60.001 * static_cast<double>(entries.size()), "longer than its minutes");
-    for (const auto& parts : journal.shares(entries.front().t, end, 7)) {
+    constexpr std::int64_t month = 30 * minutesPerDay;
+    for (const auto& parts : journal.shares(end - month, end, 96)) {
         for (const float part : parts) {
             precondition(part >= 0 && part <= 1, "a share that is none");
         }

@@ -58,11 +58,19 @@ std::vector<std::vector<float>> CauseJournal::shares(std::int64_t first, std::in
                                                      std::size_t parts) const {
     std::vector<std::vector<float>> shares(causes_.size(), std::vector<float>(parts));
     const double partMinutes = static_cast<double>(end - first) / static_cast<double>(parts);
+    const auto partOf = [&](std::int64_t t) {
+        const auto part = static_cast<std::size_t>(static_cast<double>(t - first) / partMinutes);
+        return std::min(part, parts - 1);
+    };
+    // Of parts that are no whole minutes long, some have a minute more than others.
+    std::vector<float> secondsOf(parts);
+    for (std::int64_t t = first; t < end; ++t) {
+        secondsOf[partOf(t)] += static_cast<float>(secondsPerMinute);
+    }
     for (const Entry& entry : between(first, end)) {
-        const auto part =
-            static_cast<std::size_t>(static_cast<double>(entry.t - first) / partMinutes);
-        float& share = shares[entry.cause][std::min(part, parts - 1)];
-        share = std::min(1.0F, share + entry.seconds / static_cast<float>(partMinutes * 60));
+        const std::size_t part = partOf(entry.t);
+        float& share = shares[entry.cause][part];
+        share = std::min(1.0F, share + entry.seconds / secondsOf[part]);
     }
     return shares;
 }

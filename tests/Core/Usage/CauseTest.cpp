@@ -62,6 +62,7 @@ TEST(CauseWatch, RemembersTheLatestSpellForAnHour) {
     EXPECT_EQ(watch.latest(at(360)), (Spell{spotlight, at(360), Seconds{90}}));
     EXPECT_EQ(watch.latest(at(360 + 3600)), watch.latest(at(360)));
     EXPECT_EQ(watch.latest(at(360 + 3601)), std::nullopt);
+    EXPECT_EQ(watch.latest(at(350))->cause, safari) << "the clock was set back";
 
     CauseJournal earlier;
     earlier.add({day - 1, earlier.placeOf(spotlight.kind, "", ""), Severity::low, 60, 1, 1});
@@ -127,6 +128,7 @@ TEST(CauseLines, LoseABadLineWholeAndNoOther) {
     for (const auto& [what, instead] : std::initializer_list<std::pair<const char*, const char*>>{
              {"29545920", "1.5"},
              {"29545920", "99999999999999999999"},
+             {"29545920", "4223371680"},
              {"\"spotlight\"", "\"a later kind\""},
              {"\"low\"", "1"},
              {"60,\"mean", "60.01,\"mean"},
@@ -138,7 +140,7 @@ TEST(CauseLines, LoseABadLineWholeAndNoOther) {
         EXPECT_TRUE(decode(with(what, instead)).entries().empty()) << instead;
         text += with(what, instead) + "\n" + exampleLine + "\n";
     }
-    EXPECT_EQ(decode(text).entries().size(), 2U * 10);
+    EXPECT_EQ(decode(text).entries().size(), 2U * 11);
     EXPECT_TRUE(decode(exampleLine + "\n\xFF").entries().empty());
 }
 
@@ -186,6 +188,7 @@ TEST(CauseJournal, SumsUpAStretchLongestFirst) {
     const auto shares = journal.shares(10, 40, 3);
     EXPECT_THAT(shares[1], ElementsAre(0.2F, 0, 0.1F));
     EXPECT_THAT(shares[0], ElementsAre(0.1F, 0.1F, 0.05F));
+    EXPECT_THAT(journal.shares(11, 14, 2)[1], ElementsAre(1, 0)) << "two minutes, and one";
 }
 
 TEST(CauseTexts, TellHowLongAndHowOften) {

@@ -1,5 +1,6 @@
 #include "Core/Diagnosis/Report.h"
 #include "Core/Knowledge/CatalogFile.h"
+#include "Core/Support/Text.h"
 #include "Core/Usage/MacInfo.h"
 #include "Hosts/Recorded/TapedMachine.h"
 #include "Hosts/Simulated/SimulatedMac.h"
@@ -82,6 +83,27 @@ TEST(CapturedDesktops, GiveTheFindingsThatTheyGave) {
                                                 known, look.reading.signals);
         EXPECT_EQ(text.substr(0, std::string_view{told}.size()), told);
     }
+}
+
+TEST(CapturedDesktops, AreRefusedOrReplayedWhateverStandsInThem) {
+    const std::string content =
+        Wire::encode(CaptureFile::read(PACELET_FIXTURES "/captures/compiling"));
+    std::mt19937 random{7};
+    int replayed = 0;
+    for (int round = 0; round < 400; ++round) {
+        std::string changed = content;
+        for (int change = 1 + static_cast<int>(random() % 8); change > 0; --change) {
+            changed[random() % changed.size()] = "9e-.:\xFF\x7F\0"[random() % 8];
+        }
+        try {
+            report::lookAtCapture(CaptureFile::parse(changed), catalog());
+            ++replayed;
+        } catch (const std::exception& error) {
+            EXPECT_EQ(""s + error.what(), plainText(error.what()));
+        }
+    }
+    EXPECT_GT(replayed, 20);
+    EXPECT_LT(replayed, 380);
 }
 
 INSTANTIATE_TEST_SUITE_P(Recorded, EveryScenario, ::testing::ValuesIn(Simulated::scenarioNames()));
