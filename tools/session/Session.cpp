@@ -4,8 +4,8 @@
 #include "Hosts/Simulated/Services/AppIcon.h"
 #include "PaceletApp/Application/Program.h"
 
+#include <QAbstractEventDispatcher>
 #include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QEvent>
 #include <QEventLoop>
 
@@ -20,8 +20,13 @@ namespace pacelet {
 
 namespace {
 
-/// Long enough for a frame and for what follows it.
-constexpr int turnMilliseconds = 20;
+/// A window that draws for ever comes to no end.
+constexpr int mostTurns = 1000;
+
+/// Qt keeps every frame waiting for 5 ms, in case that more is to be drawn.
+void drawAtOnce() {
+    qputenv("QT_QPA_UPDATE_IDLE_TIME", "0");
+}
 
 /// A captured desktop, whose applications get the same plain icons as those of a simulated Mac: a
 /// capture holds none.
@@ -91,6 +96,7 @@ void Session::replay(Recorded::Capture capture) {
 }
 
 void Session::start(const Platform& platform, std::optional<ProcessCatalog> catalog) {
+    drawAtOnce();
     scheduler_ = std::make_unique<VirtualScheduler>(platform.clock, [this](Seconds span) {
         mac_ ? mac_->machine.advance(span) : replay_->pass(span);
     });
@@ -112,10 +118,11 @@ void Session::open(Screen screen) {
 
 void Session::pass(double seconds) {
     scheduler_->advance(Seconds{seconds});
-    QElapsedTimer timer;
-    timer.start();
-    while (timer.elapsed() < turnMilliseconds) {
-        QCoreApplication::processEvents(QEventLoop::AllEvents, turnMilliseconds);
+    QAbstractEventDispatcher* const dispatcher = QAbstractEventDispatcher::instance();
+    // What is deleted or settled last may still have something to tell.
+    int idleTurns = 0;
+    for (int turn = 0; turn < mostTurns && idleTurns < 2; ++turn) {
+        idleTurns = dispatcher->processEvents(QEventLoop::AllEvents) ? 0 : idleTurns + 1;
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         scheduler_->settle();
     }

@@ -37,20 +37,26 @@ BusMessage answerOf(sd_bus* bus, const std::string& name, const std::string& pat
     return BusMessage{reply};
 }
 
-/// The names on the bus that are no numbers.
+bool isNumber(std::string_view name) {
+    return name.starts_with(':');
+}
+
+/// The names on the bus, the numbers of its connections behind them; without our own.
 std::vector<std::string> namesOn(sd_bus* bus) {
     char** listed = nullptr;
+    const char* own = nullptr;
     std::vector<std::string> names;
-    if (sd_bus_list_names(bus, &listed, nullptr) < 0) {
+    if (sd_bus_list_names(bus, &listed, nullptr) < 0 || sd_bus_get_unique_name(bus, &own) < 0) {
         return names;
     }
     for (char** name = listed; *name != nullptr; ++name) {
-        if (**name != ':') {
+        if (std::string_view{*name} != own) {
             names.emplace_back(*name);
         }
         std::free(*name);
     }
     std::free(listed);
+    std::ranges::stable_partition(names, [](std::string_view name) { return !isNumber(name); });
     return names;
 }
 
@@ -124,17 +130,19 @@ std::optional<QuitCall> playersQuit(sd_bus* bus, const std::string& name) {
     return QuitCall{name, path, interface, "Quit"};
 }
 
-/// What quits the application with this name.
-std::optional<QuitCall> quitOf(sd_bus* bus, const std::string& name, bool entryNamesQuit) {
+/// What quits the application with this name. Several copies of one run under no name of their own,
+/// and have their objects where the id of the menu entry says.
+std::optional<QuitCall> quitOf(sd_bus* bus, const std::string& name, const std::string& identifier,
+                               bool entryNamesQuit) {
     if (name.starts_with("org.mpris.MediaPlayer2.")) {
         return playersQuit(bus, name);
     }
     int result = 0;
-    std::string path = objectPath(name);
+    std::string path = objectPath(isNumber(name) ? identifier : name);
     if (listsQuit(answerOf(bus, name, path, "org.gtk.Actions", "List", result).get())) {
         return QuitCall{name, path, "org.gtk.Actions", "Activate", "quit", true};
     }
-    if (result == -ETIMEDOUT) {
+    if (isNumber(name) || result == -ETIMEDOUT) {
         return std::nullopt;
     }
     if (entryNamesQuit) {
@@ -186,12 +194,15 @@ bool quitOverBus(const std::string& identifier, std::span<const std::int32_t> pi
     }
     std::optional<QuitCall> found;
     for (const std::string& name : namesOn(bus.get())) {
+        if (found && found->asks) {
+            break;
+        }
         // In a sandbox, the connection is that of a process outside.
         if (name != identifier && !isOwnedBy(bus.get(), name, pids)) {
             continue;
         }
         const bool entryNamesQuit = name == identifier && entryHasQuit(places, identifier);
-        auto call = quitOf(bus.get(), name, entryNamesQuit);
+        auto call = quitOf(bus.get(), name, identifier, entryNamesQuit);
         if (call && (!found || (call->asks && !found->asks))) {
             found = std::move(call);
         }

@@ -15,7 +15,7 @@ enum class Asking {
 
 /// Asks an application to quit by the action that it has for this on the session bus: its menu's, a
 /// media player's, or the one that its menu entry names. The application goes by names that its
-/// processes own, or by `identifier`, the id of its menu entry.
+/// processes own, by their connections, or by `identifier`, the id of its menu entry.
 ///
 /// True when it has such an action, and has been sent the request if it was to be. Looking counts
 /// only what has the user save; what merely ends the program in good order is sent all the same.

@@ -33,6 +33,7 @@ TEST(QuitOverBus, SendsTheRequestThatTheApplicationKnows) {
          true,
          "org.gtk.Actions.Activate(quit) "},
         {"org.example.Draw", {{"org.gtk.Actions.List", "as:quit-later"}}, false, ""},
+        {"", {{"org.gtk.Actions.List", "as:quit"}}, true, "org.gtk.Actions.Activate(quit) "},
         {"org.example.Pad", {}, true, "org.freedesktop.Application.ActivateAction(quit) "},
         {"org.kde.kate-4711",
          {{"org.kde.KMainWindow.actionIsEnabled", "true"}},
@@ -50,7 +51,9 @@ TEST(QuitOverBus, SendsTheRequestThatTheApplicationKnows) {
          "org.qtproject.Qt.QCoreApplication.quit "},
     };
     for (const Application& application : applications) {
-        pacelet::testing::PlayedServices services{{application.name}, application.answers};
+        const std::string name = application.name; // several copies of one have none
+        pacelet::testing::PlayedServices services{
+            name.empty() ? std::vector<std::string>{} : std::vector{name}, application.answers};
         const std::array nobody{1};
         const std::array ours{static_cast<std::int32_t>(::getpid())};
         EXPECT_FALSE(quitOverBus("org.example.Pad.Other", nobody, places, Asking::send));
