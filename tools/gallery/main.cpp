@@ -99,7 +99,12 @@ int run(int argc, char** argv) {
     const QApplication application{argc, argv};
     QApplication::setQuitOnLastWindowClosed(false);
     pacelet::installFonts();
-    return takeAll(arguments) ? 0 : 1;
+    try {
+        return takeAll(arguments) ? 0 : 1;
+    } catch (const pacelet::Recorded::CaptureError& error) {
+        fmt::print(stderr, "pacelet-gallery: {} {}\n", arguments.scenario, error.what());
+        return 1;
+    }
 }
 
 } // namespace

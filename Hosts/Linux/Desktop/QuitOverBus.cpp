@@ -16,7 +16,10 @@ namespace pacelet::Linux {
 
 namespace {
 
-constexpr std::chrono::microseconds answerLimit = std::chrono::milliseconds{250};
+/// Some programs have connections that never answer beside the one that does.
+constexpr int mostSilences = 2;
+/// The bus itself answers late on a crowded machine, and never not at all.
+constexpr int daemonsShare = 4;
 
 /// What quits an application.
 struct QuitCall {
@@ -37,20 +40,26 @@ BusMessage answerOf(sd_bus* bus, const std::string& name, const std::string& pat
     return BusMessage{reply};
 }
 
-/// The names on the bus that are no numbers.
+bool isNumber(std::string_view name) {
+    return name.starts_with(':');
+}
+
+/// The names on the bus, the numbers of its connections behind them; without our own.
 std::vector<std::string> namesOn(sd_bus* bus) {
     char** listed = nullptr;
+    const char* own = nullptr;
     std::vector<std::string> names;
-    if (sd_bus_list_names(bus, &listed, nullptr) < 0) {
+    if (sd_bus_list_names(bus, &listed, nullptr) < 0 || sd_bus_get_unique_name(bus, &own) < 0) {
         return names;
     }
     for (char** name = listed; *name != nullptr; ++name) {
-        if (**name != ':') {
+        if (std::string_view{*name} != own) {
             names.emplace_back(*name);
         }
         std::free(*name);
     }
     std::free(listed);
+    std::ranges::stable_partition(names, [](std::string_view name) { return !isNumber(name); });
     return names;
 }
 
@@ -112,29 +121,29 @@ bool entryHasQuit(const DesktopPlaces& places, const std::string& identifier) {
     return entry && std::count(entry->actions.begin(), entry->actions.end(), "quit") != 0;
 }
 
-std::optional<QuitCall> playersQuit(sd_bus* bus, const std::string& name) {
+std::optional<QuitCall> playersQuit(sd_bus* bus, const std::string& name, int& result) {
     constexpr const char* path = "/org/mpris/MediaPlayer2";
     constexpr const char* interface = "org.mpris.MediaPlayer2";
     int canQuit = 0;
-    if (sd_bus_get_property_trivial(bus, name.c_str(), path, interface, "CanQuit", nullptr, 'b',
-                                    &canQuit) < 0 ||
-        canQuit == 0) {
-        return std::nullopt;
-    }
-    return QuitCall{name, path, interface, "Quit"};
+    result = sd_bus_get_property_trivial(bus, name.c_str(), path, interface, "CanQuit", nullptr,
+                                         'b', &canQuit);
+    return result >= 0 && canQuit != 0 ? std::optional{QuitCall{name, path, interface, "Quit"}}
+                                       : std::nullopt;
 }
 
-/// What quits the application with this name.
-std::optional<QuitCall> quitOf(sd_bus* bus, const std::string& name, bool entryNamesQuit) {
+/// What quits the application with this name. Several copies of one run under no name of their own,
+/// and have their objects where the id of the menu entry says. `result` tells how the last call
+/// went.
+std::optional<QuitCall> quitOf(sd_bus* bus, const std::string& name, const std::string& identifier,
+                               bool entryNamesQuit, int& result) {
     if (name.starts_with("org.mpris.MediaPlayer2.")) {
-        return playersQuit(bus, name);
+        return playersQuit(bus, name, result);
     }
-    int result = 0;
-    std::string path = objectPath(name);
+    std::string path = objectPath(isNumber(name) ? identifier : name);
     if (listsQuit(answerOf(bus, name, path, "org.gtk.Actions", "List", result).get())) {
         return QuitCall{name, path, "org.gtk.Actions", "Activate", "quit", true};
     }
-    if (result == -ETIMEDOUT) {
+    if (isNumber(name) || result == -ETIMEDOUT) {
         return std::nullopt;
     }
     if (entryNamesQuit) {
@@ -179,27 +188,38 @@ bool send(sd_bus* bus, const QuitCall& call) {
 } // namespace
 
 bool quitOverBus(const std::string& identifier, std::span<const std::int32_t> pids,
-                 const DesktopPlaces& places, Asking asking) {
-    const Bus bus = openBus(BusKind::user, answerLimit);
+                 const DesktopPlaces& places, Asking asking, std::chrono::microseconds patience) {
+    const Bus bus = openBus(BusKind::user, patience * daemonsShare);
     if (bus == nullptr) {
         return false;
     }
+    const std::vector<std::string> names = namesOn(bus.get());
+    sd_bus_set_method_call_timeout(bus.get(), static_cast<std::uint64_t>(patience.count()));
     std::optional<QuitCall> found;
-    for (const std::string& name : namesOn(bus.get())) {
+    int silences = 0;
+    bool hasAnswered = false;
+    for (const std::string& name : names) {
+        if ((found && found->asks) || silences == mostSilences) {
+            break;
+        }
         // In a sandbox, the connection is that of a process outside.
         if (name != identifier && !isOwnedBy(bus.get(), name, pids)) {
             continue;
         }
         const bool entryNamesQuit = name == identifier && entryHasQuit(places, identifier);
-        auto call = quitOf(bus.get(), name, entryNamesQuit);
+        int result = 0;
+        auto call = quitOf(bus.get(), name, identifier, entryNamesQuit, result);
+        const bool isSilent = result == -ETIMEDOUT;
+        silences += isSilent ? 1 : 0;
+        hasAnswered = hasAnswered || !isSilent;
         if (call && (!found || (call->asks && !found->asks))) {
             found = std::move(call);
         }
     }
-    if (!found || (asking == Asking::look && !found->asks)) {
-        return false;
+    if (!found) {
+        return silences > 0 && !hasAnswered;
     }
-    return asking == Asking::look || send(bus.get(), *found);
+    return asking == Asking::look ? found->asks : send(bus.get(), *found);
 }
 
 } // namespace pacelet::Linux

@@ -2,6 +2,7 @@
 
 #include "Hosts/Linux/Apps/DesktopCatalog.h"
 
+#include <chrono>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -15,12 +16,14 @@ enum class Asking {
 
 /// Asks an application to quit by the action that it has for this on the session bus: its menu's, a
 /// media player's, or the one that its menu entry names. The application goes by names that its
-/// processes own, or by `identifier`, the id of its menu entry.
+/// processes own, by their connections, or by `identifier`, the id of its menu entry.
 ///
 /// True when it has such an action, and has been sent the request if it was to be. Looking counts
 /// only what has the user save; what merely ends the program in good order is sent all the same.
-/// Waits for nobody for long: a program that hangs has no actions.
+/// True, too, for a program that hangs, whose connections answer nothing within `patience`: it gets
+/// no request, so that nothing ends that could have been asked, and goes on until it is forced.
 bool quitOverBus(const std::string& identifier, std::span<const std::int32_t> pids,
-                 const DesktopPlaces& places, Asking asking);
+                 const DesktopPlaces& places, Asking asking,
+                 std::chrono::microseconds patience = std::chrono::milliseconds{500});
 
 } // namespace pacelet::Linux

@@ -10,6 +10,8 @@
 namespace pacelet::Linux {
 namespace {
 
+constexpr std::chrono::seconds patience{20};
+
 TEST(QuitOverBus, SendsTheRequestThatTheApplicationKnows) {
     pacelet::testing::PrivateBus daemon;
     if (!daemon.runs()) {
@@ -33,6 +35,7 @@ TEST(QuitOverBus, SendsTheRequestThatTheApplicationKnows) {
          true,
          "org.gtk.Actions.Activate(quit) "},
         {"org.example.Draw", {{"org.gtk.Actions.List", "as:quit-later"}}, false, ""},
+        {"", {{"org.gtk.Actions.List", "as:quit"}}, true, "org.gtk.Actions.Activate(quit) "},
         {"org.example.Pad", {}, true, "org.freedesktop.Application.ActivateAction(quit) "},
         {"org.kde.kate-4711",
          {{"org.kde.KMainWindow.actionIsEnabled", "true"}},
@@ -50,21 +53,38 @@ TEST(QuitOverBus, SendsTheRequestThatTheApplicationKnows) {
          "org.qtproject.Qt.QCoreApplication.quit "},
     };
     for (const Application& application : applications) {
-        pacelet::testing::PlayedServices services{{application.name}, application.answers};
+        const std::string name = application.name; // several copies of one have none
+        pacelet::testing::PlayedServices services{
+            name.empty() ? std::vector<std::string>{} : std::vector{name}, application.answers};
         const std::array nobody{1};
         const std::array ours{static_cast<std::int32_t>(::getpid())};
-        EXPECT_FALSE(quitOverBus("org.example.Pad.Other", nobody, places, Asking::send));
+        EXPECT_FALSE(quitOverBus("org.example.Pad.Other", nobody, places, Asking::send, patience));
         EXPECT_EQ(services.calls(), "") << "of another application";
-        EXPECT_EQ(quitOverBus("org.example.Pad", ours, places, Asking::look),
+        EXPECT_EQ(quitOverBus("org.example.Pad", ours, places, Asking::look, patience),
                   application.canBeAsked)
             << application.name;
         const std::string looked = services.calls();
         const std::string_view sent = application.sent;
-        EXPECT_EQ(quitOverBus("org.example.Pad", ours, places, Asking::send), !sent.empty());
+        EXPECT_EQ(quitOverBus("org.example.Pad", ours, places, Asking::send, patience),
+                  !sent.empty());
         pacelet::testing::eventually(
             [&] { return services.calls() == looked + looked + std::string{sent}; });
         EXPECT_EQ(services.calls(), looked + looked + std::string{sent});
     }
+}
+
+TEST(QuitOverBus, LeavesAProgramThatHangsToItsUser) {
+    pacelet::testing::PrivateBus daemon;
+    if (!daemon.runs()) {
+        GTEST_SKIP() << "no bus daemon is installed";
+    }
+    const Bus silent = openBus(BusKind::user, patience);
+    const std::array ours{static_cast<std::int32_t>(::getpid())};
+    for (const Asking asking : {Asking::look, Asking::send}) {
+        EXPECT_TRUE(quitOverBus("org.example.Pad", ours, {}, asking, std::chrono::seconds{1}));
+    }
+    const pacelet::testing::PlayedServices beside{{}, {}};
+    EXPECT_FALSE(quitOverBus("org.example.Pad", ours, {}, Asking::look, std::chrono::seconds{3}));
 }
 
 } // namespace
