@@ -72,6 +72,10 @@ Window {
         }
     }
 
+    FocusKeeper {
+        place: main
+    }
+
     Instantiator {
         model: window.model.shortcuts
 

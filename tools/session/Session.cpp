@@ -19,6 +19,9 @@ namespace {
 /// Long enough for a frame and for what follows it.
 constexpr int turnMilliseconds = 20;
 
+/// What one turn brings forth, the next ones take in.
+constexpr int turnsToSettle = 3;
+
 std::unique_ptr<Simulated::SimulatedMac> scenarioNamed(std::string_view name, std::uint64_t seed) {
     auto mac = Simulated::makeScenario(name, seed);
     if (!mac) {
@@ -62,9 +65,20 @@ void Session::pass(double seconds) {
     timer.start();
     while (timer.elapsed() < turnMilliseconds) {
         QCoreApplication::processEvents(QEventLoop::AllEvents, turnMilliseconds);
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        scheduler_.settle();
+        takeIn();
     }
+}
+
+void Session::settle() {
+    for (int turns = 0; turns < turnsToSettle; ++turns) {
+        QCoreApplication::processEvents();
+        takeIn();
+    }
+}
+
+void Session::takeIn() {
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    scheduler_.settle();
 }
 
 } // namespace pacelet
