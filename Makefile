@@ -1,8 +1,10 @@
 # The front door. Every goal installs what is missing and builds first.
 
-.PHONY: run demo test lint asan asan-core tsan bench truth figures fuzz fuzz-coverage mutants package guides pictures mac-check clean
+.PHONY: run demo test lint asan asan-core tsan bench truth figures torture fuzz fuzz-coverage mutants package guides pictures mac-check clean
 
 SCENARIO = chrome-tabs
+SEEDS = 100
+FIRST = 1
 
 run: ## Build and say why this machine is slow: in a window, or as text where there is no display
 	@scripts/build.sh release pacelet pacelet-report
@@ -45,6 +47,10 @@ truth: ## Speed test and traffic list against lines of known speed, in network n
 figures: ## What the window costs: a start, memory, and processor time over four minutes
 	@scripts/build.sh release window-figures
 	@scripts/window-figures.sh
+
+torture: ## A person who tries everything, on machines on which everything happens: make torture SEEDS=100
+	@scripts/build.sh release pacelet-torture
+	@build/release/bin/pacelet-torture $(SEEDS) $(FIRST)
 
 HOURS = 0.5
 

@@ -1,27 +1,52 @@
+import QtQml
 import QtQuick
 import QtQuick.Templates as T
 
-/// Gives the focus back to where it was when the popup has gone.
-Connections {
+/// Gives the focus back to where it was when the popup has gone. Until then, what stands behind a
+/// modal one cannot take it.
+QtObject {
     id: keeper
 
     required property T.Popup popup
     property Item before
     property bool ringed: false
 
-    target: popup
+    readonly property Item holder: popup.parent?.Window.activeFocusItem ?? null
 
-    function onAboutToShow() {
-        if (!before) {
-            before = popup.parent?.Window.activeFocusItem ?? null;
-            ringed = (before as T.AbstractButton)?.visualFocus ?? false;
+    readonly property Connections watch: Connections {
+        target: keeper.popup
+
+        function onAboutToShow() {
+            if (!keeper.before) {
+                keeper.before = keeper.holder;
+                keeper.ringed = (keeper.before as T.AbstractButton)?.visualFocus ?? false;
+            }
+        }
+
+        function onOpened() {
+            Qt.callLater(keeper.holdFast);
+        }
+
+        function onClosed() {
+            if (keeper.before) {
+                keeper.before.forceActiveFocus(keeper.ringed ? Qt.TabFocusReason : Qt.PopupFocusReason);
+            }
+            keeper.before = null;
         }
     }
 
-    function onClosed() {
-        if (before) {
-            before.forceActiveFocus(ringed ? Qt.TabFocusReason : Qt.PopupFocusReason);
+    function holdFast() {
+        if (!popup.opened || !popup.modal) {
+            return;
         }
-        before = null;
+        // Another popup may stand over this one.
+        for (let item = holder; item; item = item.parent) {
+            if (item === popup.parent) {
+                return;
+            }
+        }
+        popup.forceActiveFocus(Qt.PopupFocusReason);
     }
+
+    onHolderChanged: Qt.callLater(keeper.holdFast)
 }

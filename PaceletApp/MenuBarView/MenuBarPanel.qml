@@ -14,6 +14,10 @@ Window {
     title: "Pacelet"
     color: Theme.card
 
+    FocusKeeper {
+        place: view
+    }
+
     MenuBarView {
         id: view
 

@@ -74,6 +74,10 @@ Window {
         }
     }
 
+    FocusKeeper {
+        place: main
+    }
+
     Instantiator {
         model: window.model.shortcuts
 

@@ -24,6 +24,10 @@ Window {
     title: qsTr("Settings")
     color: Theme.window
 
+    FocusKeeper {
+        place: view
+    }
+
     Flickable {
         anchors.fill: parent
         contentHeight: window.formHeight

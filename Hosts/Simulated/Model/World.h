@@ -120,6 +120,12 @@ struct LogMessage {
     bool operator==(const LogMessage&) const = default;
 };
 
+/// An application was asked to end, or ended by force.
+struct QuitRequest {
+    std::string path; ///< of its bundle
+    bool force = false;
+};
+
 /// What was done to the machine, for those who watch it.
 struct Records {
     std::map<std::string, std::int64_t> toolCalls; ///< by the tool's path
@@ -127,6 +133,8 @@ struct Records {
     Seconds lastCallDuration{0};
     std::vector<std::string> openedURLs;
     std::vector<std::string> openedApplications;
+    std::vector<QuitRequest> quits;
+    std::int64_t closedTabs = 0; ///< by scripts
     std::vector<LogMessage> log;
     std::int64_t indexRebuilds = 0;
     std::int64_t restartRequests = 0;

@@ -24,10 +24,16 @@ public:
     std::optional<std::string> executablePath() const override { return bundle_.executable(); }
     ActivationPolicy activationPolicy() const override { return bundle_.policy; }
     bool isTerminated() const override { return findRunning(*machine_.lock(), number_) == nullptr; }
-    bool terminate() override { return requestQuit(*machine_.lock(), number_); }
-    bool forceTerminate() override { return forceQuit(*machine_.lock(), number_); }
+    bool terminate() override { return end(false); }
+    bool forceTerminate() override { return end(true); }
 
 private:
+    bool end(bool force) {
+        const auto world = machine_.lock();
+        world->records.quits.push_back({bundle_.path, force});
+        return force ? forceQuit(*world, number_) : requestQuit(*world, number_);
+    }
+
     Machine& machine_;
     int number_;
     InstalledApp bundle_;

@@ -38,8 +38,9 @@ void rebuildIndex(World& world) {
 /// A simulated browser as a script sees it.
 class ScriptedBrowser final : public Script::Application {
 public:
-    explicit ScriptedBrowser(Browser& browser)
-        : browser_{browser} {}
+    ScriptedBrowser(Browser& browser, Records& records)
+        : browser_{browser},
+          records_{records} {}
 
     std::string name() override { return browser_.name; }
     std::size_t windowCount() override { return browser_.windows.size(); }
@@ -58,6 +59,7 @@ public:
     std::size_t frontWindow() override { return 0; }
 
     void closeTab(std::int64_t window, std::int64_t tab) override {
+        ++records_.closedTabs;
         browser_.closeTab(window, tab);
     }
     void closeWindow(std::int64_t window) override { browser_.closeWindow(window); }
@@ -69,6 +71,7 @@ public:
 
 private:
     Browser& browser_;
+    Records& records_;
 };
 
 class ScriptedMac final : public Script::System {
@@ -102,7 +105,7 @@ public:
             throw ScriptError{Script::notAuthorized,
                               "Not authorized to send Apple events to " + app->name + "."};
         }
-        browsers_.push_back(std::make_unique<ScriptedBrowser>(browser->second));
+        browsers_.push_back(std::make_unique<ScriptedBrowser>(browser->second, world_.records));
         return *browsers_.back();
     }
 

@@ -200,5 +200,23 @@ TEST(AlertDialog, keysAnswerItAndTheHarmlessAnswerComesFirstWhereWorkMayBeLost) 
     }
 }
 
+TEST(Focus, staysInAModalDialogAndNeverOnWhatCannotBeSeen) {
+    Stage asking{dialog(true)};
+    ASSERT_TRUE(QTest::qWaitFor([&] { return asking.focused() != "behind"; }));
+    asking.item("behind")->forceActiveFocus();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return asking.focused() != "behind"; }));
+
+    Stage stage{R"(
+        id: root
+        Row {
+            PrimaryButton { objectName: "first"; text: "First" }
+            PrimaryButton { objectName: "second"; text: "Second" }
+        }
+        FocusKeeper { place: root })"};
+    stage.item("first")->forceActiveFocus();
+    stage.item("first")->setVisible(false);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return stage.focused() == "second"; }));
+}
+
 } // namespace
 } // namespace pacelet
