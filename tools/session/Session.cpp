@@ -53,7 +53,7 @@ Session::Session(std::unique_ptr<Simulated::SimulatedMac> mac,
 }
 
 std::optional<ProcessCatalog> Session::bundledCatalog() {
-    return loadCatalog(ResourceLocations::beside(programFolder()));
+    return loadCatalog(ownResources());
 }
 
 void Session::open(Screen screen) {
