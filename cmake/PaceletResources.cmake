@@ -1,7 +1,18 @@
 # Glyphs and fonts that go into the program.
 
-set(PACELET_ICON_FOLDER /usr/share/bootstrap-icons/svg CACHE PATH "The SVG files of Bootstrap Icons")
-set(PACELET_INTER_FOLDER /usr/share/fonts/opentype/inter CACHE PATH "The OpenType files of Inter")
+set(icons /usr/share/bootstrap-icons/svg)
+set(inter /usr/share/fonts/opentype/inter)
+set(pythons /usr/bin)
+if(APPLE)
+  # Where scripts/install.sh has them put.
+  set(icons ${PROJECT_SOURCE_DIR}/build/mac-packages/node_modules/bootstrap-icons/icons)
+  set(inter $ENV{HOME}/Library/Fonts)
+  set(pythons /opt/homebrew/opt/fonttools/libexec/bin /usr/local/opt/fonttools/libexec/bin)
+endif()
+set(PACELET_ICON_FOLDER ${icons} CACHE PATH "The SVG files of Bootstrap Icons")
+set(PACELET_INTER_FOLDER ${inter} CACHE PATH "The OpenType files of Inter")
+# The interpreter that the font tools are installed for.
+find_program(PACELET_PYTHON python3 PATHS ${pythons} NO_DEFAULT_PATH REQUIRED)
 
 # Embeds each glyph of resources/symbols.json under its own name: resources/symbols holds those that
 # we draw ourselves, all others come from the icon package.
@@ -34,8 +45,6 @@ endfunction()
 
 # Makes and embeds the weights of the face whose digits have one width.
 function(pacelet_embed_fonts target)
-  # The distribution's own interpreter: the font tools are installed for that one.
-  find_program(PACELET_PYTHON python3 PATHS /usr/bin NO_DEFAULT_PATH REQUIRED)
   set(script ${PROJECT_SOURCE_DIR}/resources/fonts/tabular-figures.py)
   set(fonts "")
   foreach(weight Regular SemiBold Bold)

@@ -6,6 +6,8 @@
 
 #include "Hosts/Mac/MacHost.h"
 
+#include <filesystem>
+
 namespace pacelet {
 
 using LiveHost = Mac::MacHost;

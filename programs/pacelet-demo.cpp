@@ -1,10 +1,10 @@
 // Shows the window on a simulated Mac, whose time passes as ours does, or on a captured machine.
 
 #include "Core/Support/StandardStreams.h"
-#include "Hosts/Linux/Desktop/Display.h"
 #include "Hosts/Recorded/TapedMachine.h"
 #include "Hosts/Simulated/SimulatedMac.h"
 #include "PaceletApp/Application/Program.h"
+#include "programs/LiveDesktop.h"
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
@@ -44,16 +44,16 @@ int showWindow(int argc, char** argv) {
             return std::filesystem::exists(wanted) ? statusUsage : explainUsage();
         }
     }
-    auto display = Linux::chooseDisplay();
-    if (!display) {
+    auto desktop = LiveDesktop::find();
+    if (!desktop) {
         StandardStreams::complain("pacelet-demo: there is no display here; start it in a desktop "
                                   "session or under xvfb-run.");
         return statusUnavailable;
     }
-    qputenv("QT_QPA_PLATFORM", display->plugin.c_str());
+    desktop->tellQt();
     // First, so that a signal finds it there and the folders of the machine are taken away.
     Program program{argc, argv};
-    display->connection.reset();
+    desktop->isConnected();
     if (capture) {
         Recorded::Replay replay{*std::move(capture)};
         replay.followRealTime();

@@ -3,13 +3,10 @@
 #include "Core/Diagnosis/Report.h"
 #include "Core/Knowledge/CatalogFile.h"
 #include "Core/Support/StandardStreams.h"
-#include "Hosts/Linux/Browser/BridgeWire.h"
-#include "Hosts/Linux/Desktop/Display.h"
-#include "Hosts/Linux/Desktop/Wishes.h"
-#include "Hosts/Linux/LinuxHost.h"
 #include "PaceletApp/Application/Program.h"
 #include "PaceletApp/Application/SingleInstance.h"
 #include "PaceletApp/Version.h"
+#include "programs/LiveDesktop.h"
 #include "programs/pacelet-report/LiveLook.h"
 
 #include <fmt/format.h>
@@ -35,14 +32,7 @@ int comeForward(const SingleInstance& running) {
     return statusUnavailable;
 }
 
-/// All is drawn larger, so that nothing is cut: rows and buttons fit their texts.
-void followTextScale(std::string_view plugin) {
-    if (plugin.starts_with("wayland") && qEnvironmentVariableIsEmpty("QT_SCALE_FACTOR")) {
-        qputenv("QT_SCALE_FACTOR", QByteArray::number(Linux::textScaleOfDesktop()));
-    }
-}
-
-int runInDesktop(Linux::ChosenDisplay display, bool isHidden, int argc, char** argv) {
+int runInDesktop(LiveDesktop desktop, bool isHidden, int argc, char** argv) {
     SingleInstance instance{SingleInstance::standardFolders()};
     if (!instance.isFirst()) {
         return isHidden ? 0 : comeForward(instance);
@@ -51,19 +41,14 @@ int runInDesktop(Linux::ChosenDisplay display, bool isHidden, int argc, char** a
         StandardStreams::complain("Pacelet has no folder of its own to see whether it runs "
                                   "already.");
     }
-    qputenv("QT_QPA_PLATFORM", display.plugin.c_str());
-    followTextScale(display.plugin);
+    desktop.tellQt();
     Program program{argc, argv};
-    display.connection.reset();
-    Linux::LinuxSettings settings;
-    settings.postToUI = postToUI;
-    settings.runtimeFolder = Linux::BridgeWire::standardFolder();
-    Linux::LinuxHost host{settings};
-    host.renewUserFiles();
-    return program.run(host.platform(),
-                       {&instance,
-                        [folder = settings.configFolder] { return Linux::wishesOfDesktop(folder); },
-                        [&host] { host.stopLongTools(); }, isHidden});
+    desktop.isConnected();
+    DesktopHost host;
+    ProgramSurroundings surroundings = host.surroundings();
+    surroundings.instance = &instance;
+    surroundings.isHidden = isHidden;
+    return program.run(host.platform(), surroundings);
 }
 
 /// The exit status of a program whose work is to print `text`.
@@ -77,16 +62,16 @@ int printed(std::string_view text) {
 
 int printAnswer() {
     try {
-        Linux::LinuxHost host;
+        LiveHost host;
         const Platform machine = host.platform();
         const ProcessCatalog catalog =
-            ProcessCatalog::bundled(ResourceLocations::beside(programFolder()))
+            ProcessCatalog::bundled(resourcesOf(ownProgram().parent_path()))
                 .on(machine.system, machine.abilities);
         const report::Look look = report::lookAtMachine(machine, catalog);
         const std::string answer = Report::render(
             report::diagnose(look, catalog), look.reading.groups, catalog, look.reading.signals);
-        return printed(answer + "\n\nThere is no display here. Start pacelet in a desktop session "
-                                "to see its window, or under xvfb-run.\n");
+        return printed(
+            fmt::format("{}\n\nThere is no display here. {}\n", answer, LiveDesktop::advice));
     } catch (const CatalogError&) {
         StandardStreams::complain(catalogMissing);
         return statusUnavailable;
@@ -100,12 +85,13 @@ std::optional<std::string> answerTo(std::string_view argument) {
         return fmt::format("Pacelet {}\n", paceletVersion);
     }
     if (argument == "--help") {
-        return "Usage: pacelet [--help | --version | --hidden]\n\n"
-               "Tells in plain English why this machine is slow right now: in a window, or as "
-               "text\n"
-               "where there is no display. See also pacelet-report --help.\n\n"
-               "  --hidden  start in the system tray alone; start Pacelet again to see its "
-               "window\n";
+        return fmt::format("Usage: pacelet [--help | --version | --hidden]\n\n"
+                           "Tells in plain English why this machine is slow right now: in a "
+                           "window, or as text\n"
+                           "where there is no display. See also pacelet-report --help.\n\n"
+                           "  --hidden  start in the {} alone; start Pacelet again to see its "
+                           "window\n",
+                           LiveDesktop::trayName);
     }
     return std::nullopt;
 }
@@ -118,9 +104,9 @@ int main(int argc, char** argv) {
         if (const auto answer = argc > 1 ? answerTo(argv[1]) : std::nullopt) {
             return printed(*answer);
         }
-        auto display = Linux::chooseDisplay();
+        auto desktop = LiveDesktop::find();
         const bool isHidden = argc > 1 && std::string_view{argv[1]} == "--hidden";
-        return display ? runInDesktop(*std::move(display), isHidden, argc, argv) : printAnswer();
+        return desktop ? runInDesktop(*std::move(desktop), isHidden, argc, argv) : printAnswer();
     } catch (const std::exception& error) {
         StandardStreams::complain(std::string{"pacelet: "} + error.what());
         return statusUnavailable;

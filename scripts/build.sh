@@ -5,7 +5,11 @@ cd "$(dirname "$0")/.."
 preset=$1
 shift
 
-scripts/install.sh scripts/packages.txt
+packages=scripts/packages.txt
+if [ "$(uname)" = Darwin ]; then
+    packages=scripts/packages-mac.txt
+fi
+scripts/install.sh "$packages"
 if [ ! -f "build/$preset/build.ninja" ]; then
     cmake --preset "$preset" >/dev/null
 fi

@@ -12,7 +12,7 @@ if [ "${1:-}" != --cheap ]; then
     cmake --build build/release --target pacelet_screens_qmllint || failed=1
     # What is compiled in one piece is read in one piece: headers once for a folder. What is made by the
     # build is left out.
-    python3 - build/release/compile_commands.json <<'PY' | xargs -P "$(nproc)" -n 1 \
+    python3 - build/release/compile_commands.json <<'PY' | xargs -P "$(getconf _NPROCESSORS_ONLN)" -n 1 \
         clang-tidy -p build/release --quiet --warnings-as-errors='*' --extra-arg=-Wno-unknown-warning-option \
         --checks=-bugprone-suspicious-include 2>/dev/null || failed=1
 import json, sys

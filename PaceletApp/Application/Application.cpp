@@ -102,7 +102,8 @@ SharedObjects Application::sharedObjects() {
 }
 
 void Application::openWindow() {
-    auto model = std::make_unique<RootModel>(sharedObjects());
+    auto model = std::make_unique<RootModel>(sharedObjects(), !hasMenuBar_);
+    mainModel_ = model.get();
     connect(this, &Application::leavingUnseen, model.get(), &RootModel::askToLeave);
     connect(model.get(), &RootModel::settingsRequested, this, &Application::showSettings);
     connect(model.get(), &RootModel::closeRequested, this, &Application::closeWindow);
@@ -150,6 +151,40 @@ bool Application::eventFilter(QObject* object, QEvent* event) {
     preferences_.setToldOfLeaving();
     Q_EMIT leavingUnseen();
     return true;
+}
+
+void Application::perform(const Command& command) {
+    switch (command.action) {
+    case Command::Action::closeWindow:
+        if (QWindow* const front = QGuiApplication::focusWindow(); front && front != window()) {
+            front->close();
+            return;
+        }
+        break;
+    case Command::Action::find:
+    case Command::Action::showScreen:
+        showWindow();
+        break;
+    case Command::Action::checkNow:
+    case Command::Action::settings:
+    case Command::Action::checkForUpdates:
+    case Command::Action::quit:
+        break;
+    }
+    if (mainScene_) {
+        mainModel_->perform(command);
+        return;
+    }
+    // What needs no window.
+    if (command.action == Command::Action::checkNow) {
+        monitor_.checkNow();
+    } else if (command.action == Command::Action::settings) {
+        showSettings();
+    } else if (command.action == Command::Action::checkForUpdates) {
+        updater_.checkForUpdates();
+    } else if (command.action == Command::Action::quit) {
+        Q_EMIT quitRequested();
+    }
 }
 
 void Application::closeWindow() {
@@ -216,6 +251,7 @@ void Application::openPanel(const QRect& icon) {
     model->liveDot()->setShown(true);
     monitor_.setMenuOpen(true);
     panel.show();
+    panel.raise();
     panel.requestActivate();
 }
 
@@ -249,7 +285,7 @@ void Application::dropLater(std::unique_ptr<Scene> scene) {
 
 void Application::dropClosed() {
     closedScenes_.clear();
-    if (!mainScene_ && !settingsScene_ && !panelScene_) {
+    if (!isOpen()) {
         engine_.reset();
         releaseIdleMemory();
     }

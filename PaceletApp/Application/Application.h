@@ -13,6 +13,7 @@
 #include "PaceletApp/Support/HostTranslator.h"
 
 #include <QObject>
+#include <QPointer>
 #include <QRect>
 #include <QSize>
 
@@ -40,6 +41,8 @@ public:
     FixActions& actions() { return actions_; }
     AppPreferences& preferences() { return preferences_; }
 
+    AppUpdater& updater() { return updater_; }
+
     /// Starts sampling, and shows the tray item. Opens no window.
     void start();
 
@@ -49,6 +52,12 @@ public:
     /// What tells how much room the main window has, in logical pixels, when it opens. A window
     /// that nobody looks at has all it needs.
     void setRoom(std::function<QSize()> room) { room_ = std::move(room); }
+
+    /// The application has a menu bar, so the main window that opens next shows no menu itself.
+    void haveMenuBar() { hasMenuBar_ = true; }
+
+    /// Does what a command in the menu bar says, whatever window is open.
+    void perform(const Command& command);
 
     /// Opens the main window or brings it forward.
     void showWindow(const pacelet::Activation& activation = {});
@@ -60,6 +69,9 @@ public:
     /// Opens the panel beside `icon`, or at the pointer when that is empty.
     void openPanel(const QRect& icon);
     void closePanel();
+
+    /// Whether any window is open.
+    bool isOpen() const { return mainScene_ || settingsScene_ || panelScene_; }
 
     /// Null while they are closed.
     QQuickWindow* window();
@@ -99,8 +111,10 @@ private:
     SpeedTester speedTester_;
     std::unique_ptr<TrayItem> tray_;
     std::function<QSize()> room_;
+    bool hasMenuBar_ = false;
     DesktopWishes wishes_;
     std::unique_ptr<QQmlEngine> engine_;
+    QPointer<RootModel> mainModel_; ///< of `mainScene_`
     std::unique_ptr<Scene> mainScene_;
     std::unique_ptr<Scene> settingsScene_;
     std::unique_ptr<Scene> panelScene_;

@@ -2,6 +2,9 @@
 
 #include <QPixmapCache>
 
+#ifdef __APPLE__
+#include <malloc/malloc.h>
+#else
 #include <malloc.h>
 #include <sys/mman.h>
 
@@ -9,8 +12,19 @@
 #include <cstdio>
 #include <fstream>
 #include <string>
+#endif
 
 namespace pacelet {
+
+#ifdef __APPLE__
+
+void releaseIdleMemory() {
+    QPixmapCache::clear();
+    // Of every zone, all that it can do without. Code counts with nobody there.
+    malloc_zone_pressure_relief(nullptr, 0);
+}
+
+#else
 
 namespace {
 
@@ -47,5 +61,7 @@ void releaseIdleMemory() {
 #endif
     releaseCode();
 }
+
+#endif
 
 } // namespace pacelet

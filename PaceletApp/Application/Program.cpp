@@ -2,11 +2,13 @@
 
 #include "Core/Support/StandardStreams.h"
 #include "PaceletApp/Application/Application.h"
+#include "PaceletApp/Application/ApplicationMenu.h"
 #include "PaceletApp/Application/SingleInstance.h"
 #include "PaceletApp/Application/WishFollower.h"
 #include "PaceletApp/Components/Typography.h"
 #include "PaceletApp/Scheduler/RealScheduler.h"
 
+#include <QFile>
 #include <QIcon>
 #include <QScreen>
 
@@ -60,10 +62,21 @@ int& prepared(int& argc) {
     return argc;
 }
 
+#ifdef Q_OS_MACOS
+/// A Mac tells of a press on the program's place in the Dock by making it the active one, again.
+void openFromDock(Application& application) {
+    QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, &application,
+                     [&application](Qt::ApplicationState state) {
+                         if (state == Qt::ApplicationActive && !application.isOpen()) {
+                             application.showWindow();
+                         }
+                     });
+}
+#endif
+
 int runUntilQuit(const Platform& platform, Scheduler& scheduler,
                  const ProgramSurroundings& surroundings) {
-    Application application{platform, scheduler,
-                            loadCatalog(ResourceLocations::beside(programFolder()))};
+    Application application{platform, scheduler, loadCatalog(ownResources())};
     QObject::connect(&application, &Application::quitRequested, qApp, &QCoreApplication::quit,
                      Qt::QueuedConnection);
     if (surroundings.wishes) {
@@ -81,6 +94,10 @@ int runUntilQuit(const Platform& platform, Scheduler& scheduler,
         constexpr QSize panel{0, 40};
         return QGuiApplication::platformName().startsWith(u"wayland") ? room - panel : room;
     });
+#ifdef Q_OS_MACOS
+    const ApplicationMenu menu{application, surroundings.showAbout};
+    openFromDock(application);
+#endif
     application.start();
     if (!surroundings.isHidden) {
         application.showWindow();
@@ -90,8 +107,16 @@ int runUntilQuit(const Platform& platform, Scheduler& scheduler,
 
 } // namespace
 
-std::filesystem::path programFolder() {
-    return std::filesystem::read_symlink("/proc/self/exe").parent_path();
+ResourceLocations resourcesOf(const std::filesystem::path& programFolder) {
+    if (programFolder.filename() != "MacOS") {
+        return ResourceLocations::beside(programFolder);
+    }
+    const std::filesystem::path resources = programFolder.parent_path() / "Resources";
+    return {resources, resources / "Pacelet_Core.bundle"};
+}
+
+ResourceLocations ownResources() {
+    return resourcesOf(QFile::encodeName(QCoreApplication::applicationDirPath()).toStdString());
 }
 
 void postToUI(std::function<void()> function) {

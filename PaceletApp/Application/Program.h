@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Core/Knowledge/ProcessCatalog.h"
 #include "Core/Platform/DesktopWishes.h"
 #include "Core/Platform/Platform.h"
 #include "PaceletApp/Application/QuitSignals.h"
@@ -13,8 +14,12 @@ namespace pacelet {
 
 class SingleInstance;
 
-/// The folder that the running program stands in.
-std::filesystem::path programFolder();
+/// Where the resources of a program in this folder stand: those of a Mac's application in its
+/// bundle, all others beside it.
+ResourceLocations resourcesOf(const std::filesystem::path& programFolder);
+
+/// Those of the running program. Once there is a QCoreApplication.
+ResourceLocations ownResources();
 
 /// Has a function called in a later turn of the UI thread. Any thread.
 void postToUI(std::function<void()> function);
@@ -26,6 +31,8 @@ struct ProgramSurroundings {
     std::function<DesktopWishes()> wishes;
     /// Ends tools that would go on for long; called once the user has ended the program.
     std::function<void()> stopLongTools{};
+    /// Tells of the program, for the menu bar of an application.
+    std::function<void()> showAbout{};
     bool isHidden = false; ///< begins in the tray, without the main window
 };
 

@@ -2,12 +2,13 @@
 
 #include <QCoreApplication>
 
-#include <sys/eventfd.h>
+#include <fcntl.h>
+#include <unistd.h>
 
-#include <array>
 #include <atomic>
 #include <cerrno>
 #include <csignal>
+#include <cstdint>
 
 namespace pacelet {
 
@@ -23,17 +24,30 @@ std::atomic<int> mailbox{-1};
 
 void post(int number) {
     const int error = errno;
-    ::eventfd_write(mailbox, static_cast<eventfd_t>(number));
+    const auto byte = static_cast<std::uint8_t>(number);
+    [[maybe_unused]] const ssize_t written = ::write(mailbox, &byte, sizeof byte);
     errno = error;
+}
+
+/// A pipe whose ends do not block, and that no child process gets.
+std::array<Descriptor, 2> openedPipe() {
+    std::array<int, 2> ends{-1, -1};
+    if (::pipe(ends.data()) == 0) {
+        for (const int end : ends) {
+            ::fcntl(end, F_SETFD, FD_CLOEXEC);
+            ::fcntl(end, F_SETFL, O_NONBLOCK);
+        }
+    }
+    return {Descriptor{ends[0]}, Descriptor{ends[1]}};
 }
 
 } // namespace
 
 QuitSignals::QuitSignals()
-    : mailbox_{::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)},
-      notifier_{mailbox_.get(), QSocketNotifier::Read} {
+    : mailbox_{openedPipe()},
+      notifier_{mailbox_[0].get(), QSocketNotifier::Read} {
     QObject::connect(&notifier_, &QSocketNotifier::activated, [this] { quit(); });
-    mailbox = mailbox_.get();
+    mailbox = mailbox_[1].get();
     for (const int number : quitSignals) {
         struct sigaction now {};
         ::sigaction(number, nullptr, &now);
@@ -56,9 +70,9 @@ QuitSignals::~QuitSignals() {
 }
 
 void QuitSignals::quit() {
-    eventfd_t number = 0;
-    if (::eventfd_read(mailbox_.get(), &number) == 0) {
-        QCoreApplication::exit(statusOfSignal + static_cast<int>(number));
+    std::uint8_t number = 0;
+    if (::read(mailbox_[0].get(), &number, sizeof number) == sizeof number) {
+        QCoreApplication::exit(statusOfSignal + number);
     }
 }
 

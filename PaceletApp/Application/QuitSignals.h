@@ -4,6 +4,8 @@
 
 #include <QSocketNotifier>
 
+#include <array>
+
 namespace pacelet {
 
 /// Has Ctrl+C in the terminal, and whoever asks the program to end, end its event loop, so that it
@@ -19,7 +21,7 @@ public:
 private:
     void quit();
 
-    Descriptor mailbox_;
+    std::array<Descriptor, 2> mailbox_; ///< both ends of a pipe
     QSocketNotifier notifier_;
 };
 

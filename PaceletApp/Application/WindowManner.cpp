@@ -1,5 +1,6 @@
 #include "PaceletApp/Application/WindowManner.h"
 
+#ifndef __APPLE__
 #include <QGuiApplication>
 
 #include <algorithm>
@@ -8,8 +9,32 @@
 #include <cstring>
 #include <memory>
 #include <xcb/xcb.h>
+#endif
 
 namespace pacelet::WindowManner {
+
+namespace {
+
+void show(QWindow& window) {
+    window.setWindowStates(window.windowStates() & ~Qt::WindowMinimized);
+    // QWindow::show() would bring one that fills the screen back to its size.
+    window.setVisible(true);
+    window.raise();
+    window.requestActivate();
+}
+
+} // namespace
+
+#ifdef __APPLE__
+
+// The Dock shows programs, and a program comes forward with its window.
+void leaveTaskBar(QWindow&) {}
+
+void bringForward(QWindow& window, const Activation&) {
+    show(window);
+}
+
+#else
 
 namespace {
 
@@ -112,11 +137,7 @@ void bringForward(QWindow& window, const Activation& activation) {
         // Where Qt looks for it.
         qputenv("XDG_ACTIVATION_TOKEN", activation.token);
     }
-    window.setWindowStates(window.windowStates() & ~Qt::WindowMinimized);
-    // QWindow::show() would bring one that fills the screen back to its size.
-    window.setVisible(true);
-    window.raise();
-    window.requestActivate();
+    show(window);
     if (isGiven) {
         if (const auto time = activation.time()) {
             activateAsOf(connection, window, *time);
@@ -125,5 +146,7 @@ void bringForward(QWindow& window, const Activation& activation) {
         xcb_flush(connection);
     }
 }
+
+#endif
 
 } // namespace pacelet::WindowManner

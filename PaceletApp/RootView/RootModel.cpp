@@ -13,9 +13,10 @@
 
 namespace pacelet {
 
-RootModel::RootModel(const SharedObjects& objects, QObject* parent)
+RootModel::RootModel(const SharedObjects& objects, bool hasMenu, QObject* parent)
     : QObject{parent},
       objects_{objects},
+      hasMenu_{hasMenu},
       sidebar_{objects.monitor, objects.router},
       sheet_{objects},
       question_{objects.scheduler},
@@ -116,6 +117,9 @@ QString RootModel::problem() const {
 
 QStringList RootModel::shortcuts() const {
     QStringList sequences;
+    if (!hasMenu_) {
+        return sequences;
+    }
     for (const Command& command : commands_) {
         sequences.append(qtText(command.shortcut));
     }
@@ -138,11 +142,11 @@ void RootModel::leave() {
 
 void RootModel::press(int command) {
     if (command >= 0 && static_cast<std::size_t>(command) < commands_.size()) {
-        run(commands_[static_cast<std::size_t>(command)]);
+        perform(commands_[static_cast<std::size_t>(command)]);
     }
 }
 
-void RootModel::run(const Command& command) {
+void RootModel::perform(const Command& command) {
     if ((question_.isOpen() || sheet_.isOpen() || leaving_) &&
         command.action != Command::Action::quit) {
         return;

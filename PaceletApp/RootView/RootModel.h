@@ -44,16 +44,18 @@ class RootModel final : public QObject {
     Q_PROPERTY(QString news READ news NOTIFY newsChanged)
     /// What went wrong with the last look at the machine; empty when it went well.
     Q_PROPERTY(QString problem READ problem NOTIFY problemChanged)
-    /// The commands, with the roles of `MenuEntry`; `press` takes a place in this list.
+    /// The commands, with the roles of `MenuEntry`; `press` takes a place in this list. Null where
+    /// they stand in the menu bar of the application, and have their keys there.
     Q_PROPERTY(QAbstractItemModel* menu READ menu CONSTANT)
-    /// Their key sequences, in the same order.
+    /// Their key sequences, in the same order; empty where there is no menu.
     Q_PROPERTY(QStringList shortcuts READ shortcuts CONSTANT)
     /// The one command that is about the window in front; all others are about the program.
     Q_PROPERTY(int closeCommand READ closeCommand CONSTANT)
 
 public:
-    /// All of `objects` outlive this.
-    explicit RootModel(const SharedObjects& objects, QObject* parent = nullptr);
+    /// All of `objects` outlive this. `hasMenu` is false where the application has a menu bar.
+    explicit RootModel(const SharedObjects& objects, bool hasMenu = true,
+                       QObject* parent = nullptr);
 
     bool ready() const;
     QString missingCatalog() const;
@@ -66,11 +68,14 @@ public:
     bool leaving() const { return leaving_.value(); }
     const QString& news() const { return news_.value(); }
     QString problem() const;
-    QAbstractItemModel* menu() { return &menu_; }
+    QAbstractItemModel* menu() { return hasMenu_ ? &menu_ : nullptr; }
     QStringList shortcuts() const;
     int closeCommand() const;
 
     Q_INVOKABLE void press(int command);
+
+    /// While a dialog or a sheet is open, no command reaches what stands behind it.
+    void perform(const Command& command);
 
     void askToLeave() { setLeaving(true); }
     Q_INVOKABLE void leave();
@@ -93,10 +98,9 @@ private:
     void refreshMenu();
     void askForFixes();
     void noteFirstFinding();
-    /// While a dialog or a sheet is open, no command reaches what stands behind it.
-    void run(const Command& command);
 
     SharedObjects objects_;
+    bool hasMenu_;
     SidebarModel sidebar_;
     std::unique_ptr<QObject> screenModel_;
     SheetModel sheet_;

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "Core/Support/Descriptor.h"
+#include "PaceletApp/Scheduler/Alarm.h"
 #include "PaceletApp/Scheduler/Scheduler.h"
 #include "PaceletApp/Scheduler/WorkerPool.h"
 
-#include <QSocketNotifier>
+#include <QObject>
 
 #include <mutex>
 #include <vector>
@@ -33,13 +33,11 @@ private:
     void start(BackgroundJob& job) override;
     void jobDone(BackgroundJob& job) override;
 
-    void timerFired();
+    void runDue();
     void finishJobs();
 
-    Descriptor timer_;
-    Descriptor mailbox_; ///< readable when `finished_` has something
-    QSocketNotifier timerNotifier_;
-    QSocketNotifier mailboxNotifier_;
+    Alarm alarm_;
+    QObject mailbox_; ///< in the event loop's thread: gets an event when `finished_` has something
     std::mutex finishedMutex_;
     std::vector<BackgroundJob*> finished_;
     WorkerPool pool_;

@@ -73,7 +73,7 @@ void Session::start(const Platform& platform, std::optional<ProcessCatalog> cata
 }
 
 std::optional<ProcessCatalog> Session::bundledCatalog() {
-    return loadCatalog(ResourceLocations::beside(programFolder()));
+    return loadCatalog(ownResources());
 }
 
 void Session::open(Screen screen) {

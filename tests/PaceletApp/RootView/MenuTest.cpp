@@ -1,7 +1,11 @@
+#include "PaceletApp/Application/ApplicationMenu.h"
 #include "PaceletApp/RootView/MenuEntry.h"
 #include "tests/PaceletApp/Support/ApplicationRig.h"
 
+#include <QMenu>
 #include <QSignalSpy>
+
+#include <map>
 
 namespace pacelet::testing {
 namespace {
@@ -97,6 +101,41 @@ TEST_F(MenuTest, TheSidebarLeadsFromScreenToScreenAndNotBehindAQuestion) {
     ASSERT_TRUE(comesUp("Restart your Mac?"));
     probe->clickText("Background Items");
     EXPECT_EQ(app().router().screen(), there);
+}
+
+TEST_F(MenuTest, StandsInTheMenuBarOfAMac) {
+    launch("quiet");
+    bool isAboutShown = false;
+    const ApplicationMenu menu{app(), [&] { isAboutShown = true; }};
+    std::map<std::string, QAction*> items;
+    std::string lines;
+    for (const QAction* title : menu.bar().actions()) {
+        lines += title->text().toStdString() + ":";
+        for (QAction* item : title->menu()->actions()) {
+            items[item->text().toStdString()] = item;
+            lines += item->isSeparator() ? " |" : " " + item->text().toStdString();
+        }
+        lines += "\n";
+    }
+    EXPECT_EQ(lines, "File: About Pacelet Settings… Close window Quit Pacelet\n"
+                     "View: Check now Find | Overview Processes Background Items Internet Usage\n");
+    EXPECT_EQ(items["Usage"]->shortcut(), QKeySequence{Qt::CTRL | Qt::Key_5});
+    items["About Pacelet"]->trigger();
+    EXPECT_TRUE(isAboutShown);
+
+    settle();
+    const auto before = looks();
+    items["Check now"]->trigger(); // without a window, too
+    settle();
+    EXPECT_EQ(looks(), before + 1);
+    EXPECT_EQ(app().window(), nullptr);
+    items["Usage"]->trigger();
+    ASSERT_NE(app().window(), nullptr);
+    EXPECT_EQ(app().router().screen(), Screen::usage);
+    probe.emplace(*app().window());
+    EXPECT_FALSE(probe->item("menu button")->isVisible());
+    items["Close window"]->trigger();
+    closes(&Application::window);
 }
 
 } // namespace

@@ -2,7 +2,9 @@
 
 // Only what Hosts/Mac calls, after the public pages of the classes below
 // developer.apple.com/documentation/appkit: nsworkspace, nsworkspace/openconfiguration,
-// nsrunningapplication, nsapplication/activationpolicy-swift.enum, nsimage, nsbitmapimagerep.
+// nsrunningapplication, nsapplication/activationpolicy-swift.enum, nsimage, nsbitmapimagerep,
+// nsapplication/shared, nsapplication/orderfrontstandardaboutpanel(_:), nsappearance,
+// nsappearancecustomization/appearance.
 
 #include <CoreGraphics/CoreGraphics.h>
 #include <Foundation/Foundation.h>
@@ -16,15 +18,27 @@ typedef NSUInteger NSBitmapImageFileType;
 enum : NSBitmapImageFileType { NSBitmapImageFileTypePNG = 4 };
 typedef NSString* NSBitmapImageRepPropertyKey;
 typedef NSString* NSImageHintKey;
+typedef NSString* NSAppearanceName;
 
 #ifdef __cplusplus
 extern "C" {
 #endif
 extern NSNotificationName const NSWorkspaceWillSleepNotification;
 extern NSNotificationName const NSWorkspaceDidWakeNotification;
+extern NSAppearanceName const NSAppearanceNameDarkAqua;
 #ifdef __cplusplus
 }
 #endif
+
+@interface NSAppearance : NSObject
++ (NSAppearance*)appearanceNamed:(NSAppearanceName)name;
+@end
+
+@interface NSApplication : NSObject
+@property(class, readonly, strong) __kindof NSApplication* sharedApplication;
+@property(strong) NSAppearance* appearance;
+- (void)orderFrontStandardAboutPanel:(id)sender;
+@end
 
 @interface NSRunningApplication : NSObject
 + (NSArray<NSRunningApplication*>*)runningApplicationsWithBundleIdentifier:(NSString*)identifier;
@@ -58,6 +72,7 @@ extern NSNotificationName const NSWorkspaceDidWakeNotification;
 @property(readonly, strong) NSNotificationCenter* notificationCenter;
 @property(readonly, copy) NSArray<NSRunningApplication*>* runningApplications;
 @property(readonly) BOOL accessibilityDisplayShouldReduceMotion;
+@property(readonly) BOOL accessibilityDisplayShouldIncreaseContrast;
 - (BOOL)openURL:(NSURL*)url;
 - (NSURL*)URLForApplicationWithBundleIdentifier:(NSString*)bundleIdentifier;
 - (void)openApplicationAtURL:(NSURL*)applicationURL

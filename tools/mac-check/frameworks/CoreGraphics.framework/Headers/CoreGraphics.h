@@ -3,7 +3,8 @@
 // Only what Hosts/Mac calls, after the public pages below
 // developer.apple.com/documentation/coregraphics: cgwindowlistcopywindowinfo(_:_:),
 // cggetactivedisplaylist(_:_:_:), cgdisplaycopydisplaymode(_:),
-// cgdisplaycopyalldisplaymodes(_:_:), cgdisplaymode, cgerror.
+// cgdisplaycopyalldisplaymodes(_:_:), cgdisplaymode, cgerror,
+// cgsessioncopycurrentdictionary().
 
 #include <CoreFoundation/CoreFoundation.h>
 #include <stdint.h>
@@ -25,6 +26,7 @@ enum : CGError { kCGErrorSuccess = 0 };
 
 extern const CFStringRef kCGDisplayShowDuplicateLowResolutionModes;
 
+CFDictionaryRef CGSessionCopyCurrentDictionary(void);
 CFArrayRef CGWindowListCopyWindowInfo(CGWindowListOption option, CGWindowID relativeToWindow);
 CGError CGGetActiveDisplayList(uint32_t maxDisplays, CGDirectDisplayID* activeDisplays,
                                uint32_t* displayCount);
