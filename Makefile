@@ -1,6 +1,6 @@
 # The front door. Every goal installs what is missing and builds first.
 
-.PHONY: run demo test lint asan asan-core tsan bench truth figures fuzz package guides pictures clean
+.PHONY: run demo test lint asan asan-core tsan bench test-browser truth figures fuzz package guides pictures clean
 
 SCENARIO = chrome-tabs
 
@@ -17,6 +17,11 @@ test: ## The whole release suite, after a short run of every fuzzer
 	@scripts/fuzz.sh 2000 5
 	@scripts/build.sh release
 	@ctest --preset release -j2
+
+test-browser: ## The tab cleaner on a real browser, which is installed if it is missing
+	@scripts/install.sh scripts/packages-browser.txt
+	@scripts/build.sh release real-browser-tests pacelet
+	@build/release/bin/real-browser-tests
 
 lint: ## Layout of the code, include walls, QML and clang-tidy, over the whole tree
 	@scripts/build.sh release
