@@ -1,6 +1,6 @@
 # The front door. Every goal installs what is missing and builds first.
 
-.PHONY: run demo test lint asan asan-core tsan bench test-browser truth figures fuzz package guides pictures clean
+.PHONY: run demo test lint asan asan-core tsan bench test-browser truth figures fuzz package guides pictures mac-check clean
 
 SCENARIO = chrome-tabs
 
@@ -64,6 +64,9 @@ guides: ## The guide pages that the program links to, as a site in build/guides
 	@rm -rf build/guides
 	@build/release/bin/pacelet-guides resources/processes.json tools/guides/guides.css \
 		resources/icons/pacelet.svg build/guides
+
+mac-check: ## Builds the report for both processors of a Mac, and looks for every call in it
+	@scripts/mac-check.sh
 
 pictures: ## The pictures of the README, in docs/pictures
 	@scripts/build.sh release pacelet-gallery

@@ -76,7 +76,8 @@ QQuickItem* among(QQuickItem* from, const QString& name) {
 class Program {
 public:
     explicit Program(std::int64_t groups)
-        : mac_{crowdedMac(groups * 40 / 33)}, scheduler_{mac_.machine},
+        : mac_{crowdedMac(groups * 40 / 33)},
+          scheduler_{mac_.machine},
           application_{mac_.platform(), scheduler_, Session::bundledCatalog()} {
         application_.preferences().setOnboarded(true);
         application_.monitor().togglePause();

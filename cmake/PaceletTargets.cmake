@@ -25,6 +25,10 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     target_compile_options(pacelet_options INTERFACE -Wno-tsan)
   endif()
 endif()
+if(APPLE)
+  # Its library has stop tokens, in headers alone, but calls them an experiment.
+  target_compile_definitions(pacelet_options INTERFACE _LIBCPP_ENABLE_EXPERIMENTAL)
+endif()
 target_include_directories(pacelet_options INTERFACE ${PROJECT_SOURCE_DIR})
 
 if(PACELET_SANITIZE)

@@ -9,7 +9,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     using namespace pacelet::Linux;
     const Bytes answer = std::as_bytes(std::span{data, size});
     std::vector<SocketCounters> sockets;
-    parseSocketCounters(answer, sockets);
+    parseSocketCounters(answer, LocalNetworks{}, sockets);
     const std::vector<Interface> interfaces = parseInterfaces(answer);
     defaultInterface(parseDefaultRoutes(answer), interfaces);
     parseFamilyNumber(answer);

@@ -1,7 +1,8 @@
-// Shows the window on a simulated Mac, whose time passes as ours does.
+// Shows the window on a simulated Mac, whose time passes as ours does, or on a captured machine.
 
 #include "Core/Support/StandardStreams.h"
 #include "Hosts/Linux/Desktop/Display.h"
+#include "Hosts/Recorded/TapedMachine.h"
 #include "Hosts/Simulated/SimulatedMac.h"
 #include "PaceletApp/Application/Program.h"
 
@@ -10,6 +11,8 @@
 
 #include <algorithm>
 #include <exception>
+#include <filesystem>
+#include <optional>
 #include <string>
 
 namespace {
@@ -20,17 +23,27 @@ constexpr int statusUnavailable = 1;
 constexpr int statusUsage = 2;
 
 int explainUsage() {
-    StandardStreams::complain(fmt::format("usage: pacelet-demo SCENARIO\nscenarios: {}",
+    StandardStreams::complain(fmt::format("usage: pacelet-demo SCENARIO | FILE\nscenarios: {}",
                                           fmt::join(Simulated::scenarioNames(), ", ")));
     return statusUsage;
 }
 
-int showScenario(int argc, char** argv) {
+int showWindow(int argc, char** argv) {
     const auto names = Simulated::scenarioNames();
-    if (argc != 2 || std::ranges::find(names, argv[1]) == names.end()) {
+    if (argc != 2 || *argv[1] == '-') {
         return explainUsage();
     }
-    const std::string scenario = argv[1];
+    const std::string wanted = argv[1];
+    const bool isScenario = std::ranges::find(names, wanted) != names.end();
+    std::optional<Recorded::Capture> capture;
+    if (!isScenario) {
+        try {
+            capture = Recorded::CaptureFile::read(wanted);
+        } catch (const Recorded::CaptureError& error) {
+            StandardStreams::complain(fmt::format("pacelet-demo: {} {}", wanted, error.what()));
+            return std::filesystem::exists(wanted) ? statusUsage : explainUsage();
+        }
+    }
     auto display = Linux::chooseDisplay();
     if (!display) {
         StandardStreams::complain("pacelet-demo: there is no display here; start it in a desktop "
@@ -41,7 +54,12 @@ int showScenario(int argc, char** argv) {
     // First, so that a signal finds it there and the folders of the machine are taken away.
     Program program{argc, argv};
     display->connection.reset();
-    const auto mac = Simulated::makeScenario(scenario);
+    if (capture) {
+        Recorded::Replay replay{*std::move(capture)};
+        replay.followRealTime();
+        return program.run(replay.platform());
+    }
+    const auto mac = Simulated::makeScenario(wanted);
     mac->machine.followRealTime();
     return program.run(mac->platform());
 }
@@ -51,7 +69,7 @@ int showScenario(int argc, char** argv) {
 int main(int argc, char** argv) {
     StandardStreams::secure();
     try {
-        return showScenario(argc, argv);
+        return showWindow(argc, argv);
     } catch (const std::exception& error) {
         StandardStreams::complain(std::string{"pacelet-demo: "} + error.what());
         return statusUnavailable;

@@ -3,13 +3,14 @@
 #include "Core/Diagnosis/Report.h"
 #include "Core/Knowledge/CatalogFile.h"
 #include "Core/Usage/CauseStore.h"
-#include "Hosts/Linux/LinuxHost.h"
+#include "programs/LiveHost.h"
 #include "programs/pacelet-report/Answer.h"
 #include "programs/pacelet-report/InputFile.h"
 #include "programs/pacelet-report/JsonReport.h"
 #include "programs/pacelet-report/LiveLook.h"
 #include "programs/pacelet-report/Options.h"
 #include "programs/pacelet-report/PastReport.h"
+#include "programs/pacelet-report/RecordedLook.h"
 #include "programs/pacelet-report/ScenarioLook.h"
 #include "programs/pacelet-report/TableLook.h"
 #include "programs/pacelet-report/WhyReport.h"
@@ -55,9 +56,11 @@ std::string answer(const report::Options& options, const report::Look& look,
     return render(result, look.reading.groups, catalog, look.reading.signals, look.known) + '\n';
 }
 
-std::string answerLive(const report::Options& options, const ProcessCatalog& catalog) {
-    Linux::LinuxHost host;
-    const report::Look look = report::lookAtMachine(host.platform(), catalog);
+std::string answerLive(const report::Options& options, const ProcessCatalog& ofAll) {
+    LiveHost host;
+    const Platform machine = host.platform();
+    const ProcessCatalog catalog = ofAll.on(machine.system, machine.abilities);
+    const report::Look look = report::lookAtMachine(machine, catalog);
     std::string text = answer(options, look, catalog);
     if (options.why) {
         text += '\n' + report::renderWhy(look.reading.groups, [&](const ProcessUsage& usage) {
@@ -68,7 +71,7 @@ std::string answerLive(const report::Options& options, const ProcessCatalog& cat
 }
 
 int tellThePast(Seconds span, bool asJson) {
-    Linux::LinuxHost host;
+    LiveHost host;
     const TimePoint now = host.clock().now();
     const CauseStore store{std::filesystem::path{host.platform().applicationSupport} / "Pacelet"};
     const CauseJournal journal = store.load(now - span);
@@ -77,24 +80,43 @@ int tellThePast(Seconds span, bool asJson) {
                  '\n');
 }
 
+report::Look lookAndCapture(const report::Options& options, const ProcessCatalog& catalog) {
+    LiveHost host;
+    const std::int64_t looks = options.looks.value_or(report::usualLooks);
+    complain(report::captureNotice(*options.captureFile, looks));
+    return report::captureMachine(host.platform(), catalog, *options.captureFile, looks);
+}
+
 int run(const report::Options& options) {
-    const auto program = std::filesystem::read_symlink("/proc/self/exe");
-    // A captured table and a scenario are a Mac's.
-    const bool isLive = !options.psFile && !options.scenario;
+    std::optional<Recorded::Capture> capture;
+    if (options.replayFile) {
+        capture = report::openCapture(*options.replayFile);
+    }
+    const std::filesystem::path program = ownProgram();
     ProcessCatalog catalog;
     try {
-        catalog = ProcessCatalog::bundled(ResourceLocations::beside(program.parent_path()))
-                      .on(isLive ? OperatingSystem::linuxDesktop : OperatingSystem::macOS);
+        catalog = ProcessCatalog::bundled(ResourceLocations::beside(program.parent_path()));
     } catch (const CatalogError&) {
-        std::fputs("Pacelet couldn't load its process list. Reinstall Pacelet.\n", stderr);
+        std::fputs((std::string{catalogMissing} + '\n').c_str(), stderr);
         return statusUnavailable;
     }
-    if (isLive) {
-        return print(answerLive(options, catalog));
+    if (capture) {
+        const report::Look look = report::lookAtCapture(*std::move(capture), catalog);
+        return print(answer(options, look, catalog.on(look.system, look.abilities)));
     }
-    const report::Look look = options.psFile ? report::lookAtTables(options, ::getuid())
-                                             : report::lookAtScenario(*options.scenario, catalog);
-    return print(answer(options, look, catalog));
+    if (options.captureFile) {
+        const report::Look look = lookAndCapture(options, catalog);
+        return print(answer(options, look, catalog.on(look.system, look.abilities)));
+    }
+    if (options.psFile) {
+        const report::Look look = report::lookAtTables(options, ::getuid());
+        return print(answer(options, look, catalog.on(look.system)));
+    }
+    if (options.scenario) {
+        catalog = catalog.on(OperatingSystem::macOS);
+        return print(answer(options, report::lookAtScenario(*options.scenario, catalog), catalog));
+    }
+    return print(answerLive(options, catalog));
 }
 
 } // namespace

@@ -5,7 +5,7 @@
 #include "Core/Support/StandardStreams.h"
 #include "Hosts/Linux/Browser/BridgeWire.h"
 #include "Hosts/Linux/Desktop/Display.h"
-#include "Hosts/Linux/Desktop/Motion.h"
+#include "Hosts/Linux/Desktop/Wishes.h"
 #include "Hosts/Linux/LinuxHost.h"
 #include "PaceletApp/Application/Program.h"
 #include "PaceletApp/Application/SingleInstance.h"
@@ -28,17 +28,17 @@ constexpr int statusUnavailable = 1;
 
 /// One program a user: a later start only brings the window of the first one forward.
 int comeForward(const SingleInstance& running) {
-    if (running.askToShow()) {
+    if (running.askToShow(Activation::ofEnvironment())) {
         return 0;
     }
     StandardStreams::complain("Pacelet runs already, but doesn't answer.");
     return statusUnavailable;
 }
 
-int showWindow(Linux::ChosenDisplay display, int argc, char** argv) {
+int runInDesktop(Linux::ChosenDisplay display, bool isHidden, int argc, char** argv) {
     SingleInstance instance{SingleInstance::standardFolders()};
     if (!instance.isFirst()) {
-        return comeForward(instance);
+        return isHidden ? 0 : comeForward(instance);
     }
     if (!instance.isKnown()) {
         StandardStreams::complain("Pacelet has no folder of its own to see whether it runs "
@@ -51,11 +51,10 @@ int showWindow(Linux::ChosenDisplay display, int argc, char** argv) {
     settings.postToUI = postToUI;
     settings.runtimeFolder = Linux::BridgeWire::standardFolder();
     Linux::LinuxHost host{settings};
-    return program.run(host.platform(), {&instance,
-                                         [folder = settings.configFolder] {
-                                             return Linux::prefersReducedMotion(folder);
-                                         },
-                                         [&host] { host.stopLongTools(); }});
+    return program.run(host.platform(),
+                       {&instance,
+                        [folder = settings.configFolder] { return Linux::wishesOfDesktop(folder); },
+                        [&host] { host.stopLongTools(); }, isHidden});
 }
 
 /// The exit status of a program whose work is to print `text`.
@@ -72,14 +71,15 @@ int printAnswer() {
         Linux::LinuxHost host;
         const Platform machine = host.platform();
         const ProcessCatalog catalog =
-            ProcessCatalog::bundled(ResourceLocations::beside(programFolder())).on(machine.system);
+            ProcessCatalog::bundled(ResourceLocations::beside(programFolder()))
+                .on(machine.system, machine.abilities);
         const report::Look look = report::lookAtMachine(machine, catalog);
         const std::string answer = Report::render(
             report::diagnose(look, catalog), look.reading.groups, catalog, look.reading.signals);
         return printed(answer + "\n\nThere is no display here. Start pacelet in a desktop session "
                                 "to see its window, or under xvfb-run.\n");
     } catch (const CatalogError&) {
-        StandardStreams::complain("Pacelet couldn't load its process list. Reinstall Pacelet.");
+        StandardStreams::complain(catalogMissing);
         return statusUnavailable;
     }
 }
@@ -91,10 +91,12 @@ std::optional<std::string> answerTo(std::string_view argument) {
         return fmt::format("Pacelet {}\n", paceletVersion);
     }
     if (argument == "--help") {
-        return "Usage: pacelet [--help | --version]\n\n"
+        return "Usage: pacelet [--help | --version | --hidden]\n\n"
                "Tells in plain English why this machine is slow right now: in a window, or as "
                "text\n"
-               "where there is no display. See also pacelet-report --help.\n";
+               "where there is no display. See also pacelet-report --help.\n\n"
+               "  --hidden  start in the system tray alone; start Pacelet again to see its "
+               "window\n";
     }
     return std::nullopt;
 }
@@ -108,7 +110,8 @@ int main(int argc, char** argv) {
             return printed(*answer);
         }
         auto display = Linux::chooseDisplay();
-        return display ? showWindow(*std::move(display), argc, argv) : printAnswer();
+        const bool isHidden = argc > 1 && std::string_view{argv[1]} == "--hidden";
+        return display ? runInDesktop(*std::move(display), isHidden, argc, argv) : printAnswer();
     } catch (const std::exception& error) {
         StandardStreams::complain(std::string{"pacelet: "} + error.what());
         return statusUnavailable;

@@ -25,7 +25,8 @@ public:
     explicit BrowserController(const Platform& platform);
 
     BrowserController(std::shared_ptr<ScriptRunner> runner, RunningCheck isRunning)
-        : runner_{std::move(runner)}, isRunning_{std::move(isRunning)} {}
+        : runner_{std::move(runner)},
+          isRunning_{std::move(isRunning)} {}
 
     /// All windows with their tabs, in the browser's own order.
     std::vector<BrowserWindow> windows(ChromiumBrowser browser) const;

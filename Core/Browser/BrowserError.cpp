@@ -19,6 +19,8 @@ std::string explanation(BrowserError::Kind kind, const std::string& text) {
 } // namespace
 
 BrowserError::BrowserError(Kind kind, std::string text)
-    : std::runtime_error{explanation(kind, text)}, kind_{kind}, text_{std::move(text)} {}
+    : std::runtime_error{explanation(kind, text)},
+      kind_{kind},
+      text_{std::move(text)} {}
 
 } // namespace pacelet

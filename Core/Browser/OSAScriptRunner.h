@@ -12,7 +12,8 @@ namespace pacelet {
 /// Runs AppleScript sources through the system's script tool.
 class OSAScriptRunner final : public ScriptRunner {
 public:
-    explicit OSAScriptRunner(ToolRunner& tools) : tools_{tools} {}
+    explicit OSAScriptRunner(ToolRunner& tools)
+        : tools_{tools} {}
 
     /// Waits as long as it takes, the system's permission dialog included. Throws `BrowserError`
     /// when the script fails, and `LaunchError` when the tool cannot be started.

@@ -33,7 +33,8 @@ bool splitFields(std::string_view record, Fields& fields) {
 /// The windows of a listing so far.
 class ListingReader {
 public:
-    explicit ListingReader(std::string_view appName) : appName_{appName} {}
+    explicit ListingReader(std::string_view appName)
+        : appName_{appName} {}
 
     void read(const Fields& fields) {
         if (fields[0] == "W") {

@@ -68,7 +68,9 @@ std::optional<Severity> severityFromRawValue(std::string_view rawValue) {
     return fromRawValue<Severity>(severities, rawValue);
 }
 
-Finding::Finding(Fields fields) : id_{rawValue(fields.kind)}, fields_{std::move(fields)} {
+Finding::Finding(Fields fields)
+    : id_{rawValue(fields.kind)},
+      fields_{std::move(fields)} {
     if (fields_.groupID) {
         id_ += ":" + *fields_.groupID;
     }

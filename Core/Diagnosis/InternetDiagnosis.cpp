@@ -19,15 +19,15 @@ constexpr double hogFromBytesPerSecond = 1'000'000.0;
 
 using Findings = std::vector<Finding>;
 
-Finding offline() {
+Finding offline(const HostAbilities& abilities) {
     return Finding{{.kind = FindingKind::offline,
                     .severity = Severity::high,
                     .headline = "You're offline.",
                     .detail = "Check Wi-Fi or your network cable.",
-                    .primaryFix = FixID::openWiFiSettings}};
+                    .primaryFix = offered(FixID::openWiFiSettings, abilities)}};
 }
 
-void wifiQuality(const WiFiLink& wifi, Findings& findings) {
+void wifiQuality(const WiFiLink& wifi, const HostAbilities& abilities, Findings& findings) {
     Finding::Fields fields;
     if (wifi.rssi < weakestFineSignal) {
         const bool isFair = wifi.quality() == SignalQuality::fair;
@@ -37,7 +37,7 @@ void wifiQuality(const WiFiLink& wifi, Findings& findings) {
         fields.detail =
             "Move closer to your router or remove obstacles. Signal: " + std::to_string(wifi.rssi) +
             " dBm.";
-        fields.primaryFix = FixID::openWiFiSettings;
+        fields.primaryFix = offered(FixID::openWiFiSettings, abilities);
     } else if (wifi.band == WiFiBand::ghz2_4) {
         fields.kind = FindingKind::band24;
         fields.severity = Severity::low;
@@ -98,14 +98,14 @@ void bandwidthHog(const NetUsage& usage, const AppName& appName, Findings& findi
 
 std::vector<Finding> run(LinkType link, const std::optional<WiFiLink>& wifi,
                          const std::optional<SpeedResult>& speed, std::span<const NetUsage> usage,
-                         const AppName& appName) {
+                         const AppName& appName, const HostAbilities& abilities) {
     Findings findings;
     if (link == LinkType::offline) {
-        findings.push_back(offline());
+        findings.push_back(offline(abilities));
         return findings;
     }
     if (link == LinkType::wifi && wifi) {
-        wifiQuality(*wifi, findings);
+        wifiQuality(*wifi, abilities, findings);
     }
     if (speed) {
         lineQuality(*speed, link, wifi, findings);

@@ -4,6 +4,7 @@
 #include "Core/Internet/Link.h"
 #include "Core/Internet/NetUsage.h"
 #include "Core/Internet/SpeedResult.h"
+#include "Core/Platform/HostAbilities.h"
 
 #include <optional>
 #include <span>
@@ -17,6 +18,6 @@ namespace pacelet::InternetDiagnosis {
 /// and fit 64 bits. The group id of a bandwidth hog is that of a process, and no group's.
 std::vector<Finding> run(LinkType link, const std::optional<WiFiLink>& wifi,
                          const std::optional<SpeedResult>& speed, std::span<const NetUsage> usage,
-                         const AppName& appName);
+                         const AppName& appName, const HostAbilities& abilities = {});
 
 } // namespace pacelet::InternetDiagnosis

@@ -123,6 +123,11 @@ Finding::Fields plainHog(const Run& run, const ProcessGroup& group) {
     return fields;
 }
 
+/// What comes after the words on a restart.
+std::string restartByHand(const Run& run) {
+    return run.offers(FixID::restartMac) ? "" : run.say(" Choose Apple menu > Restart.");
+}
+
 } // namespace
 
 void stuckApp(Run& run) {
@@ -130,8 +135,10 @@ void stuckApp(Run& run) {
         return;
     }
     Finding::Fields fields{.kind = FindingKind::stuckApp, .severity = Severity::high};
-    fields.headline = run.say("{} won't quit. Restart your Mac to clear it.", *run.input.stuckApp);
-    fields.detail = "Some apps can't be closed once they're stuck. A restart clears them.";
+    fields.headline = run.say(stuckHeadline, *run.input.stuckApp);
+    fields.detail =
+        std::string{"Some apps can't be closed once they're stuck. A restart clears them."} +
+        restartByHand(run);
     fields.primaryFix = FixID::restartMac;
     run.add(std::move(fields), 0);
 }
@@ -328,6 +335,9 @@ void disk(Run& run) {
     } else {
         return;
     }
+    if (!run.offers(FixID::openTidyvault)) {
+        fields.detail += " Empty the trash and remove what you no longer need.";
+    }
     run.add(std::move(fields), 0);
 }
 
@@ -337,7 +347,9 @@ void lowPowerMode(Run& run) {
     }
     Finding::Fields fields{.kind = FindingKind::lowPower, .severity = Severity::low};
     fields.headline = run.say("Low Power Mode is on, so your Mac runs slower to save energy.");
-    fields.detail = run.say("Turn it off in Battery settings when you need full speed.");
+    fields.detail = run.offers(FixID::openBatterySettings)
+                        ? run.say("Turn it off in Battery settings when you need full speed.")
+                        : "Switch to a balanced power profile when you need full speed.";
     fields.primaryFix = FixID::openBatterySettings;
     run.add(std::move(fields), 0);
 }
@@ -353,7 +365,8 @@ void longUptime(Run& run) {
     }
     Finding::Fields fields{.kind = FindingKind::longUptime, .severity = Severity::low};
     fields.headline = run.say("Your Mac hasn't restarted in {} days.", days);
-    fields.detail = "A restart clears memory that has built up over time.";
+    fields.detail =
+        std::string{"A restart clears memory that has built up over time."} + restartByHand(run);
     fields.primaryFix = FixID::restartMac;
     run.add(std::move(fields), 0);
 }

@@ -10,6 +10,9 @@
 /// The single rules of `Diagnosis::run`, in running order.
 namespace pacelet::Diagnosis::Rules {
 
+/// About an application, whose name stands in its place, that nothing could end.
+inline constexpr std::string_view stuckHeadline = "{} won't quit. Restart your Mac to clear it.";
+
 /// A finding with what ranks it among others of its severity.
 struct Weighted {
     Finding finding;
@@ -31,7 +34,13 @@ struct Run {
         return HostWords::say(catalog.system, sentence, data...);
     }
 
+    bool offers(FixID fix) const { return offered(fix, catalog.abilities).has_value(); }
+
+    /// A fix that does not work here is left out.
     void add(Finding::Fields fields, double weight) {
+        if (fields.primaryFix) {
+            fields.primaryFix = offered(*fields.primaryFix, catalog.abilities);
+        }
         findings.push_back(Weighted{Finding{std::move(fields)}, weight});
     }
 };

@@ -40,7 +40,9 @@ public:
     bool operator==(const FixOutcome&) const = default;
 
 private:
-    FixOutcome(Kind kind, std::string reason) : kind_{kind}, reason_{std::move(reason)} {}
+    FixOutcome(Kind kind, std::string reason)
+        : kind_{kind},
+          reason_{std::move(reason)} {}
 
     Kind kind_;
     std::string reason_;

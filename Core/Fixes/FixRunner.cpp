@@ -13,20 +13,19 @@ namespace {
 
 const std::string tidyvaultIdentifier = "app.tidyvault.Tidyvault";
 
-/// The running copies of the group's application. A lone process is no application.
-RunningApplications runningCopies(Workspace& workspace, const ProcessGroup& group) {
+} // namespace
+
+RunningApplications FixRunner::runningCopies(const ProcessGroup& group) const {
     if (!group.appPath) {
         return {};
     }
-    RunningApplications copies = workspace.runningApplications();
+    RunningApplications copies = workspace_.runningApplications();
     std::erase_if(copies, [&](const auto& copy) { return copy->bundlePath() != group.appPath; });
     return copies;
 }
 
-} // namespace
-
 QuitAttempt FixRunner::quit(const ProcessGroup& group, bool force, Seconds timeout) const {
-    RunningApplications copies = runningCopies(workspace_, group);
+    RunningApplications copies = runningCopies(group);
     if (copies.empty()) {
         return QuitAttempt{FixOutcome::alreadyGone()};
     }
@@ -58,11 +57,15 @@ void FixRunner::open(SettingsPane pane) const {
 }
 
 void FixRunner::openTidyvault(const std::string& website) const {
-    if (const auto path = workspace_.applicationPath(tidyvaultIdentifier)) {
-        workspace_.openApplication(*path);
-    } else {
-        workspace_.openURL(website + "?ref=pacelet");
+    std::vector<std::string> identifiers{tidyvaultIdentifier};
+    identifiers.insert(identifiers.end(), diskTools_.begin(), diskTools_.end());
+    for (const std::string& identifier : identifiers) {
+        if (const auto path = workspace_.applicationPath(identifier)) {
+            workspace_.openApplication(*path);
+            return;
+        }
     }
+    workspace_.openURL(website + "?ref=pacelet");
 }
 
 FixOutcome FixRunner::outcome(std::int32_t status, std::string_view standardError) {

@@ -9,6 +9,8 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace pacelet {
 
@@ -25,10 +27,16 @@ public:
 
     /// Acts as the user that the program runs as.
     explicit FixRunner(const Platform& platform)
-        : FixRunner{platform.workspace, platform.tools, platform.kernel.getuid()} {}
+        : FixRunner{platform.workspace, platform.tools, platform.kernel.getuid(),
+                    platform.abilities.diskTools} {}
 
-    FixRunner(Workspace& workspace, ToolRunner& tools, std::uint32_t currentUID)
-        : workspace_{workspace}, tools_{tools}, currentUID_{currentUID} {}
+    /// `diskTools` are the applications of `HostAbilities`.
+    FixRunner(Workspace& workspace, ToolRunner& tools, std::uint32_t currentUID,
+              std::vector<std::string> diskTools = {})
+        : workspace_{workspace},
+          tools_{tools},
+          currentUID_{currentUID},
+          diskTools_{std::move(diskTools)} {}
 
     std::uint32_t currentUID() const { return currentUID_; }
 
@@ -42,10 +50,18 @@ public:
     FixOutcome rebuildSpotlightIndex() const;
     FixOutcome restartMac() const;
 
+    /// The running copies of the group's application; none of a lone process. Any thread may ask
+    /// them whether they can be asked to quit.
+    RunningApplications runningCopies(const ProcessGroup& group) const;
+
+    /// Whether the user is asked once more before the machine restarts: for a background thread.
+    bool asksBeforeRestart() const { return workspace_.asksBeforeRestart(); }
+
     /// Opens a page of the system's settings.
     void open(SettingsPane pane) const;
 
-    /// Starts the sibling application, or opens its `website` when it is not installed.
+    /// Starts the sibling application or, when it is not installed, what this machine has in its
+    /// place; opens its `website` when there is neither.
     void openTidyvault(const std::string& website) const;
 
     /// What a script run's exit status and error output mean.
@@ -62,6 +78,7 @@ private:
     Workspace& workspace_;
     ToolRunner& tools_;
     std::uint32_t currentUID_;
+    std::vector<std::string> diskTools_;
 };
 
 } // namespace pacelet

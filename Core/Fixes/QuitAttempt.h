@@ -19,11 +19,13 @@ public:
     static constexpr Seconds pollInterval{0.25};
 
     /// An attempt that was over before it began.
-    explicit QuitAttempt(FixOutcome outcome) : outcome_{std::move(outcome)} {}
+    explicit QuitAttempt(FixOutcome outcome)
+        : outcome_{std::move(outcome)} {}
 
     /// Waits for all of `applications`, until `timeout` after the first poll.
     QuitAttempt(RunningApplications applications, Seconds timeout)
-        : applications_{std::move(applications)}, timeout_{timeout} {}
+        : applications_{std::move(applications)},
+          timeout_{timeout} {}
 
     /// The outcome, or nothing while there is reason to wait. From the deadline on this is
     /// `finish`. An outcome once given stays.

@@ -28,7 +28,8 @@ private:
         void operator()(void* node) const;
     };
 
-    explicit PropertyList(void* top) : top_{top} {}
+    explicit PropertyList(void* top)
+        : top_{top} {}
 
     std::unique_ptr<void, Release> top_; ///< the decoder's dictionary
 };

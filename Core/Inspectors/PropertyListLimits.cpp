@@ -40,7 +40,8 @@ constexpr std::array<ElementRow, 11> elements{{
 /// hide a container from this count are refused, if rare ones.
 class TagWalk {
 public:
-    explicit TagWalk(std::string_view xml) : rest_{xml} {}
+    explicit TagWalk(std::string_view xml)
+        : rest_{xml} {}
 
     bool isWholeAndShallow() {
         while (skipThrough("<")) {
@@ -140,7 +141,8 @@ private:
 /// is how the decoder unfolds it. It gives up at the first limit or bound that is overstepped.
 class BinaryWalk {
 public:
-    explicit BinaryWalk(std::string_view bytes) : bytes_{bytes} {}
+    explicit BinaryWalk(std::string_view bytes)
+        : bytes_{bytes} {}
 
     bool staysSmall() {
         const std::size_t trailer = bytes_.size() - trailerSize;

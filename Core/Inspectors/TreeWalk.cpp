@@ -46,7 +46,8 @@ struct Level {
 class Walk {
 public:
     Walk(const std::stop_token& stop, const std::function<void(const struct stat&)>& visit)
-        : stop_{stop}, visit_{visit} {}
+        : stop_{stop},
+          visit_{visit} {}
 
     void run(const std::string& path) {
         enter(openFolder(AT_FDCWD, path.c_str()));

@@ -8,7 +8,8 @@ namespace pacelet {
 SpeedTestError::SpeedTestError(Kind kind, const std::string& text)
     : std::runtime_error{kind == Kind::failed ? "the speed test failed: " + text
                                               : "the speed test's output is unreadable"},
-      kind_{kind}, text_{text} {}
+      kind_{kind},
+      text_{text} {}
 
 namespace SpeedTest {
 

@@ -23,7 +23,9 @@ constexpr std::size_t largestFile = std::size_t{64} << 20;
 /// Reads the keys of one object and names the faulty one in its errors.
 class Fields {
 public:
-    Fields(object fields, std::string where) : fields_{fields}, where_{std::move(where)} {}
+    Fields(object fields, std::string where)
+        : fields_{fields},
+          where_{std::move(where)} {}
 
     std::string text(const char* key) const { return std::string{get<std::string_view>(key)}; }
 

@@ -16,13 +16,18 @@ public:
     enum class Kind { notFound, unreadable, undecodable };
 
     CatalogError(Kind kind, const std::string& message)
-        : std::runtime_error{message}, kind_{kind} {}
+        : std::runtime_error{message},
+          kind_{kind} {}
 
     Kind kind() const { return kind_; }
 
 private:
     Kind kind_;
 };
+
+/// What a user reads where the catalog could not be loaded.
+inline constexpr std::string_view catalogMissing =
+    "Pacelet couldn't load its process list. Reinstall Pacelet.";
 
 /// The catalog as it stands in a file: a JSON array of entries.
 namespace CatalogFile {

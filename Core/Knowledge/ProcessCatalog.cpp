@@ -97,13 +97,15 @@ ProcessCatalog ProcessCatalog::bundled(const ResourceLocations& locations) {
     return {CatalogFile::read(locations.resourceBundle / fileName)};
 }
 
-ProcessCatalog ProcessCatalog::on(OperatingSystem thisSystem) const {
-    ProcessCatalog catalog{{}, thisSystem};
+ProcessCatalog ProcessCatalog::on(OperatingSystem thisSystem,
+                                  const HostAbilities& itsAbilities) const {
+    ProcessCatalog catalog{{}, thisSystem, itsAbilities};
     std::ranges::copy_if(
         entries, std::back_inserter(catalog.entries),
         [&](const CatalogEntry& entry) { return entry.system.value_or(thisSystem) == thisSystem; });
-    if (thisSystem != OperatingSystem::macOS) {
-        for (CatalogEntry& entry : catalog.entries) {
+    for (CatalogEntry& entry : catalog.entries) {
+        std::erase_if(entry.fixes, [&](FixID fix) { return !offered(fix, itsAbilities); });
+        if (thisSystem != OperatingSystem::macOS) {
             reword(entry, thisSystem);
         }
     }
@@ -152,7 +154,7 @@ Explanation ProcessCatalog::explainLabel(std::string_view launchdLabel,
         return fallback("Added by " + *ownerApp,
                         "A background helper installed by " + *ownerApp + ".", Verdict::review);
     }
-    return fallback("Unknown developer",
+    return fallback(std::string{unknownDeveloper},
                     "A background helper from a developer Pacelet doesn't recognize.",
                     Verdict::review);
 }

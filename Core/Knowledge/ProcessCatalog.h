@@ -2,6 +2,7 @@
 
 #include "Core/Knowledge/CatalogEntry.h"
 #include "Core/Platform/BackgroundItem.h"
+#include "Core/Platform/HostAbilities.h"
 #include "Core/Sampling/ProcessGroup.h"
 
 #include <filesystem>
@@ -22,18 +23,23 @@ struct ResourceLocations {
     static ResourceLocations beside(const std::filesystem::path& programFolder);
 };
 
+/// Who made a background item of which nobody knows.
+inline constexpr std::string_view unknownDeveloper = "Unknown developer";
+
 /// The store of knowledge: explains processes and background items, by fallback if it must.
 /// Immutable once loaded, so any thread may read it.
 struct ProcessCatalog {
     std::vector<CatalogEntry> entries; ///< in file order: the first match wins
     OperatingSystem system = OperatingSystem::macOS;
+    HostAbilities abilities{};
 
     /// Loads "processes.json" from the first location that has it. Throws `CatalogError`. Stops the
     /// program when the file is not in the main folder and there is no resource bundle at all.
     static ProcessCatalog bundled(const ResourceLocations& locations);
 
-    /// The catalog for machines with this system: without the entries of others.
-    ProcessCatalog on(OperatingSystem thisSystem) const;
+    /// The catalog for machines with this system: without the entries of others, and without the
+    /// fixes that do not work there.
+    ProcessCatalog on(OperatingSystem thisSystem, const HostAbilities& itsAbilities = {}) const;
 
     /// An exact name in any entry beats every path prefix. `appName` names the application that the
     /// process belongs to.

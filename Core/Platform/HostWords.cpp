@@ -17,26 +17,30 @@ struct Phrase {
 constexpr std::array linuxPhrases{
     Phrase{"kernel_task holds back other work to cool your Mac.",
            "The processor runs slower to cool your computer."},
+    // The same row tells how hot the processor is; no process has a part in it here.
+    Phrase{"kernel_task", "Processor heat"},
+    Phrase{"Kernel (heat control)", "Slows the processor down when it is hot"},
     Phrase{"Cooling your Mac", "Cooling down"},
     Phrase{"macOS reports elevated heat", "The processor reports elevated heat"},
     Phrase{"like mds or Chrome", "like systemd or Firefox"},
     Phrase{"Low Power Mode", "Power saving"},
     Phrase{"Battery settings", "Power settings"},
     Phrase{"Login Items settings", "Startup settings"},
-    // Nobody asks here, and nothing tells of what starts at login.
-    Phrase{"Save your work first. macOS will ask you to confirm.", "Save your work first."},
+    // Nothing tells of what starts at login.
     Phrase{"advice. macOS will show a \"Background Items Added\" notice.", "advice."},
     Phrase{"macOS will show a \"Background Items Added\" notice. That's Pacelet, and you can turn "
            "it off here anytime.",
            "You can turn it off here anytime."},
     Phrase{"macOS will ask you to allow Pacelet to control {}.",
            "Pacelet reaches {} through an extension, which you add once."},
+    // It is not made for this system, whose own tools show what fills the disk.
+    Phrase{"Free up space with Tidyvault", "Free up space"},
     Phrase{"macOS will ask", "Your desktop will ask"},
     Phrase{"Choose Apple menu > Restart.", "Choose Restart in the menu of your desktop."},
     Phrase{"System Settings > Privacy & Security > Automation", "the settings of your desktop"},
     Phrase{"System Settings", "the settings of your desktop"},
     Phrase{"Apple's built-in test against Apple's servers",
-           "its own test against a public test server"},
+           "its own test against mensura.cdn-apple.com, a public test server"},
     Phrase{"menu-bar item", "tray icon"},
     Phrase{"menu bar", "system tray"},
     Phrase{"in Finder", "in your file manager"},

@@ -3,6 +3,7 @@
 #include "Core/Platform/BackgroundItemSource.h"
 #include "Core/Platform/BrowserExtension.h"
 #include "Core/Platform/Clock.h"
+#include "Core/Platform/HostAbilities.h"
 #include "Core/Platform/Kernel.h"
 #include "Core/Platform/Log.h"
 #include "Core/Platform/LoginItems.h"
@@ -37,6 +38,7 @@ struct Platform {
     ProgramKnowledge* knowledge = nullptr; ///< null where the machine tells nothing of its programs
     BackgroundItemSource* backgroundItems = nullptr; ///< null where a Mac's folders tell all
     BrowserExtension* browserExtension = nullptr; ///< null where browsers take scripts themselves
+    HostAbilities abilities{};
 };
 
 } // namespace pacelet

@@ -5,7 +5,7 @@
 namespace pacelet {
 
 LaunchError::LaunchError(std::string executable, std::error_code reason)
-    : std::system_error{reason, "couldn't start " + executable}, executable_{
-                                                                     std::move(executable)} {}
+    : std::system_error{reason, "couldn't start " + executable},
+      executable_{std::move(executable)} {}
 
 } // namespace pacelet

@@ -24,6 +24,10 @@ public:
     virtual ActivationPolicy activationPolicy() const = 0;
     virtual bool isTerminated() const = 0;
 
+    /// Whether `terminate` asks the application itself, so that it can have its user save; else it
+    /// ends as it stands. Finding out may take a moment: any thread may call this.
+    virtual bool canBeAsked() const { return true; }
+
     /// Asks the application to quit; it may ask its user to save first, or not react at all. False
     /// when the request could not be sent.
     virtual bool terminate() = 0;
@@ -41,7 +45,7 @@ struct EncodedImage {
 using ObserverHandle = std::shared_ptr<void>;
 
 /// The desktop: running applications, opening things, icons, sleep and wake. Belongs to the UI
-/// thread, but for `isRunning` and `icon`, which any thread may call.
+/// thread, but for `isRunning`, `icon` and `asksBeforeRestart`, which any thread may call.
 class Workspace {
 public:
     virtual ~Workspace() = default;
@@ -60,6 +64,9 @@ public:
 
     /// Starts the application at this path; whether it comes up is not waited for.
     virtual void openApplication(const std::string& path) = 0;
+
+    /// Whether the user is asked once more by whoever restarts the machine. May take a moment.
+    virtual bool asksBeforeRestart() { return true; }
 
     /// The icon of the application or file at `path`, about `size` pixels wide; nothing when there
     /// is no such file or it has no icon.

@@ -44,7 +44,8 @@ bool readLine(std::string_view line, ProcessSample& sample) {
 class PlainScanner {
 public:
     explicit PlainScanner(std::string_view line)
-        : at_{line.data()}, end_{line.data() + line.size()} {}
+        : at_{line.data()},
+          end_{line.data() + line.size()} {}
 
     /// Digits and a blank, at most nine of them so that they fit any integer.
     template<typename Integer>

@@ -12,7 +12,8 @@ const std::string psPath = "/bin/ps";
 } // namespace
 
 SamplerError::SamplerError(std::int32_t status)
-    : std::runtime_error{"ps failed with status " + std::to_string(status)}, status_{status} {}
+    : std::runtime_error{"ps failed with status " + std::to_string(status)},
+      status_{status} {}
 
 Snapshot PSProcessSource::sample() {
     const Shell::Output output =

@@ -40,7 +40,9 @@ public:
 /// Snapshots out of `/bin/ps`.
 class PSProcessSource final : public ProcessSource {
 public:
-    PSProcessSource(ToolRunner& tools, Clock& clock) : tools_{tools}, clock_{clock} {}
+    PSProcessSource(ToolRunner& tools, Clock& clock)
+        : tools_{tools},
+          clock_{clock} {}
 
     Snapshot sample() override;
 

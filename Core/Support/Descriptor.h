@@ -9,8 +9,10 @@ namespace pacelet {
 class Descriptor {
 public:
     Descriptor() = default;
-    explicit Descriptor(int fd) : fd_{fd} {}
-    Descriptor(Descriptor&& other) noexcept : fd_{std::exchange(other.fd_, -1)} {}
+    explicit Descriptor(int fd)
+        : fd_{fd} {}
+    Descriptor(Descriptor&& other) noexcept
+        : fd_{std::exchange(other.fd_, -1)} {}
     Descriptor& operator=(Descriptor&& other) noexcept {
         std::swap(fd_, other.fd_);
         return *this;

@@ -12,7 +12,8 @@ namespace {
 /// Takes `text` apart from its beginning on.
 class NumberScan {
 public:
-    explicit NumberScan(std::string_view text) : text_{text} {}
+    explicit NumberScan(std::string_view text)
+        : text_{text} {}
 
     /// Behind the number at the beginning, by the grammar of JSON; 0 when none stands there.
     std::size_t length() {
@@ -65,9 +66,7 @@ std::string fitted(std::string_view number, bool isInteger) {
     if (parseInteger<std::int64_t>(number) || parseInteger<std::uint64_t>(number)) {
         return std::string{number};
     }
-    double value = 0;
-    const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), value);
-    if (error != std::errc{}) {
+    if (!parseFloat(number)) {
         return "false";
     }
     return std::string{number} + (isInteger ? "e0" : "");

@@ -3,6 +3,9 @@
 #include <cmath>
 #include <cstdint>
 #include <simdjson.h>
+#ifdef __APPLE__
+#include <xlocale.h>
+#endif
 
 namespace pacelet {
 
@@ -201,13 +204,35 @@ std::string decodedText(std::string bytes) {
     return utf8OfUTF16(bytes, byteAt(0) == 0);
 }
 
+namespace {
+
+/// Reads the whole text as a float in the C locale, without a plus sign; "inf" may be one.
+bool readsWhole(std::string_view text, double& value) {
+#ifdef __cpp_lib_to_chars
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    return error == std::errc{} && end == text.data() + text.size();
+#else
+    // A library that reads integers only. The C function takes more forms than we do.
+    if (text.empty() || text.front() == '+' ||
+        text.find_first_not_of("0123456789.eE+-") != std::string_view::npos) {
+        return false;
+    }
+    static const locale_t plain = ::newlocale(LC_ALL_MASK, "C", nullptr);
+    const std::string copy{text};
+    char* end = nullptr;
+    value = ::strtod_l(copy.c_str(), &end, plain);
+    return end == copy.c_str() + copy.size();
+#endif
+}
+
+} // namespace
+
 std::optional<double> parseFloat(std::string_view text) {
     if (text.size() > 1 && text.front() == '+' && text[1] != '-') {
         text.remove_prefix(1);
     }
     double value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error != std::errc{} || end != text.data() + text.size() || !std::isfinite(value)) {
+    if (!readsWhole(text, value) || !std::isfinite(value)) {
         return std::nullopt;
     }
     return value;

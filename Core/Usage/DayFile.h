@@ -10,7 +10,7 @@ namespace pacelet::DayFile {
 /// before it where that is torn. When the file cannot be
 /// opened for writing, whatever the reason, `line` is written as the whole file, which makes it. A
 /// write that fails halfway is taken back as far as the system allows. An error of closing is
-/// ignored.
+/// ignored. The file is for its owner alone from then on.
 std::error_code append(const std::string& path, std::string_view line);
 
 } // namespace pacelet::DayFile

@@ -5,6 +5,7 @@
 #include "Core/Support/Text.h"
 #include "Core/Usage/DayFile.h"
 #include "Core/Usage/MinuteRecord.h"
+#include "Core/Usage/OwnersOnly.h"
 
 #include <algorithm>
 #include <chrono>
@@ -24,7 +25,8 @@ constexpr double secondsPerDay = 86400;
 } // namespace
 
 UsageStoreError::UsageStoreError(std::filesystem::path path, std::error_code reason)
-    : std::system_error{reason, path.string()}, path_{std::move(path)} {}
+    : std::system_error{reason, path.string()},
+      path_{std::move(path)} {}
 
 void DaySeries::append(std::int64_t minute, std::string_view line) const {
     std::error_code error;
@@ -32,6 +34,7 @@ void DaySeries::append(std::int64_t minute, std::string_view line) const {
     if (error) {
         throw UsageStoreError{directory, error};
     }
+    OwnersOnly::keep(directory);
     const auto seconds =
         checkedMultiply<std::int64_t>(minute, 60, "the time of a record exceeds 64 bits");
     const auto path = directory / dayName(fromUnixTime(static_cast<double>(seconds)));
@@ -71,6 +74,8 @@ void DaySeries::prune(std::int64_t olderThanDays, TimePoint now) const {
     for (const std::string& name : files()) {
         if (name < cutoff) {
             remove(name);
+        } else {
+            OwnersOnly::keep(directory / name);
         }
     }
 }

@@ -31,8 +31,8 @@ struct DaySeries {
     std::string_view prefix; ///< what names begin with: "usage-"
 
     /// Adds `line`, which ends in a line feed, to the file of the day in which the minute `minute`
-    /// lies, and makes folder and file where they are missing. An empty line stands for what cannot
-    /// be written. Throws `UsageStoreError`.
+    /// lies, and makes folder and file where they are missing, for their owner alone. An empty line
+    /// stands for what cannot be written. Throws `UsageStoreError`.
     void append(std::int64_t minute, std::string_view line) const;
 
     /// Hands over the text of each file that may hold something since then, in order of the days,
@@ -44,7 +44,8 @@ struct DaySeries {
     std::size_t size(TimePoint since) const;
 
     /// Removes the files of the days before the one that lies `olderThanDays` before `now`. Throws
-    /// `UsageStoreError` at the first that cannot be removed, and the later ones stay.
+    /// `UsageStoreError` at the first that cannot be removed, and the later ones stay. What is kept
+    /// is kept from other users.
     void prune(std::int64_t olderThanDays, TimePoint now) const;
 
     /// Removes every file of the series. Throws as `prune` does.

@@ -51,7 +51,8 @@ std::string journalEntry(LogLevel level, std::string_view subsystem, std::string
 }
 
 JournalLog::JournalLog(std::string socketPath)
-    : socketPath_{std::move(socketPath)}, socket_{socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0)} {}
+    : socketPath_{std::move(socketPath)},
+      socket_{socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0)} {}
 
 bool JournalLog::send(std::string_view entry) const {
     sockaddr_un address{};

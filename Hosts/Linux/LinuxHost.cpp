@@ -4,6 +4,7 @@
 #include "Core/Support/Files.h"
 #include "Core/Support/Text.h"
 #include "Hosts/Linux/Browser/OSAScriptTool.h"
+#include "Hosts/Linux/Desktop/SettingsPanels.h"
 #include "Hosts/Linux/Hardware/SystemProfilerTool.h"
 #include "Hosts/Linux/Network/NettopTool.h"
 #include "Hosts/Linux/Systemd/LaunchctlTool.h"
@@ -44,24 +45,30 @@ LinuxHost::LinuxHost(const LinuxSettings& settings)
       ps_{settings.procFolder, settings.places, clock_},
       knowledge_{{settings.places, startFolders(settings.places, settings.configFolder)},
                  [this](auto questions) { return ps_.origins(questions); }},
-      networkQuality_{settings.speedServer}, networkLink_{settings.sysFolder},
+      networkQuality_{settings.speedServer},
+      networkLink_{settings.sysFolder},
       browsers_{registrySettings(settings), connectionSettings(settings, ps_)},
       workspace_{workspaceSettings(settings), ps_},
       backgroundItems_{DesktopItems::Sources::standard(settings.places, settings.configFolder,
                                                        settings.dataFolder),
                        [this] { return workspace_.index(); }},
       windowServer_{settings.display, [this] { return applicationNames(); }},
-      loginItems_{settings.configFolder, settings.program}, log_{settings.journalSocket},
+      loginItems_{settings.configFolder, settings.program},
+      log_{settings.journalSocket},
       preferences_{joinedPath(settings.configFolder, "pacelet/preferences.json"), log_,
                    settings.postToUI},
-      home_{settings.places.home}, applicationSupport_{settings.dataFolder} {
+      home_{settings.places.home},
+      applicationSupport_{settings.dataFolder},
+      abilities_{desktopAbilities(settings.places)} {
+    abilities_.restarts = SessionRestart::isPossible();
+    abilities_.alwaysAsks = false;
     answerTools(settings);
 }
 
 void LinuxHost::answerTools(const LinuxSettings& settings) {
     tools_.answer("/bin/ps", [this](const Arguments& arguments) { return ps_.run(arguments); });
     tools_.answer("/usr/bin/osascript", [this](const Arguments& arguments) {
-        return OSAScriptTool::run(arguments, browsers_.connections());
+        return OSAScriptTool::run(arguments, browsers_.connections(), restart_);
     });
     tools_.answer("/usr/bin/nettop", [procFolder = settings.procFolder,
                                       sysFolder = settings.sysFolder](const Arguments& arguments) {
@@ -96,22 +103,12 @@ std::optional<std::string_view> LinuxHost::whyThere(std::int32_t pid, const std:
 }
 
 Platform LinuxHost::platform() {
-    return {clock_,
-            tools_,
-            kernel_,
-            workspace_,
-            networkLink_,
-            windowServer_,
-            loginItems_,
-            preferences_,
-            log_,
-            home_,
-            "/",
-            applicationSupport_,
-            OperatingSystem::linuxDesktop,
-            &knowledge_,
-            &backgroundItems_,
-            &browsers_};
+    return {clock_,      tools_,       kernel_,
+            workspace_,  networkLink_, windowServer_,
+            loginItems_, preferences_, log_,
+            home_,       "/",          applicationSupport_,
+            system,      &knowledge_,  &backgroundItems_,
+            &browsers_,  abilities_};
 }
 
 } // namespace pacelet::Linux

@@ -13,6 +13,7 @@
 #include "Hosts/Linux/PSTool.h"
 #include "Hosts/Linux/Speed/NetworkQualityTool.h"
 #include "Hosts/Linux/SystemClock.h"
+#include "Hosts/Linux/Systemd/SessionRestart.h"
 #include "Hosts/Linux/User/AutostartEntry.h"
 #include "Hosts/Linux/User/PreferencesFile.h"
 #include "Hosts/Linux/X11/XWindowServer.h"
@@ -28,6 +29,8 @@ namespace pacelet::Linux {
 /// This machine, live. Owns the services that Core asks; the references live as long as it does.
 class LinuxHost {
 public:
+    static constexpr OperatingSystem system = OperatingSystem::linuxDesktop;
+
     explicit LinuxHost(const LinuxSettings& settings = {});
 
     Clock& clock() { return clock_; }
@@ -45,7 +48,10 @@ public:
     Platform platform();
 
     /// Ends what would go on for long: to be called when the program ends. Any thread.
-    void stopLongTools() { networkQuality_.stop(); }
+    void stopLongTools() {
+        networkQuality_.stop();
+        restart_.stop();
+    }
 
 private:
     void answerTools(const LinuxSettings& settings);
@@ -56,6 +62,7 @@ private:
     PSTool ps_;
     LocalKnowledge knowledge_;
     NetworkQualityTool networkQuality_;
+    SessionRestart restart_;
     LinuxToolRunner tools_;
     LinuxNetworkLink networkLink_;
     ExtensionRegistry browsers_;
@@ -67,6 +74,7 @@ private:
     PreferencesFile preferences_;
     std::string home_;
     std::string applicationSupport_;
+    HostAbilities abilities_;
 };
 
 } // namespace pacelet::Linux

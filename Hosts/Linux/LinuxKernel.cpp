@@ -108,8 +108,12 @@ constexpr std::array sysctls{
 
 LinuxKernel::LinuxKernel(const std::string& procFolder, const std::string& sysFolder,
                          const std::string& runFolder, Clock& clock)
-    : proc_{procFolder}, sys_{sysFolder}, run_{runFolder},
-      thermalZones_{sysFolder + "/class/thermal"}, clock_{clock}, footprints_{proc_, clock} {}
+    : proc_{procFolder},
+      sys_{sysFolder},
+      run_{runFolder},
+      thermalZones_{sysFolder + "/class/thermal"},
+      clock_{clock},
+      footprints_{proc_, clock} {}
 
 std::optional<std::size_t> LinuxKernel::sysctlbyname(std::string_view name,
                                                      std::span<std::byte> record) {

@@ -67,7 +67,8 @@ std::string shownCommandLine(const KnownProcess& process, std::string_view comma
 } // namespace
 
 PSTool::PSTool(const std::string& procFolder, DesktopPlaces places, Clock& clock)
-    : clock_{clock}, processes_{procFolder, std::move(places)} {}
+    : clock_{clock},
+      processes_{procFolder, std::move(places)} {}
 
 Shell::Output PSTool::run(const std::vector<std::string>& arguments) {
     const bool isTable = arguments == tableArguments;

@@ -68,7 +68,8 @@ bool isProcessorZone(const std::string& type) {
                        [&](std::string_view prefix) { return name.starts_with(prefix); });
 }
 
-ThermalZones::ThermalZones(const std::string& folder) : folder_{folder} {
+ThermalZones::ThermalZones(const std::string& folder)
+    : folder_{folder} {
     for (const std::string& name : folder_.namesWithPrefix("thermal_zone")) {
         const FolderReader zone{folder + '/' + name};
         const TripPoints points = readTripPoints(zone);

@@ -8,18 +8,20 @@
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
+#include <poll.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <utility>
 
+// Whoever uses it declares it; not every system does so itself.
+extern "C" {
+extern char** environ;
+}
+
 namespace pacelet::Shell {
 
 namespace {
-
-/// The child's standard error is read only once standard output has ended, so what it writes there
-/// in the meantime must fit the pipe: make it as roomy as an ordinary user may.
-constexpr int errorPipeBytes = 1 << 20;
 
 [[noreturn]] void failLaunch(const std::string& executable, int error) {
     throw LaunchError{executable, std::error_code{error, std::generic_category()}};
@@ -43,9 +45,25 @@ struct Pipe {
     Descriptor writeEnd;
 };
 
+/// Both ends are closed in every child. Where the system can only mark them afterwards, a child of
+/// ours that is born in between gets neither, since it is given nothing but its streams.
+bool openPipe(std::array<int, 2>& ends) {
+#ifdef __APPLE__
+    if (::pipe(ends.data()) != 0) {
+        return false;
+    }
+    for (const int end : ends) {
+        ::fcntl(end, F_SETFD, FD_CLOEXEC);
+    }
+    return true;
+#else
+    return ::pipe2(ends.data(), O_CLOEXEC) == 0;
+#endif
+}
+
 Pipe makePipe(const std::string& executable) {
     std::array<int, 2> ends{};
-    if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
+    if (!openPipe(ends)) {
         failLaunch(executable, errno);
     }
     Descriptor readEnd{ends[0]};
@@ -61,7 +79,7 @@ public:
         posix_spawn_file_actions_init(&actions_);
         posix_spawn_file_actions_adddup2(&actions_, standardOutput, STDOUT_FILENO);
         posix_spawn_file_actions_adddup2(&actions_, standardError, STDERR_FILENO);
-        posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1);
+        closeAllOthers();
 
         sigset_t signals;
         posix_spawnattr_init(&attributes_);
@@ -69,7 +87,7 @@ public:
         posix_spawnattr_setsigmask(&attributes_, &signals);
         sigaddset(&signals, SIGPIPE);
         posix_spawnattr_setsigdefault(&attributes_, &signals);
-        posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+        posix_spawnattr_setflags(&attributes_, static_cast<short>(flags));
     }
     SpawnPlan(const SpawnPlan&) = delete;
     SpawnPlan& operator=(const SpawnPlan&) = delete;
@@ -82,6 +100,25 @@ public:
     const posix_spawnattr_t* attributes() const { return &attributes_; }
 
 private:
+#ifdef __APPLE__
+    static constexpr int flags =
+        POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_CLOEXEC_DEFAULT;
+
+    /// The flag closes what no action names; a program that has no standard input has none to hand
+    /// on.
+    void closeAllOthers() {
+        if (::fcntl(STDIN_FILENO, F_GETFD) >= 0) {
+            posix_spawn_file_actions_addinherit_np(&actions_, STDIN_FILENO);
+        }
+    }
+#else
+    static constexpr int flags = POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF;
+
+    void closeAllOthers() {
+        posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1);
+    }
+#endif
+
     posix_spawn_file_actions_t actions_;
     posix_spawnattr_t attributes_;
 };
@@ -105,17 +142,33 @@ pid_t launch(const std::string& executable, const std::vector<std::string>& argu
     return child;
 }
 
-std::string readToEnd(const Descriptor& descriptor) {
-    std::string text;
+/// Takes what is there; false at the end.
+bool readSome(const Descriptor& descriptor, std::string& text) {
     std::array<char, 65536> buffer;
-    for (;;) {
-        const ssize_t count = ::read(descriptor.get(), buffer.data(), buffer.size());
-        if (count > 0) {
-            text.append(buffer.data(), static_cast<std::size_t>(count));
-        } else if (count == 0) {
-            return text;
-        } else {
-            precondition(errno == EINTR, "reading from a pipe of our own failed");
+    const ssize_t count = ::read(descriptor.get(), buffer.data(), buffer.size());
+    if (count > 0) {
+        text.append(buffer.data(), static_cast<std::size_t>(count));
+    }
+    precondition(count >= 0 || errno == EINTR, "reading from a pipe of our own failed");
+    return count != 0;
+}
+
+/// Reads both streams to their ends at the same time: a child that fills one pipe waits for us, and
+/// how much a pipe takes is the system's business.
+void readToEnd(Pipe& standardOutput, Pipe& standardError, Output& output) {
+    std::array streams{pollfd{standardOutput.readEnd.get(), POLLIN, 0},
+                       pollfd{standardError.readEnd.get(), POLLIN, 0}};
+    // A negative descriptor is one that is not asked about any more.
+    while (streams[0].fd >= 0 || streams[1].fd >= 0) {
+        if (::poll(streams.data(), streams.size(), -1) < 0) {
+            precondition(errno == EINTR, "waiting for pipes of our own failed");
+            continue;
+        }
+        if (streams[0].revents != 0 && !readSome(standardOutput.readEnd, output.stdout)) {
+            streams[0].fd = -1;
+        }
+        if (streams[1].revents != 0 && !readSome(standardError.readEnd, output.stderr)) {
+            streams[1].fd = -1;
         }
     }
 }
@@ -135,17 +188,13 @@ std::int32_t waitForExit(pid_t child, const std::string& executable) {
 Output run(const std::string& executable, const std::vector<std::string>& arguments) {
     Pipe standardOutput = makePipe(executable);
     Pipe standardError = makePipe(executable);
-    // Best effort: with the usual size only a tool that is unusually talkative would notice.
-    ::fcntl(standardError.writeEnd.get(), F_SETPIPE_SZ, errorPipeBytes);
-
     const SpawnPlan plan{standardOutput.writeEnd.get(), standardError.writeEnd.get()};
     const pid_t child = launch(executable, arguments, plan);
     standardOutput.writeEnd.reset();
     standardError.writeEnd.reset();
 
     Output output;
-    output.stdout = readToEnd(standardOutput.readEnd);
-    output.stderr = readToEnd(standardError.readEnd);
+    readToEnd(standardOutput, standardError, output);
     output.status = waitForExit(child, executable);
     output.stdout = repairedUTF8(std::move(output.stdout));
     output.stderr = repairedUTF8(std::move(output.stderr));

@@ -11,7 +11,7 @@ namespace pacelet::Shell {
 /// Runs the program at the absolute path `executable` to its end and collects what it wrote. Blocks
 /// with no time limit, so never on the UI thread; safe to call from many threads at a time. The
 /// child inherits environment, working directory and standard input, and no other descriptor.
-/// Standard output is read to its end before standard error. Throws `LaunchError`, also where the
+/// Throws `LaunchError`, also where the
 /// system does not tell how the child ended because SIGCHLD is ignored.
 Output run(const std::string& executable, const std::vector<std::string>& arguments);
 

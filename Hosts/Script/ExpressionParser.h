@@ -9,7 +9,8 @@ namespace pacelet::Script {
 /// object or a value.
 class ExpressionParser {
 public:
-    explicit ExpressionParser(TokenCursor& tokens) : tokens_{tokens} {}
+    explicit ExpressionParser(TokenCursor& tokens)
+        : tokens_{tokens} {}
 
     /// Whether the terms of a browser are known from here on.
     bool knowsBrowser() const { return browser_; }

@@ -13,7 +13,8 @@ namespace {
 
 class Interpreter {
 public:
-    explicit Interpreter(System& system) : system_{system} {}
+    explicit Interpreter(System& system)
+        : system_{system} {}
 
     /// What the tool prints.
     std::string run(const Block& script) {

@@ -11,7 +11,8 @@ namespace {
 /// Reads statements. Each ends with its line, but for the one behind "then" and "to".
 class Parser {
 public:
-    explicit Parser(std::string_view script) : tokens_{script} {}
+    explicit Parser(std::string_view script)
+        : tokens_{script} {}
 
     Block script() {
         Block block;

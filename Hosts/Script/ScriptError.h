@@ -18,7 +18,10 @@ class ScriptError : public std::runtime_error {
 public:
     ScriptError(std::int32_t number, const std::string& message, Range range = {},
                 bool syntax = false)
-        : std::runtime_error{message}, number_{number}, range_{range}, syntax_{syntax} {}
+        : std::runtime_error{message},
+          number_{number},
+          range_{range},
+          syntax_{syntax} {}
 
     std::int32_t number() const { return number_; }
     Range range() const { return range_; }

@@ -18,7 +18,8 @@ bool isDigit(char character) {
 
 class Lexer {
 public:
-    explicit Lexer(std::string_view script) : script_{script} {}
+    explicit Lexer(std::string_view script)
+        : script_{script} {}
 
     std::vector<Token> run() {
         while (at_ < script_.size()) {

@@ -36,7 +36,8 @@ std::string quoted(std::string_view word) {
 
 } // namespace
 
-TokenCursor::Nesting::Nesting(TokenCursor& cursor) : cursor_{cursor} {
+TokenCursor::Nesting::Nesting(TokenCursor& cursor)
+    : cursor_{cursor} {
     if (cursor_.depth_ == deepestNesting) {
         cursor_.fail("a simpler script");
     }

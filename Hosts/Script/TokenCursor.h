@@ -12,7 +12,8 @@ namespace pacelet::Script {
 /// A place in the tokens of a script, and how deep its constructs are nested there.
 class TokenCursor {
 public:
-    explicit TokenCursor(std::string_view script) : tokens_{tokenize(script)} {}
+    explicit TokenCursor(std::string_view script)
+        : tokens_{tokenize(script)} {}
 
     const Token& peek(std::size_t ahead = 0) const;
     bool at(TokenKind kind) const { return peek().kind == kind; }

@@ -35,7 +35,14 @@ void allocate(const fs::path& file, std::int64_t bytes) {
     if (descriptor < 0) {
         throw std::system_error{errno, std::generic_category(), file.string()};
     }
+#ifdef __APPLE__
+    fstore_t place{F_ALLOCATEALL, F_PEOFPOSMODE, 0, bytes, 0};
+    const bool isTaken =
+        ::fcntl(descriptor, F_PREALLOCATE, &place) != -1 && ::ftruncate(descriptor, bytes) == 0;
+    const int error = isTaken ? 0 : errno;
+#else
     const int error = ::posix_fallocate(descriptor, 0, bytes);
+#endif
     ::close(descriptor);
     if (error != 0) {
         throw std::system_error{error, std::generic_category(), file.string()};
@@ -44,7 +51,8 @@ void allocate(const fs::path& file, std::int64_t bytes) {
 
 } // namespace
 
-FolderTree::FolderTree(const World& world) : root_{makeTemporaryFolder()} {
+FolderTree::FolderTree(const World& world)
+    : root_{makeTemporaryFolder()} {
     fs::create_directories(applicationSupport());
     LaunchFiles::write(world, root_, home());
     for (const LargeFolder& folder : world.largeFolders) {
@@ -64,7 +72,8 @@ void FolderTree::fill(const LargeFolder& folder) const {
     allocate(fs::path{home()} / folder.path / "Data.img", folder.bytes);
 }
 
-BlockedFolder::BlockedFolder(fs::path path) : path_{std::move(path)} {
+BlockedFolder::BlockedFolder(fs::path path)
+    : path_{std::move(path)} {
     std::error_code absent;
     fs::rename(path_, setAside(path_), absent);
     fs::create_directories(path_.parent_path());

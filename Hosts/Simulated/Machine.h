@@ -23,13 +23,16 @@ public:
 
     private:
         friend class Machine;
-        Locked(std::mutex& mutex, World& world) : lock_{mutex}, world_{&world} {}
+        Locked(std::mutex& mutex, World& world)
+            : lock_{mutex},
+              world_{&world} {}
 
         std::unique_lock<std::mutex> lock_;
         World* world_;
     };
 
-    explicit Machine(World world) : world_{std::move(world)} {}
+    explicit Machine(World world)
+        : world_{std::move(world)} {}
 
     TimePoint now() override;
     MonotonicTime monotonicNow() override;

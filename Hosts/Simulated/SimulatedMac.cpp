@@ -7,7 +7,9 @@
 
 namespace pacelet::Simulated {
 
-SimulatedMac::SimulatedMac(World world) : machine{std::move(world)}, folders_{*machine.lock()} {}
+SimulatedMac::SimulatedMac(World world)
+    : machine{std::move(world)},
+      folders_{*machine.lock()} {}
 
 Platform SimulatedMac::platform() {
     return {machine, tools,           kernel,          workspace,

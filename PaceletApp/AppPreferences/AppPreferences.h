@@ -24,6 +24,10 @@ public:
     bool showMenuBar() const { return showMenuBar_; }
     void setShowMenuBar(bool show);
 
+    /// The user knows how to come back where no menu-bar item leads there.
+    bool toldOfLeaving() const { return toldOfLeaving_; }
+    void setToldOfLeaving();
+
     /// What keeps any preference from being what the user has chosen.
     PreferencesTrouble trouble() const { return preferences_.trouble(); }
 
@@ -36,6 +40,7 @@ private:
     Preferences& preferences_;
     bool onboarded_;
     bool showMenuBar_;
+    bool toldOfLeaving_;
     ObserverHandle troubleObserver_;
 };
 

@@ -6,10 +6,10 @@ namespace pacelet {
 
 AppUpdater::AppUpdater(const UpdateSettings& settings,
                        std::unique_ptr<UpdaterController> controller, QObject* parent)
-    : QObject{parent}, controller_{std::move(controller)}, configured_{
-                                                               controller_ &&
-                                                               !settings.publicKey.empty() &&
-                                                               !settings.bundleIdentifier.empty()} {
+    : QObject{parent},
+      controller_{std::move(controller)},
+      configured_{controller_ && !settings.publicKey.empty() &&
+                  !settings.bundleIdentifier.empty()} {
     if (controller_) {
         readController();
         controller_->observe([this] { readController(); });

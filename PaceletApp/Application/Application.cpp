@@ -2,6 +2,7 @@
 
 #include "PaceletApp/Application/IdleMemory.h"
 #include "PaceletApp/Application/PanelPlace.h"
+#include "PaceletApp/Application/WindowManner.h"
 #include "PaceletApp/MenuBarView/MenuBarModel.h"
 #include "PaceletApp/SettingsView/SettingsModel.h"
 #include "PaceletApp/Websites.h"
@@ -23,21 +24,18 @@ QScreen* screenAt(QPoint place) {
     return screen != nullptr ? screen : QGuiApplication::primaryScreen();
 }
 
-void bringForward(QQuickWindow& window) {
-    window.setWindowStates(window.windowStates() & ~Qt::WindowMinimized);
-    window.show();
-    window.raise();
-    window.requestActivate();
-}
-
 } // namespace
 
 Application::Application(const Platform& platform, Scheduler& scheduler,
                          std::optional<ProcessCatalog> catalog)
-    : words_{platform.system}, platform_{platform}, scheduler_{scheduler},
-      preferences_{platform.preferences}, monitor_{platform, scheduler, std::move(catalog)},
+    : words_{platform.system},
+      platform_{platform},
+      scheduler_{scheduler},
+      preferences_{platform.preferences},
+      monitor_{platform, scheduler, std::move(catalog)},
       actions_{platform, scheduler, monitor_, router_, tidyvaultWebsite},
-      updater_{UpdateSettings{}, nullptr}, speedTester_{platform, scheduler} {
+      updater_{UpdateSettings{}, nullptr},
+      speedTester_{platform, scheduler} {
     connect(&preferences_, &AppPreferences::showMenuBarChanged, this, &Application::showTray);
 }
 
@@ -67,15 +65,15 @@ void Application::showTray() {
 QQmlEngine& Application::engine() {
     if (!engine_) {
         engine_ = makeEngine(platform_.workspace);
-        pacelet::setReducedMotion(*engine_, reducedMotion_);
+        pacelet::setWishes(*engine_, wishes_);
     }
     return *engine_;
 }
 
-void Application::setReducedMotion(bool reduced) {
-    const bool changed = std::exchange(reducedMotion_, reduced) != reduced;
+void Application::setWishes(const DesktopWishes& wishes) {
+    const bool changed = std::exchange(wishes_, wishes) != wishes;
     if (changed && engine_) {
-        pacelet::setReducedMotion(*engine_, reduced);
+        pacelet::setWishes(*engine_, wishes);
     }
 }
 
@@ -91,11 +89,11 @@ QQuickWindow* Application::panel() {
     return panelScene_ ? &panelScene_->window() : nullptr;
 }
 
-void Application::showWindow() {
+void Application::showWindow(const Activation& activation) {
     if (!mainScene_) {
         openWindow();
     }
-    bringForward(mainScene_->window());
+    WindowManner::bringForward(mainScene_->window(), activation);
 }
 
 SharedObjects Application::sharedObjects() {
@@ -105,12 +103,20 @@ SharedObjects Application::sharedObjects() {
 
 void Application::openWindow() {
     auto model = std::make_unique<RootModel>(sharedObjects());
+    connect(this, &Application::leavingUnseen, model.get(), &RootModel::askToLeave);
     connect(model.get(), &RootModel::settingsRequested, this, &Application::showSettings);
     connect(model.get(), &RootModel::closeRequested, this, &Application::closeWindow);
     connect(model.get(), &RootModel::quitRequested, this, &Application::quitRequested);
     mainScene_ =
         std::make_unique<Scene>(engine(), QStringLiteral("MainWindow.qml"), std::move(model));
     connect(&mainScene_->window(), &QWindow::visibilityChanged, this, &Application::windowChanged);
+    QQuickWindow& opened = mainScene_->window();
+    opened.installEventFilter(this);
+    if (room_) {
+        opened.setProperty("room", QSizeF{room_()});
+        opened.setWindowStates(opened.property("takesScreen").toBool() ? Qt::WindowMaximized
+                                                                       : Qt::WindowNoState);
+    }
 }
 
 void Application::windowChanged() {
@@ -129,6 +135,23 @@ void Application::windowChanged() {
     }
 }
 
+/// Where nothing shows that the program lives on, and how to come back, its user has to know first.
+/// A Mac has a menu bar, and its dock besides.
+bool Application::mayLeaveUnseen() const {
+    const bool isSeen = tray_ && preferences_.showMenuBar() && TrayItem::isAvailable();
+    return isSeen || platform_.system == OperatingSystem::macOS || preferences_.toldOfLeaving();
+}
+
+bool Application::eventFilter(QObject* object, QEvent* event) {
+    if (event->type() != QEvent::Close || object != window() || mayLeaveUnseen()) {
+        return QObject::eventFilter(object, event);
+    }
+    event->ignore();
+    preferences_.setToldOfLeaving();
+    Q_EMIT leavingUnseen();
+    return true;
+}
+
 void Application::closeWindow() {
     if (mainScene_) {
         mainScene_->window().close();
@@ -139,7 +162,7 @@ void Application::showSettings() {
     if (!settingsScene_) {
         openSettings();
     }
-    bringForward(settingsScene_->window());
+    WindowManner::bringForward(settingsScene_->window());
 }
 
 void Application::openSettings() {
@@ -189,6 +212,7 @@ void Application::openPanel(const QRect& icon) {
             closePanel();
         }
     });
+    WindowManner::leaveTaskBar(panel);
     model->liveDot()->setShown(true);
     monitor_.setMenuOpen(true);
     panel.show();

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "Core/Knowledge/ProcessCatalog.h"
+#include "Core/Platform/DesktopWishes.h"
 #include "PaceletApp/AppPreferences/AppPreferences.h"
 #include "PaceletApp/AppUpdater/AppUpdater.h"
+#include "PaceletApp/Application/Activation.h"
 #include "PaceletApp/Application/Scene.h"
 #include "PaceletApp/Application/TrayItem.h"
 #include "PaceletApp/FixActions/FixActions.h"
@@ -12,7 +14,9 @@
 
 #include <QObject>
 #include <QRect>
+#include <QSize>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -39,11 +43,15 @@ public:
     /// Starts sampling, and shows the tray item. Opens no window.
     void start();
 
-    /// Whether the desktop asks for as little motion as can be; false until told.
-    void setReducedMotion(bool reduced);
+    /// What the desktop asks of its programs; nothing until told.
+    void setWishes(const DesktopWishes& wishes);
+
+    /// What tells how much room the main window has, in logical pixels, when it opens. A window
+    /// that nobody looks at has all it needs.
+    void setRoom(std::function<QSize()> room) { room_ = std::move(room); }
 
     /// Opens the main window or brings it forward.
-    void showWindow();
+    void showWindow(const pacelet::Activation& activation = {});
     void closeWindow();
 
     /// Opens the settings or brings them forward.
@@ -61,10 +69,16 @@ public:
 Q_SIGNALS:
     /// The user wants the program to end.
     void quitRequested();
+    /// The main window is about to close, and nothing will show that the program lives on.
+    void leavingUnseen();
+
+protected:
+    bool eventFilter(QObject* object, QEvent* event) override;
 
 private:
     void trayPressed();
     void showTray();
+    bool mayLeaveUnseen() const;
     SharedObjects sharedObjects();
     void openWindow();
     void openSettings();
@@ -84,7 +98,8 @@ private:
     AppUpdater updater_;
     SpeedTester speedTester_;
     std::unique_ptr<TrayItem> tray_;
-    bool reducedMotion_ = false;
+    std::function<QSize()> room_;
+    DesktopWishes wishes_;
     std::unique_ptr<QQmlEngine> engine_;
     std::unique_ptr<Scene> mainScene_;
     std::unique_ptr<Scene> settingsScene_;

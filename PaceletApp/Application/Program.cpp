@@ -2,13 +2,13 @@
 
 #include "Core/Support/StandardStreams.h"
 #include "PaceletApp/Application/Application.h"
-#include "PaceletApp/Application/MotionFollower.h"
 #include "PaceletApp/Application/SingleInstance.h"
+#include "PaceletApp/Application/WishFollower.h"
 #include "PaceletApp/Components/Typography.h"
 #include "PaceletApp/Scheduler/RealScheduler.h"
-#include "PaceletApp/Support/Sentence.h"
 
 #include <QIcon>
+#include <QScreen>
 
 #include <fmt/core.h>
 
@@ -66,21 +66,22 @@ int runUntilQuit(const Platform& platform, Scheduler& scheduler,
                             loadCatalog(ResourceLocations::beside(programFolder()))};
     QObject::connect(&application, &Application::quitRequested, qApp, &QCoreApplication::quit,
                      Qt::QueuedConnection);
-    if (surroundings.prefersReducedMotion) {
-        followMotion(application, scheduler, surroundings.prefersReducedMotion);
+    if (surroundings.wishes) {
+        followWishes(application, scheduler, surroundings.wishes);
     }
     if (SingleInstance* const instance = surroundings.instance) {
         QObject::connect(instance, &SingleInstance::showRequested, &application,
                          &Application::showWindow);
         instance->listen();
     }
+    application.setRoom([] {
+        const QScreen* const screen = QGuiApplication::primaryScreen();
+        return screen != nullptr ? screen->availableSize() : QSize{};
+    });
     application.start();
-    if (application.preferences().showMenuBar() && !TrayItem::isAvailable()) {
-        StandardStreams::complain(
-            sentence("Pacelet: this desktop has no system tray, so there is no menu-bar item. "
-                     "Start Pacelet again to bring its window back."));
+    if (!surroundings.isHidden) {
+        application.showWindow();
     }
-    application.showWindow();
     return QCoreApplication::exec();
 }
 
@@ -95,7 +96,8 @@ void postToUI(std::function<void()> function) {
                               Qt::QueuedConnection);
 }
 
-Program::Program(int& argc, char** argv) : application_{prepared(argc), argv} {
+Program::Program(int& argc, char** argv)
+    : application_{prepared(argc), argv} {
     qInstallMessageHandler(usualHandler);
     QGuiApplication::setApplicationName(QStringLiteral("pacelet"));
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Pacelet"));

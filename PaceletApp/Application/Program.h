@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Core/Platform/DesktopWishes.h"
 #include "Core/Platform/Platform.h"
 #include "PaceletApp/Application/QuitSignals.h"
 
@@ -21,10 +22,11 @@ void postToUI(std::function<void()> function);
 /// What a program has to do with besides the machine; each may be missing.
 struct ProgramSurroundings {
     SingleInstance* instance = nullptr; ///< tells of further starts
-    /// Whether the desktop asks for little motion. It may block, on any thread.
-    std::function<bool()> prefersReducedMotion;
+    /// What the desktop asks of its programs. It may block, on any thread.
+    std::function<DesktopWishes()> wishes;
     /// Ends tools that would go on for long; called once the user has ended the program.
     std::function<void()> stopLongTools{};
+    bool isHidden = false; ///< begins in the tray, without the main window
 };
 
 /// The frame of a program with a window.
@@ -34,8 +36,9 @@ public:
     /// line that says so. Throws `std::runtime_error` where the system gives it no thread.
     Program(int& argc, char** argv);
 
-    /// Shows the main window on the machine behind `platform`, and lives on without it until the
-    /// user ends the program, by a signal maybe. Gives the program's exit status.
+    /// Shows the main window, if it is not to be hidden, on the machine behind `platform`, and
+    /// lives on without it until the user ends the program, by a signal maybe. Gives the program's
+    /// exit status.
     int run(const Platform& platform, const ProgramSurroundings& surroundings = {});
 
 private:

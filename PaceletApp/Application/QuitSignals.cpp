@@ -30,8 +30,8 @@ void post(int number) {
 } // namespace
 
 QuitSignals::QuitSignals()
-    : mailbox_{::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)}, notifier_{mailbox_.get(),
-                                                                    QSocketNotifier::Read} {
+    : mailbox_{::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)},
+      notifier_{mailbox_.get(), QSocketNotifier::Read} {
     QObject::connect(&notifier_, &QSocketNotifier::activated, [this] { quit(); });
     mailbox = mailbox_.get();
     for (const int number : quitSignals) {

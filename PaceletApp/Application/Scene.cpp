@@ -45,10 +45,11 @@ std::unique_ptr<QQmlEngine> makeEngine(Workspace& workspace) {
     return engine;
 }
 
-void setReducedMotion(QQmlEngine& engine, bool reduced) {
-    QQmlComponent told{&engine, QUrl{moduleFolder + QStringLiteral("Motion.qml")}};
+void setWishes(QQmlEngine& engine, const DesktopWishes& wishes) {
+    QQmlComponent told{&engine, QUrl{moduleFolder + QStringLiteral("Wishes.qml")}};
     const std::unique_ptr<QObject> done{
-        told.createWithInitialProperties({{QStringLiteral("reduced"), reduced}})};
+        told.createWithInitialProperties({{QStringLiteral("reducedMotion"), wishes.reducedMotion},
+                                          {QStringLiteral("highContrast"), wishes.highContrast}})};
     precondition(done != nullptr, qPrintable(told.errorString()));
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Core/Platform/DesktopWishes.h"
+
 #include <QObject>
 #include <QQmlEngine>
 #include <QQuickWindow>
@@ -32,7 +34,7 @@ private:
 /// outlives it.
 std::unique_ptr<QQmlEngine> makeEngine(Workspace& workspace);
 
-/// Has all that moves arrive at once, or take its time.
-void setReducedMotion(QQmlEngine& engine, bool reduced);
+/// Has all that is shown look as the desktop asks.
+void setWishes(QQmlEngine& engine, const DesktopWishes& wishes);
 
 } // namespace pacelet

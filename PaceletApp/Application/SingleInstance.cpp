@@ -17,6 +17,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <optional>
 #include <utility>
 
 namespace pacelet {
@@ -30,7 +31,10 @@ constexpr int answerLimit = 3000;
 constexpr int betweenTries = 50;
 
 /// Reads no more than this from whoever connects.
-constexpr qint64 longestMessage = 64;
+constexpr qint64 longestMessage = 2048;
+
+/// A startup id or token that is longer is no leave that a desktop gives.
+constexpr qsizetype longestLeave = 512;
 
 const QString socketName = QStringLiteral("/window.socket");
 
@@ -43,13 +47,27 @@ bool isOwn(const QByteArray& folder) {
            facts.st_uid == geteuid() && chmod(folder.constData(), S_IRWXU) == 0;
 }
 
+/// One line of the request, which has three: what is asked, the startup id, the token.
+QByteArray lineOf(const QByteArray& leave) {
+    return (leave.size() <= longestLeave && !leave.contains('\n') ? leave : QByteArray{}) + '\n';
+}
+
+/// Nothing while the request is not whole, or is none.
+std::optional<Activation> parseRequest(const QByteArray& request) {
+    const QList<QByteArray> lines = request.split('\n');
+    return request.startsWith(showMessage) && lines.size() > 3
+               ? std::optional{Activation{lines[1], lines[2]}}
+               : std::nullopt;
+}
+
 bool leavesRoom(const QByteArray& socket) {
     return static_cast<std::size_t>(socket.size()) < sizeof sockaddr_un{}.sun_path;
 }
 
 } // namespace
 
-SingleInstance::SingleInstance(const QStringList& folders, QObject* parent) : QObject{parent} {
+SingleInstance::SingleInstance(const QStringList& folders, QObject* parent)
+    : QObject{parent} {
     for (const QString& folder : folders) {
         const QByteArray path = QFile::encodeName(folder);
         const QByteArray lock = path + "/lock";
@@ -105,10 +123,10 @@ void SingleInstance::answer() {
     while (QLocalSocket* const client = server_->nextPendingConnection()) {
         connect(client, &QLocalSocket::disconnected, client, &QObject::deleteLater);
         const auto read = [this, client] {
-            if (client->peek(longestMessage).startsWith(showMessage)) {
+            if (const auto activation = parseRequest(client->peek(longestMessage))) {
                 client->write(showMessage);
                 client->disconnectFromServer();
-                Q_EMIT showRequested();
+                Q_EMIT showRequested(*activation);
             } else if (client->bytesAvailable() >= longestMessage) {
                 client->abort();
             }
@@ -118,14 +136,14 @@ void SingleInstance::answer() {
     }
 }
 
-bool SingleInstance::askToShow() const {
+bool SingleInstance::askToShow(const Activation& activation) const {
     QElapsedTimer elapsed;
     elapsed.start();
     while (elapsed.elapsed() < answerLimit) {
         QLocalSocket socket;
         socket.connectToServer(socket_);
         if (socket.waitForConnected(answerLimit)) {
-            socket.write(showMessage);
+            socket.write(showMessage + lineOf(activation.startupID) + lineOf(activation.token));
             socket.flush();
             return socket.waitForReadyRead(answerLimit) && socket.readAll() == showMessage;
         }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Core/Support/Descriptor.h"
+#include "PaceletApp/Application/Activation.h"
 
 #include <QLocalServer>
 #include <QObject>
@@ -36,12 +37,13 @@ public:
     /// loop, so the QCoreApplication has been made; does nothing when this is not the first.
     void listen();
 
-    /// Asks the running program to bring its window forward. False when it does not answer in time.
-    bool askToShow() const;
+    /// Asks the running program to bring its window forward, with the leave that this start was
+    /// given. False when it does not answer in time.
+    bool askToShow(const Activation& activation = {}) const;
 
 Q_SIGNALS:
     /// Another start has asked for the window.
-    void showRequested();
+    void showRequested(const pacelet::Activation& activation);
 
 private:
     void answer();

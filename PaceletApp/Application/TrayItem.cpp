@@ -4,7 +4,9 @@
 
 namespace pacelet {
 
-TrayItem::TrayItem(Monitor& monitor, QObject* parent) : QObject{parent}, monitor_{monitor} {
+TrayItem::TrayItem(Monitor& monitor, QObject* parent)
+    : QObject{parent},
+      monitor_{monitor} {
     connect(&monitor, &Monitor::changed, this, [this](const Fields& fields) {
         if (fields.hold(monitor_.result, monitor_.lastChecked)) {
             refresh();

@@ -6,7 +6,8 @@
 namespace pacelet {
 
 BackgroundItemsModel::BackgroundItemsModel(const SharedObjects& objects, QObject* parent)
-    : QObject{parent}, monitor_{objects.monitor} {
+    : QObject{parent},
+      monitor_{objects.monitor} {
     collator_.setCaseSensitivity(Qt::CaseInsensitive);
     connect(&monitor_, &Monitor::changed, this, [this](const Fields& fields) {
         if (fields.hold(monitor_.backgroundItems, monitor_.backgroundItemsKnown, monitor_.groups)) {

@@ -1,5 +1,6 @@
 #include "PaceletApp/BackgroundItemsView/BackgroundRow.h"
 
+#include "Core/Knowledge/ProcessCatalog.h"
 #include "Core/Knowledge/Verdict.h"
 #include "Core/Sampling/Format.h"
 #include "PaceletApp/Support/QtText.h"
@@ -13,7 +14,7 @@ BackgroundRow headRow(const ItemGroup& group) {
     row.id = "owner " + group.name;
     row.isHead = true;
     row.title = qtText(group.name);
-    if (group.name != unknownOwner) {
+    if (group.name != unknownDeveloper) {
         row.appPath = qtText("/Applications/" + group.name + ".app");
     }
     row.subtitle = QString::number(group.items.size());

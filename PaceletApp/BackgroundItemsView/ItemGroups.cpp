@@ -1,5 +1,6 @@
 #include "PaceletApp/BackgroundItemsView/ItemGroups.h"
 
+#include "Core/Knowledge/ProcessCatalog.h"
 #include "Core/Support/Precondition.h"
 
 #include <algorithm>
@@ -10,7 +11,7 @@ namespace pacelet {
 std::vector<ItemGroup> grouped(const std::vector<BackgroundItem>& items, const NameOrder& before) {
     std::map<std::string, std::vector<const BackgroundItem*>> byOwner;
     for (const BackgroundItem& item : items) {
-        byOwner[item.ownerApp.value_or(std::string{unknownOwner})].push_back(&item);
+        byOwner[item.ownerApp.value_or(std::string{unknownDeveloper})].push_back(&item);
     }
     std::vector<ItemGroup> groups;
     for (auto& [name, members] : byOwner) {
@@ -18,8 +19,8 @@ std::vector<ItemGroup> grouped(const std::vector<BackgroundItem>& items, const N
         groups.push_back({name, std::move(members)});
     }
     std::ranges::stable_sort(groups, [&](const ItemGroup& left, const ItemGroup& right) {
-        const bool leftIsKnown = left.name != unknownOwner;
-        const bool rightIsKnown = right.name != unknownOwner;
+        const bool leftIsKnown = left.name != unknownDeveloper;
+        const bool rightIsKnown = right.name != unknownDeveloper;
         return leftIsKnown == rightIsKnown ? before(left.name, right.name) : leftIsKnown;
     });
     return groups;

@@ -9,10 +9,7 @@
 
 namespace pacelet {
 
-/// The name that stands for the owners of all items without one.
-inline constexpr std::string_view unknownOwner = "Unknown developer";
-
-/// The background items of one application.
+/// The background items of one application, or of all unknown developers.
 struct ItemGroup {
     std::string name;
     std::vector<const BackgroundItem*> items; ///< by label

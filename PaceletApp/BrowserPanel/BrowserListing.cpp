@@ -8,8 +8,10 @@
 namespace pacelet {
 
 BrowserListing::BrowserListing(std::vector<BrowserWindow> listed)
-    : windows{std::move(listed)}, rows{tabRows(windows)},
-      duplicates{TabCleanup::duplicates(windows)}, plan{TabCleanup::mergePlan(windows)} {
+    : windows{std::move(listed)},
+      rows{tabRows(windows)},
+      duplicates{TabCleanup::duplicates(windows)},
+      plan{TabCleanup::mergePlan(windows)} {
     std::set<std::optional<std::string>> known;
     for (const BrowserWindow& window : windows) {
         tabs += window.tabs.size();

@@ -135,14 +135,8 @@ FocusScope {
         }
     }
 
-    AlertDialog {
-        visible: panel.model.confirming
-        title: panel.model.confirmTitle
-        message: panel.model.confirmMessage
-        confirmText: panel.model.confirmButton
-        destructive: true
+    QuestionDialog {
+        question: panel.model.question
         paragraphLines: 2
-        onConfirmed: panel.model.acceptConfirm()
-        onCancelled: panel.model.dismissConfirm()
     }
 }

@@ -47,7 +47,11 @@ ExtensionUsage readExtensions(ToolRunner& tools, const std::string& bundle) {
 
 BrowserPanelModel::BrowserPanelModel(const SharedObjects& objects, ChromiumBrowser browser,
                                      QObject* parent)
-    : QObject{parent}, objects_{objects}, browser_{browser}, controller_{objects.platform} {
+    : QObject{parent},
+      objects_{objects},
+      browser_{browser},
+      controller_{objects.platform},
+      question_{objects.scheduler} {
     refreshLook();
     if (BrowserExtension* const extension = objects_.platform.browserExtension) {
         watch_ = extension->observe([this] { browsersChanged(); });
@@ -278,10 +282,10 @@ void BrowserPanelModel::closeSelected() {
 
 void BrowserPanelModel::askClose(std::vector<BrowserTab> tabs, std::string title) {
     std::string message = BrowserTexts::closeMessage(tabs);
-    ask({QUuid::createUuid(), std::move(title), std::move(message), "Close Tabs",
-         [tabs = std::move(tabs), browser = browser_](const BrowserController& controller) {
-             controller.close(tabs, browser);
-         }});
+    ask({.title = std::move(title), .message = std::move(message), .confirm = "Close Tabs"},
+        [tabs = std::move(tabs), browser = browser_](const BrowserController& controller) {
+            controller.close(tabs, browser);
+        });
 }
 
 void BrowserPanelModel::merge() {
@@ -289,33 +293,18 @@ void BrowserPanelModel::merge() {
         return;
     }
     const MergePlan& plan = *listing_.plan;
-    ask({QUuid::createUuid(), BrowserTexts::mergeTitle(plan, listing_.profiles),
-         BrowserTexts::mergeMessage(plan), "Merge",
-         [plan, browser = browser_](const BrowserController& controller) {
-             controller.merge(plan, browser);
-         }});
+    ask({.title = BrowserTexts::mergeTitle(plan, listing_.profiles),
+         .message = BrowserTexts::mergeMessage(plan),
+         .confirm = "Merge"},
+        [plan, browser = browser_](const BrowserController& controller) {
+            controller.merge(plan, browser);
+        });
 }
 
-void BrowserPanelModel::ask(Confirm confirm) {
-    confirmTitle_ = qtText(confirm.title);
-    confirmMessage_ = qtText(confirm.message);
-    confirmButton_ = qtText(confirm.button);
-    confirm_ = std::move(confirm);
-    Q_EMIT confirmChanged();
-}
-
-void BrowserPanelModel::acceptConfirm() {
-    if (!confirm_) {
-        return;
-    }
-    Script run = std::move(confirm_->run);
-    dismissConfirm();
-    detach(perform(QPointer{this}, std::move(run)));
-}
-
-void BrowserPanelModel::dismissConfirm() {
-    confirm_.reset();
-    Q_EMIT confirmChanged();
+void BrowserPanelModel::ask(Question question, Script run) {
+    question.destructive = true;
+    question_.ask(std::move(question),
+                  [this, run = std::move(run)] { detach(perform(QPointer{this}, run)); });
 }
 
 void BrowserPanelModel::setPhase(BrowserPhase phase) {

@@ -3,6 +3,7 @@
 #include "Core/Browser/BrowserController.h"
 #include "PaceletApp/BrowserPanel/BrowserListing.h"
 #include "PaceletApp/BrowserPanel/BrowserTexts.h"
+#include "PaceletApp/Components/QuestionModel.h"
 #include "PaceletApp/Scheduler/BackgroundTask.h"
 #include "PaceletApp/Support/SharedObjects.h"
 
@@ -10,7 +11,6 @@
 #include <QObject>
 #include <QPointer>
 #include <QString>
-#include <QUuid>
 #include <QtQml/qqmlregistration.h>
 
 #include <functional>
@@ -51,22 +51,10 @@ class BrowserPanelModel final : public QObject {
     Q_PROPERTY(QAbstractItemModel* rows READ rows CONSTANT)
     /// An action runs, and no other may start.
     Q_PROPERTY(bool working READ working NOTIFY workingChanged)
-    Q_PROPERTY(bool confirming READ confirming NOTIFY confirmChanged)
-    Q_PROPERTY(QString confirmTitle READ confirmTitle NOTIFY confirmChanged)
-    Q_PROPERTY(QString confirmMessage READ confirmMessage NOTIFY confirmChanged)
-    Q_PROPERTY(QString confirmButton READ confirmButton NOTIFY confirmChanged)
+    /// Before something is closed.
+    Q_PROPERTY(pacelet::QuestionModel* question READ question CONSTANT)
 
 public:
-    /// A question before something is closed.
-    struct Confirm {
-        QUuid id; ///< new for each question
-        std::string title;
-        std::string message;
-        std::string button;
-        /// Blocks; throws what the browser reports.
-        std::function<void(const BrowserController&)> run;
-    };
-
     /// All of `objects` outlive this.
     BrowserPanelModel(const SharedObjects& objects, ChromiumBrowser browser,
                       QObject* parent = nullptr);
@@ -74,7 +62,6 @@ public:
     const std::vector<BrowserWindow>& windows() const { return listing_.windows; }
     const std::optional<ExtensionUsage>& extensions() const { return extensions_; }
     const TabSelection& selected() const { return selected_; }
-    const std::optional<Confirm>& confirm() const { return confirm_; }
     bool working() const { return working_; }
 
     QString phaseName() const;
@@ -85,11 +72,7 @@ public:
     QString setUpText() const;
     const TabsLook& look() const { return look_; }
     QAbstractItemModel* rows() { return &rows_; }
-    bool confirming() const { return confirm_.has_value(); }
-    /// The words stay while the dialog fades.
-    const QString& confirmTitle() const { return confirmTitle_; }
-    const QString& confirmMessage() const { return confirmMessage_; }
-    const QString& confirmButton() const { return confirmButton_; }
+    QuestionModel* question() { return &question_; }
 
     /// Accepts the explanation, for good, and reads the listing.
     Q_INVOKABLE void proceed();
@@ -111,15 +94,10 @@ public:
     Q_INVOKABLE void merge();
     Q_INVOKABLE void openMemorySaver();
 
-    // The buttons of the question: both take it away, the first one runs it.
-    Q_INVOKABLE void acceptConfirm();
-    Q_INVOKABLE void dismissConfirm();
-
 Q_SIGNALS:
     void phaseChanged();
     void lookChanged();
     void workingChanged();
-    void confirmChanged();
 
 private:
     using Script = std::function<void(const BrowserController&)>;
@@ -141,7 +119,7 @@ private:
 
     std::string primerKey() const;
     void askClose(std::vector<BrowserTab> tabs, std::string title);
-    void ask(Confirm confirm);
+    void ask(Question question, Script run);
     void setPhase(BrowserPhase phase);
     void setWorking(bool working);
     void setListing(BrowserListing listing);
@@ -156,15 +134,12 @@ private:
     BrowserListing listing_;
     std::optional<ExtensionUsage> extensions_;
     TabSelection selected_;
-    std::optional<Confirm> confirm_;
+    QuestionModel question_;
     bool working_ = false;
     ObserverHandle watch_; ///< of browsers that come and go
 
     TabsLook look_;
     TabListModel rows_;
-    QString confirmTitle_;
-    QString confirmMessage_;
-    QString confirmButton_;
 };
 
 } // namespace pacelet

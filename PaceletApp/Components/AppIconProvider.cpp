@@ -30,7 +30,9 @@ QImage decoded(const EncodedImage& icon, int side) {
 class Response : public QQuickImageResponse, public QRunnable {
 public:
     Response(Workspace& workspace, std::string path, int side)
-        : workspace_{workspace}, path_{std::move(path)}, side_{side} {
+        : workspace_{workspace},
+          path_{std::move(path)},
+          side_{side} {
         setAutoDelete(false);
     }
 
@@ -59,7 +61,8 @@ private:
 
 } // namespace
 
-AppIconProvider::AppIconProvider(Workspace& workspace) : workspace_{workspace} {
+AppIconProvider::AppIconProvider(Workspace& workspace)
+    : workspace_{workspace} {
     pool_.setMaxThreadCount(1);
 }
 

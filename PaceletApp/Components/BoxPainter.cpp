@@ -83,7 +83,8 @@ private:
 
 } // namespace
 
-BoxPainter::BoxPainter(QQuickItem* parent) : QQuickItem{parent} {
+BoxPainter::BoxPainter(QQuickItem* parent)
+    : QQuickItem{parent} {
     setFlag(ItemHasContents);
     connect(this, &BoxPainter::changed, this, &QQuickItem::update);
 }

@@ -12,7 +12,8 @@ namespace pacelet {
 /// its name and description are those of `Accessible`, as everywhere.
 class ExpandableFace final : public QAccessibleObject, public QAccessibleActionInterface {
 public:
-    explicit ExpandableFace(QQuickItem& button) : QAccessibleObject{&button} {}
+    explicit ExpandableFace(QQuickItem& button)
+        : QAccessibleObject{&button} {}
 
     /// Has such buttons found, from now on.
     static void install();

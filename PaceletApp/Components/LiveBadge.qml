@@ -29,6 +29,7 @@ Row {
     }
 
     SecondaryButton {
+        objectName: "pause"
         text: badge.model.paused ? qsTr("Resume") : qsTr("Pause")
         symbol: badge.model.paused ? "play.fill" : "pause.fill"
         onClicked: badge.model.togglePause()

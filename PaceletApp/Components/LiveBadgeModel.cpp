@@ -24,7 +24,9 @@ QString liveText(bool paused, std::optional<TimePoint> lastChecked, TimePoint no
 }
 
 LiveBadgeModel::LiveBadgeModel(Monitor& monitor, Scheduler& scheduler, QObject* parent)
-    : QObject{parent}, monitor_{monitor}, scheduler_{scheduler},
+    : QObject{parent},
+      monitor_{monitor},
+      scheduler_{scheduler},
       seconds_{scheduler, [this] { return untilAgeChanges(); }, [this] { showAge(); }} {
     connect(&monitor, &Monitor::changed, this, [this](const Fields& fields) {
         if (fields.hold(monitor_.lastChecked, monitor_.isPaused, monitor_.windowVisible)) {

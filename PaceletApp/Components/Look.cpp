@@ -2,6 +2,7 @@
 
 #include "Core/Support/EnumTable.h"
 #include "PaceletApp/Support/QtText.h"
+#include "PaceletApp/Support/Sentence.h"
 
 #include <QCoreApplication>
 
@@ -14,24 +15,24 @@ namespace {
 struct VerdictRow {
     Verdict value;
     std::string_view symbol;
-    std::string_view tone;
+    Tone tone;
 };
 constexpr std::array<VerdictRow, 3> verdicts{{
-    {Verdict::safe, "checkmark.circle", "green"},
-    {Verdict::review, "exclamationmark.triangle", "amber"},
-    {Verdict::leave, "checkmark.shield", "neutral"},
+    {Verdict::safe, "checkmark.circle", Tone::Green},
+    {Verdict::review, "exclamationmark.triangle", Tone::Amber},
+    {Verdict::leave, "checkmark.shield", Tone::Neutral},
 }};
 
 struct StatusRow {
     Status value;
     std::string_view rawValue;
     std::string_view label;
-    std::string_view tone;
+    Tone tone;
 };
 constexpr std::array<StatusRow, 3> statuses{{
-    {Status::quiet, "quiet", "All quiet", "green"},
-    {Status::busy, "busy", "Busy", "amber"},
-    {Status::struggling, "struggling", "Struggling", "red"},
+    {Status::quiet, "quiet", "All quiet", Tone::Green},
+    {Status::busy, "busy", "Busy", Tone::Amber},
+    {Status::struggling, "struggling", "Struggling", Tone::Red},
 }};
 
 } // namespace
@@ -43,13 +44,13 @@ std::vector<ListRole<FixLook>> FixLook::roles() {
 PillLook lookOf(Verdict verdict) {
     const VerdictRow& row = rowOf(verdicts, verdict);
     const QString label = qtText(pacelet::label(verdict));
-    return {label, qtText(row.symbol), qtText(row.tone), QStringLiteral("Verdict: ") + label};
+    return {label, qtText(row.symbol), row.tone, QStringLiteral("Verdict: ") + label};
 }
 
 PillLook lookOf(Status status) {
     const StatusRow& row = rowOf(statuses, status);
     const QString label = qtText(row.label);
-    return {label, {}, qtText(row.tone), QStringLiteral("Status: ") + label};
+    return {label, {}, row.tone, QStringLiteral("Status: ") + label};
 }
 
 FixLook lookOf(FixID fix, const ProcessGroup* group) {
@@ -60,6 +61,10 @@ FixLook lookOf(FixID fix, const ProcessGroup* group) {
             fix == FixID::quitApp ? qtText(caption)
                                   : QCoreApplication::translate("", caption.c_str()),
             qtText(symbol(fix)), purple};
+}
+
+QString quietHeadline() {
+    return qtText(sentence("Your Mac is running smoothly."));
 }
 
 QString rawValue(Status status) {

@@ -3,6 +3,7 @@
 #include "Core/Diagnosis/Finding.h"
 #include "Core/Knowledge/FixID.h"
 #include "Core/Knowledge/Verdict.h"
+#include "PaceletApp/Components/Tone.h"
 #include "PaceletApp/Models/KeyedListModel.h"
 
 #include <QObject>
@@ -20,13 +21,13 @@ struct PillLook {
     QML_VALUE_TYPE(pillLook)
     Q_PROPERTY(QString text MEMBER text CONSTANT)
     Q_PROPERTY(QString symbol MEMBER symbol CONSTANT)
-    Q_PROPERTY(QString tone MEMBER tone CONSTANT)
+    Q_PROPERTY(pacelet::Tones::Tone tone MEMBER tone CONSTANT)
     Q_PROPERTY(QString accessibleName MEMBER accessibleName CONSTANT)
 
 public:
     QString text;
     QString symbol; ///< empty for none
-    QString tone;   ///< "neutral", "green", "amber" or "red": the theme knows their colours
+    Tone tone = Tone::None;
     QString accessibleName;
 
     bool operator==(const PillLook&) const = default;
@@ -73,6 +74,9 @@ public:
     /// Empty for a text that is no status's raw value.
     Q_INVOKABLE pacelet::PillLook status(const QString& rawValue) const;
 };
+
+/// What stands where a finding would, while there is none.
+QString quietHeadline();
 
 /// "quiet", "busy" or "struggling".
 QString rawValue(Status status);

@@ -25,7 +25,8 @@ QImage image(const QString& name, QSize size, const QColor& color);
 /// source size is in device pixels.
 class SymbolProvider : public QQuickImageProvider {
 public:
-    SymbolProvider() : QQuickImageProvider{QQuickImageProvider::Image} {}
+    SymbolProvider()
+        : QQuickImageProvider{QQuickImageProvider::Image} {}
 
     QImage requestImage(const QString& id, QSize* size, const QSize& requestedSize) override;
 };

@@ -1,7 +1,6 @@
 #include "PaceletApp/Components/Tone.h"
 
 #include "Core/Support/EnumTable.h"
-#include "PaceletApp/Support/QtText.h"
 
 #include <array>
 
@@ -11,33 +10,33 @@ namespace {
 
 struct PressureRow {
     Pressure value;
-    std::string_view tone;
+    Tone tone;
 };
 constexpr std::array<PressureRow, 3> pressures{{
-    {Pressure::normal, "green"},
-    {Pressure::elevated, "amber"},
-    {Pressure::critical, "red"},
+    {Pressure::normal, Tone::Green},
+    {Pressure::elevated, Tone::Amber},
+    {Pressure::critical, Tone::Red},
 }};
 
 struct ThermalRow {
     Thermal value;
-    std::string_view tone;
+    Tone tone;
 };
 constexpr std::array<ThermalRow, 4> thermals{{
-    {Thermal::normal, "green"},
-    {Thermal::warm, "amber"},
-    {Thermal::hot, "red"},
-    {Thermal::veryHot, "red"},
+    {Thermal::normal, Tone::Green},
+    {Thermal::warm, Tone::Amber},
+    {Thermal::hot, Tone::Red},
+    {Thermal::veryHot, Tone::Red},
 }};
 
 } // namespace
 
-QString toneOf(Pressure pressure) {
-    return qtText(rowOf(pressures, pressure).tone);
+Tone toneOf(Pressure pressure) {
+    return rowOf(pressures, pressure).tone;
 }
 
-QString toneOf(Thermal thermal) {
-    return qtText(rowOf(thermals, thermal).tone);
+Tone toneOf(Thermal thermal) {
+    return rowOf(thermals, thermal).tone;
 }
 
 } // namespace pacelet

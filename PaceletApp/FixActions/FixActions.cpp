@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace pacelet {
@@ -21,8 +22,14 @@ constexpr Seconds quitTimeout{10};
 
 FixActions::FixActions(const Platform& platform, Scheduler& scheduler, Monitor& monitor,
                        Router& router, std::string tidyvaultWebsite, QObject* parent)
-    : QObject{parent}, runner_{platform}, scheduler_{scheduler}, monitor_{monitor}, router_{router},
-      log_{platform.log}, tidyvaultWebsite_{std::move(tidyvaultWebsite)} {}
+    : QObject{parent},
+      runner_{platform},
+      scheduler_{scheduler},
+      monitor_{monitor},
+      router_{router},
+      log_{platform.log},
+      tidyvaultWebsite_{std::move(tidyvaultWebsite)},
+      abilities_{platform.abilities} {}
 
 void FixActions::press(FixID fix, const std::optional<std::string>& groupID) {
     perform(fix, monitor_.group(groupID).get());
@@ -41,17 +48,12 @@ void FixActions::perform(FixID fix, const ProcessGroup* group) {
         router_.setScreen(Screen::processes);
         return;
     case FixID::openSpotlightSettings:
-        return runner_.open(SettingsPane::spotlight);
     case FixID::openLoginItemsSettings:
-        return runner_.open(SettingsPane::loginItems);
     case FixID::openDisplaySettings:
-        return runner_.open(SettingsPane::displays);
     case FixID::openAccessibilityDisplay:
-        return runner_.open(SettingsPane::accessibilityDisplay);
     case FixID::openBatterySettings:
-        return runner_.open(SettingsPane::battery);
     case FixID::openWiFiSettings:
-        return runner_.open(SettingsPane::wifi);
+        return runner_.open(*paneOf(fix));
     case FixID::quitApp:
         if (group != nullptr) {
             confirmQuit(*group);
@@ -78,7 +80,11 @@ void FixActions::reviewTabs(const ProcessGroup* group) {
 }
 
 void FixActions::confirmQuit(const ProcessGroup& group) {
-    ask(FixTexts::quit(group.displayName), [this, group] { return quit(group, false); });
+    if (abilities_.alwaysAsks) {
+        askToQuit(group, true);
+    } else {
+        detach(findOutAndQuit(group));
+    }
 }
 
 void FixActions::confirmRebuild() {
@@ -86,7 +92,44 @@ void FixActions::confirmRebuild() {
 }
 
 void FixActions::confirmRestart() {
-    ask(FixTexts::restart(), [this] { return restartMac(); });
+    if (!abilities_.restarts) {
+        setToast(sentence(FixTexts::restartByHand));
+    } else if (abilities_.alwaysAsks) {
+        askToRestart(true);
+    } else {
+        detach(findOutAndRestart());
+    }
+}
+
+QCoro::Task<> FixActions::findOutAndQuit(ProcessGroup group) {
+    const QPointer<FixActions> self{this};
+    auto look = scheduler_.runInBackground([copies = runner_.runningCopies(group)] {
+        return std::ranges::all_of(copies, [](const auto& copy) { return copy->canBeAsked(); });
+    });
+    const bool canBeAsked = co_await look;
+    if (self) {
+        askToQuit(group, canBeAsked);
+    }
+}
+
+QCoro::Task<> FixActions::findOutAndRestart() {
+    const QPointer<FixActions> self{this};
+    auto look =
+        scheduler_.runInBackground([runner = runner_] { return runner.asksBeforeRestart(); });
+    const bool asksAgain = co_await look;
+    if (self) {
+        askToRestart(asksAgain);
+    }
+}
+
+void FixActions::askToQuit(const ProcessGroup& group, bool canBeAsked) {
+    ask(canBeAsked ? FixTexts::quit(group.displayName) : FixTexts::quitUnasked(group.displayName),
+        [this, group] { return quit(group, false); });
+}
+
+void FixActions::askToRestart(bool asksAgain) {
+    ask(asksAgain ? FixTexts::restart() : FixTexts::restartAtOnce(),
+        [this] { return restartMac(); });
 }
 
 void FixActions::ask(Question question, std::function<QCoro::Task<>()> action) {
@@ -154,7 +197,11 @@ QCoro::Task<> FixActions::restartMac() {
     auto restart = scheduler_.runInBackground([runner = runner_] { return runner.restartMac(); });
     const FixOutcome outcome = co_await restart;
     if (self && outcome.kind() == FixOutcome::Kind::failed) {
-        setToast(sentence(FixTexts::restartByHand));
+        // A Mac has another way there; where nobody always asks, the number is the policy's word.
+        const bool isForbidden =
+            !abilities_.alwaysAsks && outcome.reason() == FixTexts::notAuthorized;
+        setToast(isForbidden ? sentence(FixTexts::restartForbidden)
+                             : sentence(FixTexts::restartByHand));
     }
 }
 

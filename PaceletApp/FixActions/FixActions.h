@@ -49,6 +49,7 @@ public:
 
     /// `group` may be null, and is copied.
     void perform(FixID fix, const ProcessGroup* group);
+    /// These two may have to find out first what to ask.
     void confirmQuit(const ProcessGroup& group);
     void confirmRestart();
 
@@ -67,6 +68,10 @@ Q_SIGNALS:
 private:
     void ask(Question question, std::function<QCoro::Task<>()> action);
     void confirmRebuild();
+    QCoro::Task<> findOutAndQuit(ProcessGroup group);
+    QCoro::Task<> findOutAndRestart();
+    void askToQuit(const ProcessGroup& group, bool canBeAsked);
+    void askToRestart(bool asksAgain);
     void reviewTabs(const ProcessGroup* group);
     QCoro::Task<> quit(ProcessGroup group, bool force);
     QCoro::Task<> rebuildSpotlightIndex();
@@ -84,6 +89,7 @@ private:
     Router& router_;
     Log& log_;
     std::string tidyvaultWebsite_;
+    HostAbilities abilities_;
 };
 
 } // namespace pacelet

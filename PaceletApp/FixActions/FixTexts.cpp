@@ -1,5 +1,6 @@
 #include "PaceletApp/FixActions/FixTexts.h"
 
+#include "Core/Diagnosis/Rules.h"
 #include "Core/Support/Precondition.h"
 #include "PaceletApp/Support/Sentence.h"
 
@@ -11,6 +12,14 @@ Question quit(std::string_view app) {
     return {.title = fmt::format("Quit {}?", app),
             .message = fmt::format("{} may ask you to save your work first.", app),
             .confirm = fmt::format("Quit {}", app)};
+}
+
+Question quitUnasked(std::string_view app) {
+    return {.title = fmt::format("Quit {}?", app),
+            .message = fmt::format(
+                "{} can't be asked to save first. Unsaved work in it may be lost.", app),
+            .confirm = fmt::format("Quit {}", app),
+            .destructive = true};
 }
 
 Question forceQuit(std::string_view app) {
@@ -34,6 +43,14 @@ Question restart() {
             .confirm = "Restart…"};
 }
 
+Question restartAtOnce() {
+    return {.title = sentence("Restart your Mac?"),
+            .message = sentence("Save your work first. Your Mac restarts at once, and nothing asks "
+                                "you again."),
+            .confirm = "Restart",
+            .destructive = true};
+}
+
 std::string report(const FixOutcome& outcome, const std::optional<std::string>& app) {
     switch (outcome.kind()) {
     case FixOutcome::Kind::done:
@@ -52,8 +69,11 @@ std::string report(const FixOutcome& outcome, const std::optional<std::string>& 
     invariantBreach("an outcome is none of its kinds");
 }
 
-std::string stuckTitle(const std::optional<std::string>& app) {
-    return sentence("{} won't quit. Restart your Mac to clear it.", app.value_or("This app"));
+Question stuck(const std::optional<std::string>& app) {
+    return {.title = sentence(Diagnosis::Rules::stuckHeadline, app.value_or("This app")),
+            .message = {},
+            .confirm = "Restart…",
+            .cancel = "Not now"};
 }
 
 } // namespace pacelet::FixTexts

@@ -18,7 +18,9 @@ QCoro::Task<> clearLater(QPointer<FixActions> actions, Scheduler& scheduler, std
 } // namespace
 
 ToastClock::ToastClock(FixActions& actions, Scheduler& scheduler, QObject* parent)
-    : QObject{parent}, actions_{actions}, scheduler_{scheduler} {
+    : QObject{parent},
+      actions_{actions},
+      scheduler_{scheduler} {
     connect(&actions, &FixActions::toastChanged, this, &ToastClock::restart);
     restart();
 }

@@ -12,13 +12,13 @@ namespace {
 
 struct SeverityRow {
     Severity value;
-    std::string_view tone;
+    Tone tone;
 };
 constexpr std::array<SeverityRow, 4> severities{{
-    {Severity::low, "neutral"},
-    {Severity::medium, "amber"},
-    {Severity::high, "red"},
-    {Severity::critical, "red"},
+    {Severity::low, Tone::Neutral},
+    {Severity::medium, Tone::Amber},
+    {Severity::high, Tone::Red},
+    {Severity::critical, Tone::Red},
 }};
 
 } // namespace
@@ -27,7 +27,7 @@ FindingItem findingItem(const Finding& finding) {
     FindingItem item;
     item.id = finding.id();
     item.symbol = qtText(symbol(finding.kind()));
-    item.tone = qtText(rowOf(severities, finding.severity()).tone);
+    item.tone = rowOf(severities, finding.severity()).tone;
     item.title = qtText(finding.headline());
     item.detail = qtText(finding.detail());
     if (finding.primaryFix()) {
@@ -41,7 +41,7 @@ std::vector<ListRole<FindingItem>> FindingItem::roles() {
     using Item = FindingItem;
     return {
         {"symbol", [](const Item& item) { return item.symbol; }},
-        {"tone", [](const Item& item) { return item.tone; }},
+        {"tone", [](const Item& item) { return static_cast<int>(item.tone); }},
         {"title", [](const Item& item) { return item.title; }},
         {"detail", [](const Item& item) { return item.detail; }},
         {"fix", [](const Item& item) { return QVariant::fromValue(item.fix); }},

@@ -14,7 +14,7 @@ namespace pacelet {
 struct FindingItem {
     std::string id; ///< of the finding
     QString symbol;
-    QString tone; ///< "red" for a grave finding, "amber" or "neutral" for a lesser one
+    Tone tone = Tone::None; ///< red for a grave finding, amber or neutral for a lesser one
     QString title;
     QString detail;
     FixLook fix; ///< empty for none

@@ -6,8 +6,8 @@ Item {
     id: row
 
     required property string symbol
-    /// See `Theme.foreground`.
-    required property string tone
+    /// A `Tone`.
+    required property int tone
     required property string title
     required property string detail
     property fixLook fix

@@ -47,7 +47,7 @@ Card {
         visible: card.look.healthyNote !== ""
         large: true
         symbol: "checkmark.seal"
-        tone: "green"
+        tone: Tone.Green
         title: qsTr("Your internet looks healthy.")
         detail: card.look.healthyNote
     }

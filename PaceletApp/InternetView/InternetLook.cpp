@@ -33,7 +33,7 @@ std::vector<Finding> findings(const InternetState& state, const AppName& appName
         return {};
     }
     return InternetDiagnosis::run(*state.link, state.wifi, recent(state.speed, now), state.usage,
-                                  appName);
+                                  appName, state.abilities);
 }
 
 InternetLook internetLook(const InternetState& state, bool healthy, TimePoint now) {
@@ -53,15 +53,22 @@ InternetLook internetLook(const InternetState& state, bool healthy, TimePoint no
         qtText(state.speed ? "Last tested " + relativeDate(now - state.speed->measuredAt)
                            : "See your real download and upload speed.");
     look.testError = qtText(state.testError.value_or(""));
-    look.testQuestion = qtText(sentence(
-        "Pacelet uses Apple's built-in test against Apple's servers. It takes about 25 seconds "
-        "and can use several hundred MB of data on fast connections."));
-    if (state.isMetered) {
-        look.testQuestion += qtText(" Your connection is metered, so this may cost you.");
-    }
     look.trafficLoaded = state.usageLoaded;
     look.trafficIdle = state.usageLoaded && state.usage.empty();
     return look;
+}
+
+Question testQuestion(bool isMetered) {
+    Question question{
+        .title = sentence("Test your internet speed?"),
+        .message = sentence(
+            "Pacelet uses Apple's built-in test against Apple's servers. It takes about 25 seconds "
+            "and can use several hundred MB of data on fast connections."),
+        .confirm = "Run test"};
+    if (isMetered) {
+        question.message += " Your connection is metered, so this may cost you.";
+    }
+    return question;
 }
 
 } // namespace pacelet

@@ -4,6 +4,8 @@
 #include "Core/Internet/Link.h"
 #include "Core/Internet/NetUsage.h"
 #include "Core/Internet/SpeedResult.h"
+#include "Core/Platform/HostAbilities.h"
+#include "PaceletApp/Support/Question.h"
 
 #include <QObject>
 #include <QString>
@@ -25,6 +27,7 @@ struct InternetState {
     bool testing = false;
     std::optional<std::string> testError; ///< of the last test, if it failed
     bool isMetered = false;               ///< data is counted on this link
+    HostAbilities abilities{};
 };
 
 /// The words of the screen that are no rows of a list.
@@ -38,7 +41,6 @@ struct InternetLook {
     Q_PROPERTY(bool testing MEMBER testing CONSTANT)
     Q_PROPERTY(QString speedNote MEMBER speedNote CONSTANT)
     Q_PROPERTY(QString testError MEMBER testError CONSTANT)
-    Q_PROPERTY(QString testQuestion MEMBER testQuestion CONSTANT)
     Q_PROPERTY(bool trafficLoaded MEMBER trafficLoaded CONSTANT)
     Q_PROPERTY(bool trafficIdle MEMBER trafficIdle CONSTANT)
 
@@ -48,9 +50,8 @@ public:
     QString link;          ///< the kind of link; empty before it is known
     QString linkSymbol;
     bool testing = false;
-    QString speedNote;    ///< when the last test was, or what a first one is good for
-    QString testError;    ///< empty for none
-    QString testQuestion; ///< what a test takes
+    QString speedNote; ///< when the last test was, or what a first one is good for
+    QString testError; ///< empty for none
     bool trafficLoaded = false;
     bool trafficIdle = false; ///< loaded, and there is nothing in it
 
@@ -63,5 +64,8 @@ std::vector<Finding> findings(const InternetState& state, const AppName& appName
 
 /// `healthy` says that there are no findings.
 InternetLook internetLook(const InternetState& state, bool healthy, TimePoint now);
+
+/// What is asked before a test: it says what one takes.
+Question testQuestion(bool isMetered);
 
 } // namespace pacelet

@@ -41,7 +41,10 @@ void fillList(KeyedListModel<Item>& list, const std::vector<Value>& values, Make
 } // namespace
 
 InternetModel::InternetModel(const SharedObjects& objects, QObject* parent)
-    : QObject{parent}, objects_{objects} {
+    : QObject{parent},
+      objects_{objects},
+      question_{objects.scheduler} {
+    state_.abilities = objects.platform.abilities;
     state_.speed = savedSpeed(objects.platform.preferences);
     connect(&objects.speedTester, &SpeedTester::ended, this, &InternetModel::testEnded);
     connect(&objects.monitor, &Monitor::changed, this, &InternetModel::follow);
@@ -114,14 +117,9 @@ void InternetModel::takeIn(LinkType link, std::optional<WiFiLink> wifi) {
     }
 }
 
-void InternetModel::setAskTest(bool ask) {
-    if (std::exchange(askTest_, ask) == ask) {
-        return;
-    }
-    Q_EMIT askTestChanged();
-    if (ask) {
-        detach(readMetering(this, objects_));
-    }
+void InternetModel::askTest() {
+    question_.ask(testQuestion(state_.isMetered), [this] { runTest(); });
+    detach(readMetering(this, objects_));
 }
 
 QCoro::Task<> InternetModel::readMetering(QPointer<InternetModel> model, SharedObjects objects) {
@@ -130,7 +128,7 @@ QCoro::Task<> InternetModel::readMetering(QPointer<InternetModel> model, SharedO
     const bool isMetered = co_await reading;
     if (model) {
         model->state_.isMetered = isMetered;
-        model->refresh();
+        model->question_.setMessage(testQuestion(isMetered).message);
     }
 }
 

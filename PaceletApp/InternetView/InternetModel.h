@@ -1,5 +1,6 @@
 #pragma once
 
+#include "PaceletApp/Components/QuestionModel.h"
 #include "PaceletApp/InternetView/FindingItem.h"
 #include "PaceletApp/InternetView/InternetLook.h"
 #include "PaceletApp/InternetView/ReadingItem.h"
@@ -27,8 +28,7 @@ class InternetModel final : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("made by the shell")
     Q_PROPERTY(pacelet::InternetLook look READ look NOTIFY lookChanged)
-    /// The question before a test is on show.
-    Q_PROPERTY(bool askTest READ askTest WRITE setAskTest NOTIFY askTestChanged)
+    Q_PROPERTY(pacelet::QuestionModel* question READ question CONSTANT)
     /// Roles: symbol, tone, title, detail and fix.
     Q_PROPERTY(QAbstractItemModel* findings READ findings CONSTANT)
     /// Roles: label, value and tone.
@@ -41,13 +41,14 @@ public:
     explicit InternetModel(const SharedObjects& objects, QObject* parent = nullptr);
 
     const InternetLook& look() const { return look_; }
-    bool askTest() const { return askTest_; }
-    void setAskTest(bool ask);
+    QuestionModel* question() { return &question_; }
     QAbstractItemModel* findings() { return &findingRows_; }
     QAbstractItemModel* linkRows() { return &linkRows_; }
     QAbstractItemModel* speedRows() { return &speedRows_; }
     QAbstractItemModel* apps() { return &appRows_; }
 
+    /// Asks whether to run a speed test.
+    Q_INVOKABLE void askTest();
     /// Starts a speed test, or joins the one that is under way.
     Q_INVOKABLE void runTest();
     /// Carries out the fix of the finding in this row.
@@ -55,7 +56,6 @@ public:
 
 Q_SIGNALS:
     void lookChanged();
-    void askTestChanged();
 
 private:
     static QCoro::Task<> poll(QPointer<InternetModel> model, SharedObjects objects,
@@ -75,7 +75,7 @@ private:
     AppName appName_; ///< by the monitor's groups
     std::vector<Finding> found_;
     InternetLook look_;
-    bool askTest_ = false;
+    QuestionModel question_;
     FindingListModel findingRows_;
     ReadingListModel linkRows_;
     ReadingListModel speedRows_;

@@ -47,7 +47,7 @@ ScrollArea {
             height: pair.tallest
             look: view.model.look
             readings: view.model.speedRows
-            onAsked: view.model.askTest = true
+            onAsked: view.model.askTest()
         }
     }
 
@@ -57,15 +57,7 @@ ScrollArea {
         apps: view.model.apps
     }
 
-    AlertDialog {
-        visible: view.model.askTest
-        title: qsTr("Test your internet speed?")
-        message: view.model.look.testQuestion
-        confirmText: qsTr("Run test")
-        onConfirmed: {
-            view.model.askTest = false;
-            view.model.runTest();
-        }
-        onCancelled: view.model.askTest = false
+    QuestionDialog {
+        question: view.model.question
     }
 }

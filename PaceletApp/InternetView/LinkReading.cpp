@@ -25,7 +25,8 @@ struct LinkReading::Answer {
     }
 };
 
-LinkReading::LinkReading(NetworkLink& network) : answer_{std::make_shared<Answer>()} {
+LinkReading::LinkReading(NetworkLink& network)
+    : answer_{std::make_shared<Answer>()} {
     LinkReader::currentType(network, [answer = answer_](LinkType type) { answer->take(type); });
 }
 

@@ -16,23 +16,23 @@ namespace {
 
 struct QualityRow {
     SignalQuality value;
-    std::string_view tone;
+    Tone tone;
 };
 constexpr std::array<QualityRow, 4> qualities{{
-    {SignalQuality::poor, "red"},
-    {SignalQuality::fair, "amber"},
-    {SignalQuality::good, "green"},
-    {SignalQuality::excellent, "green"},
+    {SignalQuality::poor, Tone::Red},
+    {SignalQuality::fair, Tone::Amber},
+    {SignalQuality::good, Tone::Green},
+    {SignalQuality::excellent, Tone::Green},
 }};
 
-ReadingItem reading(std::string_view label, std::string_view value, const QString& tone = {}) {
+ReadingItem reading(std::string_view label, std::string_view value, Tone tone = Tone::None) {
     return {qtText(label), qtText(value), tone};
 }
 
 } // namespace
 
-QString toneOf(SignalQuality quality) {
-    return qtText(rowOf(qualities, quality).tone);
+Tone toneOf(SignalQuality quality) {
+    return rowOf(qualities, quality).tone;
 }
 
 std::vector<ReadingItem> readings(const WiFiLink& wifi) {
@@ -69,7 +69,7 @@ std::vector<ListRole<ReadingItem>> ReadingItem::roles() {
     return {
         {"label", [](const Item& item) { return item.label; }},
         {"value", [](const Item& item) { return item.value; }},
-        {"tone", [](const Item& item) { return item.tone; }},
+        {"tone", [](const Item& item) { return static_cast<int>(item.tone); }},
     };
 }
 

@@ -2,6 +2,7 @@
 
 #include "Core/Internet/Link.h"
 #include "Core/Internet/SpeedResult.h"
+#include "PaceletApp/Components/Tone.h"
 #include "PaceletApp/Models/KeyedListModel.h"
 
 #include <QString>
@@ -14,7 +15,7 @@ namespace pacelet {
 struct ReadingItem {
     QString label;
     QString value;
-    QString tone; ///< "green", "amber" or "red"; empty for a value that says nothing good or bad
+    Tone tone = Tone::None; ///< none for a value that says nothing good or bad
 
     std::string key() const { return label.toStdString(); }
     /// label, value and tone.
@@ -23,8 +24,8 @@ struct ReadingItem {
     bool operator==(const ReadingItem&) const = default;
 };
 
-/// "green", "amber" or "red".
-QString toneOf(SignalQuality quality);
+/// Green, amber or red.
+Tone toneOf(SignalQuality quality);
 
 std::vector<ReadingItem> readings(const WiFiLink& wifi);
 std::vector<ReadingItem> readings(const SpeedResult& speed);

@@ -19,7 +19,7 @@ Column {
 
             required property string label
             required property string value
-            required property string tone
+            required property int tone
 
             width: rows.width
             height: Math.max(name.height, figure.height)
@@ -47,7 +47,7 @@ Column {
                 wrapMode: Text.Wrap
                 maximumLineCount: 2
                 font: Theme.figures
-                color: reading.tone === "" ? Theme.text : Theme.foreground(reading.tone)
+                color: reading.tone === Tone.None ? Theme.text : Theme.foreground(reading.tone)
                 horizontalAlignment: Text.AlignRight
                 Accessible.ignored: true
             }

@@ -23,7 +23,9 @@ std::optional<SpeedResult> testOrNothing(ToolRunner& tools, Clock& clock) {
 } // namespace
 
 SpeedTester::SpeedTester(Platform platform, Scheduler& scheduler, QObject* parent)
-    : QObject{parent}, platform_{std::move(platform)}, scheduler_{scheduler} {}
+    : QObject{parent},
+      platform_{std::move(platform)},
+      scheduler_{scheduler} {}
 
 void SpeedTester::run() {
     if (!std::exchange(running_, true)) {

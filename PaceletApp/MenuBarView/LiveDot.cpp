@@ -23,7 +23,9 @@ QString liveDotText(const std::optional<TimePoint>& lastChecked, TimePoint now) 
 }
 
 LiveDot::LiveDot(Monitor& monitor, Scheduler& scheduler, QObject* parent)
-    : QObject{parent}, monitor_{monitor}, scheduler_{scheduler},
+    : QObject{parent},
+      monitor_{monitor},
+      scheduler_{scheduler},
       heartbeat_{scheduler, [] { return refreshInterval; }, [this] { refresh(); }} {
     connect(&monitor, &Monitor::changed, this, [this](const Fields& fields) {
         if (fields.hold(monitor_.lastChecked)) {

@@ -47,9 +47,13 @@ std::vector<ListRole<ConsumerRow>> ConsumerRow::roles() {
 
 MenuBarModel::MenuBarModel(Monitor& monitor, FixActions& actions, LoginItems& loginItems,
                            Scheduler& scheduler, QObject* parent)
-    : QObject{parent}, monitor_{monitor}, actions_{actions}, loginItems_{loginItems},
-      scheduler_{scheduler}, liveDot_{monitor, scheduler}, startAtLogin_{
-                                                               startsAtLogin(loginItems)} {
+    : QObject{parent},
+      monitor_{monitor},
+      actions_{actions},
+      loginItems_{loginItems},
+      scheduler_{scheduler},
+      liveDot_{monitor, scheduler},
+      startAtLogin_{startsAtLogin(loginItems)} {
     connect(&monitor, &Monitor::changed, this, [this](const Fields& fields) {
         if (fields.hold(monitor_.groups)) {
             refreshConsumers();
@@ -67,8 +71,7 @@ QString MenuBarModel::status() const {
 
 QString MenuBarModel::headline() const {
     const Finding* const hero = monitor_.result().hero();
-    return hero != nullptr ? qtText(hero->headline())
-                           : qtText(sentence("Your Mac is running smoothly."));
+    return hero != nullptr ? qtText(hero->headline()) : quietHeadline();
 }
 
 FixLook MenuBarModel::fix() const {

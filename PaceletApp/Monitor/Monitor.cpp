@@ -13,8 +13,10 @@ namespace {
 constexpr std::string_view keepHistoryKey = "keepUsageHistory";
 
 std::shared_ptr<const ProcessCatalog> share(const std::optional<ProcessCatalog>& catalog,
-                                            OperatingSystem system) {
-    return catalog ? std::make_shared<const ProcessCatalog>(catalog->on(system)) : nullptr;
+                                            const Platform& platform) {
+    return catalog ? std::make_shared<const ProcessCatalog>(
+                         catalog->on(platform.system, platform.abilities))
+                   : nullptr;
 }
 
 } // namespace
@@ -30,8 +32,10 @@ std::optional<ProcessCatalog> loadCatalog(const ResourceLocations& locations) {
 
 Monitor::Monitor(const Platform& platform, Scheduler& scheduler,
                  const std::optional<ProcessCatalog>& catalog, QObject* parent)
-    : QObject{parent}, platform_{platform}, scheduler_{scheduler}, catalog_{share(catalog,
-                                                                                  platform.system)},
+    : QObject{parent},
+      platform_{platform},
+      scheduler_{scheduler},
+      catalog_{share(catalog, platform)},
       previous_{std::make_shared<const std::optional<Snapshot>>()},
       usageStore_{.directory = std::filesystem::path{platform.applicationSupport} / "Pacelet"},
       causeStore_{.directory = usageStore_.directory} {

@@ -20,7 +20,8 @@ public:
     std::size_t number() const { return number_; }
 
 protected:
-    explicit Field(std::size_t number) : number_{number} {}
+    explicit Field(std::size_t number)
+        : number_{number} {}
     ~Field() = default;
 
 private:
@@ -79,8 +80,9 @@ public:
 
     /// `changes` outlives this.
     explicit Published(FieldChanges& changes, Value initial = {})
-        : Field{changes.newNumber()}, changes_{changes}, value_{std::make_shared<const Value>(
-                                                             std::move(initial))} {}
+        : Field{changes.newNumber()},
+          changes_{changes},
+          value_{std::make_shared<const Value>(std::move(initial))} {}
 
     /// The value as it is now; the reference is good until the owner writes the next one.
     const Value& operator()() const { return *value_; }

@@ -8,7 +8,8 @@
 namespace pacelet {
 
 OnboardingModel::OnboardingModel(const SharedObjects& objects, QObject* parent)
-    : QObject{parent}, loginItems_{objects.platform.loginItems} {}
+    : QObject{parent},
+      loginItems_{objects.platform.loginItems} {}
 
 void OnboardingModel::setStartAtLogin(bool on) {
     if (std::exchange(startAtLogin_, on) != on) {

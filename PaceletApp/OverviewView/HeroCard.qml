@@ -52,7 +52,7 @@ Card {
 
             Heading {
                 width: parent.width
-                text: hero.finding ? hero.look.headline : hero.look.checked ? qsTr("Your Mac is running smoothly.") : qsTr("Checking your Mac…")
+                text: hero.look.checked ? hero.look.headline : qsTr("Checking your Mac…")
                 font: Theme.heading
                 color: Theme.text
                 wrapMode: Text.Wrap
@@ -63,7 +63,7 @@ Card {
             Label {
                 width: Math.min(parent.width, 760)
                 visible: text !== ""
-                text: hero.finding ? hero.look.detail : hero.look.checked ? qsTr("Nothing is slowing your Mac down right now.") : ""
+                text: hero.look.detail
                 font: Theme.body
                 color: Theme.text2
                 wrapMode: Text.Wrap

@@ -13,7 +13,12 @@ namespace pacelet {
 HeroLook heroLook(bool checked, const Finding* finding, std::span<const ProcessGroup> groups) {
     HeroLook look;
     look.checked = checked;
-    if (!checked || finding == nullptr) {
+    if (!checked) {
+        return look;
+    }
+    if (finding == nullptr) {
+        look.headline = quietHeadline();
+        look.detail = qtText(sentence("Nothing is slowing your Mac down right now."));
         return look;
     }
     look.hasFinding = true;
@@ -42,7 +47,7 @@ ReadingsLook readingsLook(const std::optional<SystemSignals>& signals) {
     ReadingsLook look;
     if (!signals) {
         look.cpuLoad = look.pressure = look.thermal = QStringLiteral("—");
-        look.pressureTone = look.thermalTone = QStringLiteral("neutral");
+        look.pressureTone = look.thermalTone = Tone::Neutral;
         return look;
     }
     look.cpuLoad = qtText(Format::percent(signals->cpuLoadPercent));

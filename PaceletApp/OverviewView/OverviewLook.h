@@ -29,8 +29,9 @@ struct HeroLook {
     Q_PROPERTY(QString note MEMBER note CONSTANT)
 
 public:
-    bool checked = false;    ///< the machine has been measured
-    bool hasFinding = false; ///< the fields below say which
+    bool checked = false; ///< the machine has been measured
+    bool hasFinding =
+        false; ///< the fields below say which; else headline and detail that all is quiet
     QString symbol;
     QString headline;
     QString detail;
@@ -40,25 +41,25 @@ public:
     bool operator==(const HeroLook&) const = default;
 };
 
-/// The three readings of the whole machine. Tones are those of `PillLook`.
+/// The three readings of the whole machine.
 struct ReadingsLook {
     Q_GADGET
     QML_VALUE_TYPE(readingsLook)
     Q_PROPERTY(QString cpuLoad MEMBER cpuLoad CONSTANT)
     Q_PROPERTY(QString pressure MEMBER pressure CONSTANT)
-    Q_PROPERTY(QString pressureTone MEMBER pressureTone CONSTANT)
+    Q_PROPERTY(pacelet::Tones::Tone pressureTone MEMBER pressureTone CONSTANT)
     Q_PROPERTY(QString memoryInstalled MEMBER memoryInstalled CONSTANT)
     Q_PROPERTY(QString thermal MEMBER thermal CONSTANT)
-    Q_PROPERTY(QString thermalTone MEMBER thermalTone CONSTANT)
+    Q_PROPERTY(pacelet::Tones::Tone thermalTone MEMBER thermalTone CONSTANT)
     Q_PROPERTY(QString thermalCaption MEMBER thermalCaption CONSTANT)
 
 public:
     QString cpuLoad;
     QString pressure;
-    QString pressureTone;
+    Tone pressureTone = Tone::None;
     QString memoryInstalled;
     QString thermal;
-    QString thermalTone;
+    Tone thermalTone = Tone::None;
     QString thermalCaption;
 
     bool operator==(const ReadingsLook&) const = default;

@@ -9,7 +9,9 @@
 namespace pacelet {
 
 OverviewModel::OverviewModel(const SharedObjects& objects, QObject* parent)
-    : QObject{parent}, objects_{objects}, badge_{objects.monitor, objects.scheduler} {
+    : QObject{parent},
+      objects_{objects},
+      badge_{objects.monitor, objects.scheduler} {
     connect(&objects.monitor, &Monitor::changed, this, [this](const Fields& fields) {
         const Monitor& monitor = objects_.monitor;
         if (fields.hold(monitor.groups, monitor.explanations, monitor.signals, monitor.result,

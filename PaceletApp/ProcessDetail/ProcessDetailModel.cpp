@@ -9,7 +9,8 @@
 namespace pacelet {
 
 ProcessDetailModel::ProcessDetailModel(const SharedObjects& objects, QObject* parent)
-    : QObject{parent}, objects_{objects} {}
+    : QObject{parent},
+      objects_{objects} {}
 
 void ProcessDetailModel::show(const ProcessGroup& group, const Explanation* explanation) {
     groupID_ = group.id;

@@ -8,7 +8,8 @@
 namespace pacelet {
 
 WindowServerHelpModel::WindowServerHelpModel(const SharedObjects& objects, QObject* parent)
-    : QObject{parent}, objects_{objects} {
+    : QObject{parent},
+      objects_{objects} {
     connect(&objects.monitor, &Monitor::changed, this, [this](const Fields& fields) {
         if (fields.hold(objects_.monitor.groups)) {
             refreshFixes();
@@ -48,8 +49,11 @@ void WindowServerHelpModel::refreshFixes() {
             top != nullptr ? windowsFix(*top, objects_.platform.system) : std::nullopt) {
         looks.push_back(lookOf(*fix, top));
     }
-    looks.push_back(lookOf(FixID::openAccessibilityDisplay, nullptr));
-    looks.push_back(lookOf(FixID::openDisplaySettings, nullptr));
+    for (const FixID fix : {FixID::openAccessibilityDisplay, FixID::openDisplaySettings}) {
+        if (offered(fix, objects_.platform.abilities)) {
+            looks.push_back(lookOf(fix, nullptr));
+        }
+    }
     fixes_.update(std::move(looks));
 }
 

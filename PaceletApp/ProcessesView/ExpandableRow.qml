@@ -19,7 +19,7 @@ FocusScope {
     required property string note
     /// The kernel's row; `cpu` is then a word in the colour of `tone`.
     required property bool kernel
-    required property string tone
+    required property int tone
     required property bool open
     /// The keyboard works on it.
     required property bool current

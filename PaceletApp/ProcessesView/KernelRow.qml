@@ -1,9 +1,10 @@
 import QtQuick
+import Pacelet
 
 /// The row of the kernel's heat control: what it is doing, not what it costs.
 ProcessRow {
-    /// As in `PillLook`.
-    required property string tone
+    /// A `Tone`.
+    required property int tone
 
     longSubtitle: false
     nameFont: Theme.mono

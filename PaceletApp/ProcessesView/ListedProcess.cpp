@@ -1,7 +1,6 @@
 #include "PaceletApp/ProcessesView/ListedProcess.h"
 
 #include "Core/Support/EnumTable.h"
-#include "PaceletApp/Components/Tone.h"
 #include "PaceletApp/Support/QtText.h"
 #include "PaceletApp/Support/Sentence.h"
 
@@ -30,8 +29,8 @@ ListedProcess kernelProcess(Thermal thermal) {
     listed.id = kernelID;
     listed.kernel = true;
     listed.symbol = QStringLiteral("thermometer.medium");
-    listed.name = qtText(kernelID);
-    listed.subtitle = QStringLiteral("Kernel (heat control)");
+    listed.name = qtText(sentence("kernel_task"));
+    listed.subtitle = qtText(sentence("Kernel (heat control)"));
     listed.cpu = qtText(rowOf(heats, thermal).word);
     listed.tone = toneOf(thermal);
     listed.memory = QStringLiteral("—");
@@ -61,7 +60,7 @@ std::vector<ListRole<ListedProcess>> ListedProcess::roles() {
     }
     const ListRole<Row> more[] = {
         {"kernel", [](const Row& row) { return row.kernel; }},
-        {"tone", [](const Row& row) { return row.tone; }},
+        {"tone", [](const Row& row) { return static_cast<int>(row.tone); }},
         {"open", [](const Row& row) { return row.open; }},
         {"current", [](const Row& row) { return row.current; }},
         {"place", [](const Row& row) { return row.y; }},

@@ -2,6 +2,7 @@
 
 #include "Core/Sampling/SystemSignals.h"
 #include "PaceletApp/Components/ProcessItem.h"
+#include "PaceletApp/Components/Tone.h"
 #include "PaceletApp/ProcessesView/ProcessEntry.h"
 
 #include <QString>
@@ -14,12 +15,12 @@ namespace pacelet {
 
 /// A row of the process list on screen: what it says, and where it stands.
 struct ListedProcess : ProcessItem {
-    std::string rowKey;   ///< which row of the screen shows it; a row outlives what it shows
-    bool kernel = false;  ///< its "cpu" is a word on the heat, in the colour of `tone`
-    QString tone;         ///< as in `PillLook`; empty for any other row
-    bool open = false;    ///< its panel shows below it
-    bool current = false; ///< the keyboard works on it
-    double y = 0;         ///< upper edge, in points from the top of the list
+    std::string rowKey;     ///< which row of the screen shows it; a row outlives what it shows
+    bool kernel = false;    ///< its "cpu" is a word on the heat, in the colour of `tone`
+    Tone tone = Tone::None; ///< none for any other row
+    bool open = false;      ///< its panel shows below it
+    bool current = false;   ///< the keyboard works on it
+    double y = 0;           ///< upper edge, in points from the top of the list
 
     const std::string& key() const { return rowKey; }
     /// The roles of a process table, and kernel, tone, open, current and place, the row's upper

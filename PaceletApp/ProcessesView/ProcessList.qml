@@ -84,7 +84,7 @@ Item {
                     if (activeFocus) {
                         list.table.enter(groupId, row.keyboardFocus);
                     } else {
-                        list.table.leave(groupId);
+                        list?.table.leave(groupId);
                     }
                 }
                 Keys.onUpPressed: list.table.step(-1)

@@ -16,7 +16,8 @@ constexpr std::size_t margin = 3;
 } // namespace
 
 ProcessViewport::ProcessViewport(QObject* parent)
-    : QObject{parent}, geometry_{.rowHeight = lineHeight} {}
+    : QObject{parent},
+      geometry_{.rowHeight = lineHeight} {}
 
 ProcessViewport::Place ProcessViewport::placeInView() const {
     if (geometry_.count == 0) {

@@ -7,7 +7,9 @@
 namespace pacelet {
 
 ProcessesModel::ProcessesModel(const SharedObjects& objects, QObject* parent)
-    : QObject{parent}, objects_{objects}, badge_{objects.monitor, objects.scheduler} {
+    : QObject{parent},
+      objects_{objects},
+      badge_{objects.monitor, objects.scheduler} {
     connect(&objects.monitor, &Monitor::changed, this, &ProcessesModel::follow);
     connect(&objects.router, &Router::expandedIDChanged, this, &ProcessesModel::expandedChanged);
     connect(&objects.router, &Router::focusSearchChanged, this, &ProcessesModel::searchWanted);

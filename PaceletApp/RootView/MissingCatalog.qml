@@ -2,10 +2,14 @@ import QtQuick
 
 /// All that can be shown of an installation without its catalog.
 Item {
+    id: place
+
+    required property string title
+
     EmptyState {
         anchors.centerIn: parent
         width: Math.min(parent.width - 68, 520)
         symbol: "exclamationmark.triangle"
-        title: qsTr("Pacelet couldn't load its process list. Reinstall Pacelet.")
+        title: place.title
     }
 }

@@ -1,8 +1,10 @@
 #include "PaceletApp/RootView/RootModel.h"
 
+#include "Core/Knowledge/CatalogFile.h"
 #include "PaceletApp/AppUpdater/AppUpdater.h"
 #include "PaceletApp/RootView/ScreenModels.h"
 #include "PaceletApp/Support/QtText.h"
+#include "PaceletApp/Support/Sentence.h"
 
 #include <QQmlEngine>
 
@@ -12,10 +14,13 @@
 namespace pacelet {
 
 RootModel::RootModel(const SharedObjects& objects, QObject* parent)
-    : QObject{parent}, objects_{objects}, sidebar_{objects.monitor, objects.router},
-      sheet_{objects}, dialog_{objects.actions, objects.scheduler},
-      toastClock_{objects.actions, objects.scheduler}, commands_{commands(
-                                                           objects.updater.isConfigured())} {
+    : QObject{parent},
+      objects_{objects},
+      sidebar_{objects.monitor, objects.router},
+      sheet_{objects},
+      question_{objects.scheduler},
+      toastClock_{objects.actions, objects.scheduler},
+      commands_{commands(objects.updater.isConfigured())} {
     connect(&objects.actions, &FixActions::toastChanged, this, &RootModel::toastChanged);
     connect(&objects.monitor, &Monitor::changed, this, [this](const Fields& fields) {
         if (fields.hold(objects_.monitor.error)) {
@@ -28,8 +33,11 @@ RootModel::RootModel(const SharedObjects& objects, QObject* parent)
     connect(&objects.router, &Router::screenChanged, this, &RootModel::changeScreen);
     connect(&objects.updater, &AppUpdater::canCheckForUpdatesChanged, this,
             &RootModel::refreshMenu);
+    connect(&objects.actions, &FixActions::confirmationChanged, this, &RootModel::askForFixes);
+    connect(&objects.actions, &FixActions::stuckAlertChanged, this, &RootModel::askForFixes);
     refreshMenu();
     changeScreen();
+    askForFixes();
     const Finding* const first = objects.monitor.result().hero();
     firstFinding_ = first != nullptr ? first->id() : "";
 }
@@ -47,8 +55,39 @@ void RootModel::refreshMenu() {
     menu_.update(menuEntries(commands_, objects_.updater.canCheckForUpdates()));
 }
 
+void RootModel::askForFixes() {
+    FixActions& actions = objects_.actions;
+    const auto& confirmation = actions.confirmation();
+    const auto& stuck = actions.stuckAlert();
+    const std::string wanted = confirmation ? confirmation->id.toString().toStdString()
+                               : stuck      ? "stuck " + *stuck
+                                            : "";
+    if (std::exchange(asked_, wanted) == wanted) {
+        return;
+    }
+    if (confirmation) {
+        question_.ask(
+            confirmation->question, [&actions] { actions.acceptConfirmation(); },
+            [&actions] { actions.dismissConfirmation(); });
+    } else if (stuck) {
+        question_.ask(
+            FixTexts::stuck(stuck),
+            [&actions] {
+                actions.dismissStuckAlert();
+                actions.confirmRestart();
+            },
+            [&actions] { actions.dismissStuckAlert(); });
+    } else {
+        question_.withdraw();
+    }
+}
+
 bool RootModel::ready() const {
     return objects_.monitor.catalog() != nullptr;
+}
+
+QString RootModel::missingCatalog() const {
+    return qtText(sentence(catalogMissing));
 }
 
 QString RootModel::screenFile() const {
@@ -89,6 +128,16 @@ int RootModel::closeCommand() const {
     return static_cast<int>(found - commands_.begin());
 }
 
+void RootModel::setLeaving(bool leaving) {
+    leaving_ = leaving;
+    Q_EMIT leavingChanged();
+}
+
+void RootModel::leave() {
+    setLeaving(false);
+    Q_EMIT closeRequested();
+}
+
 void RootModel::press(int command) {
     if (command >= 0 && static_cast<std::size_t>(command) < commands_.size()) {
         run(commands_[static_cast<std::size_t>(command)]);
@@ -96,7 +145,8 @@ void RootModel::press(int command) {
 }
 
 void RootModel::run(const Command& command) {
-    if ((dialog_.isOpen() || sheet_.isOpen()) && command.action != Command::Action::quit) {
+    if ((question_.isOpen() || sheet_.isOpen() || leaving_) &&
+        command.action != Command::Action::quit) {
         return;
     }
     switch (command.action) {

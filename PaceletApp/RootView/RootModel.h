@@ -1,7 +1,7 @@
 #pragma once
 
+#include "PaceletApp/Components/QuestionModel.h"
 #include "PaceletApp/FixActions/ToastClock.h"
-#include "PaceletApp/RootView/DialogModel.h"
 #include "PaceletApp/RootView/MenuEntry.h"
 #include "PaceletApp/RootView/SheetModel.h"
 #include "PaceletApp/RootView/SidebarModel.h"
@@ -26,14 +26,18 @@ class RootModel final : public QObject {
     QML_UNCREATABLE("made by the shell")
     /// False without a catalog: the program then shows nothing but one message, for good.
     Q_PROPERTY(bool ready READ ready CONSTANT)
+    Q_PROPERTY(QString missingCatalog READ missingCatalog CONSTANT)
     Q_PROPERTY(pacelet::SidebarModel* sidebar READ sidebar CONSTANT)
     /// The file of the screen on show, and the model that it binds to. Null without a catalog.
     Q_PROPERTY(QString screenFile READ screenFile NOTIFY screenChanged)
     Q_PROPERTY(QObject* screenModel READ screenModel NOTIFY screenChanged)
     Q_PROPERTY(pacelet::SheetModel* sheet READ sheet CONSTANT)
-    Q_PROPERTY(pacelet::DialogModel* dialog READ dialog CONSTANT)
+    /// What a fix asks, or else the alert about an application that will not quit.
+    Q_PROPERTY(pacelet::QuestionModel* question READ question CONSTANT)
     /// The short message over the window; empty for none.
     Q_PROPERTY(QString toast READ toast NOTIFY toastChanged)
+    /// Before the window closes, its user is told how to bring it back.
+    Q_PROPERTY(bool leaving READ leaving NOTIFY leavingChanged)
     /// The first finding, in a few words, when it is another than before; for those who cannot see
     /// it change. What stands there when the window opens is no news.
     Q_PROPERTY(QString news READ news NOTIFY newsChanged)
@@ -51,12 +55,14 @@ public:
     explicit RootModel(const SharedObjects& objects, QObject* parent = nullptr);
 
     bool ready() const;
+    QString missingCatalog() const;
     SidebarModel* sidebar() { return &sidebar_; }
     QString screenFile() const;
     QObject* screenModel() { return screenModel_.get(); }
     SheetModel* sheet() { return &sheet_; }
-    DialogModel* dialog() { return &dialog_; }
+    QuestionModel* question() { return &question_; }
     QString toast() const;
+    bool leaving() const { return leaving_; }
     const QString& news() const { return news_; }
     QString problem() const;
     QAbstractItemModel* menu() { return &menu_; }
@@ -65,8 +71,13 @@ public:
 
     Q_INVOKABLE void press(int command);
 
+    void askToLeave() { setLeaving(true); }
+    Q_INVOKABLE void leave();
+    Q_INVOKABLE void stay() { setLeaving(false); }
+
 Q_SIGNALS:
     void toastChanged();
+    void leavingChanged();
     void newsChanged();
     void problemChanged();
     void screenChanged();
@@ -76,8 +87,10 @@ Q_SIGNALS:
     void quitRequested();
 
 private:
+    void setLeaving(bool leaving);
     void changeScreen();
     void refreshMenu();
+    void askForFixes();
     void noteFirstFinding();
     /// While a dialog or a sheet is open, no command reaches what stands behind it.
     void run(const Command& command);
@@ -86,10 +99,12 @@ private:
     SidebarModel sidebar_;
     std::unique_ptr<QObject> screenModel_;
     SheetModel sheet_;
-    DialogModel dialog_;
+    QuestionModel question_;
+    std::string asked_; ///< which of the questions of the fixes; empty for none
     ToastClock toastClock_;
     std::vector<Command> commands_;
     MenuListModel menu_;
+    bool leaving_ = false;
     std::string firstFinding_; ///< its id; empty for none
     QString news_;
 };

@@ -49,7 +49,9 @@ FocusScope {
         anchors.right: parent.right
         height: parent.height
         active: !root.model.ready
-        sourceComponent: MissingCatalog {}
+        sourceComponent: MissingCatalog {
+            title: root.model.missingCatalog // qmllint disable unqualified
+        }
     }
 
     ToastView {
@@ -64,23 +66,17 @@ FocusScope {
         words: root.model.news
     }
 
-    AlertDialog {
-        visible: root.model.dialog.confirming
-        title: root.model.dialog.title
-        message: root.model.dialog.message
-        confirmText: root.model.dialog.confirmText
-        destructive: root.model.dialog.destructive
-        onConfirmed: root.model.dialog.confirm()
-        onCancelled: root.model.dialog.cancel()
+    QuestionDialog {
+        question: root.model.question
     }
 
     AlertDialog {
-        visible: root.model.dialog.stuck
-        title: root.model.dialog.stuckTitle
-        confirmText: qsTr("Restart…")
-        cancelText: qsTr("Not now")
-        onConfirmed: root.model.dialog.restart()
-        onCancelled: root.model.dialog.dismissStuck()
+        visible: root.model.leaving
+        title: qsTr("Pacelet goes on without its window.")
+        message: qsTr("There is no menu-bar item to open it again. Start Pacelet once more, as you did now, to bring its window back.")
+        confirmText: qsTr("Close Window")
+        onConfirmed: root.model.leave()
+        onCancelled: root.model.stay()
     }
 
     SheetPlace {

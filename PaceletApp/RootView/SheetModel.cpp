@@ -13,7 +13,8 @@
 namespace pacelet {
 
 SheetModel::SheetModel(const SharedObjects& objects, QObject* parent)
-    : QObject{parent}, objects_{objects} {
+    : QObject{parent},
+      objects_{objects} {
     connect(&objects.monitor, &Monitor::changed, this, [this](const Fields& fields) {
         if (fields.hold(objects_.monitor.windowVisible)) {
             refresh();

@@ -25,10 +25,21 @@ Sheet {
     onClosed: model.closed()
     Component.onCompleted: load()
 
-    Loader {
-        id: content
+    // One that is higher than the window scrolls.
+    Flickable {
+        implicitWidth: content.width
+        width: content.width
+        height: Math.min(content.height, (sheet.parent?.height ?? content.height) - 2 * sheet.margins)
+        contentHeight: content.height
+        interactive: contentHeight > height
+        clip: interactive
+        boundsBehavior: Flickable.StopAtBounds
 
-        focus: true
+        Loader {
+            id: content
+
+            focus: true
+        }
     }
 
     Connections {

@@ -39,7 +39,9 @@ std::optional<std::size_t> sidebarCount(Screen screen, const Monitor& monitor) {
 }
 
 SidebarModel::SidebarModel(Monitor& monitor, Router& router, QObject* parent)
-    : QObject{parent}, monitor_{monitor}, router_{router} {
+    : QObject{parent},
+      monitor_{monitor},
+      router_{router} {
     connect(&monitor, &Monitor::changed, this, [this](const Fields& fields) {
         if (fields.hold(monitor_.groups, monitor_.backgroundItems)) {
             refresh();

@@ -9,7 +9,8 @@ namespace pacelet {
 template<typename Awaiter>
 class AwaitReference {
 public:
-    explicit AwaitReference(Awaiter& awaiter) : awaiter_{&awaiter} {}
+    explicit AwaitReference(Awaiter& awaiter)
+        : awaiter_{&awaiter} {}
 
     bool await_ready() { return awaiter_->await_ready(); }
     void await_suspend(std::coroutine_handle<> waiting) { awaiter_->await_suspend(waiting); }

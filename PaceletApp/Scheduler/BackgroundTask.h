@@ -16,7 +16,8 @@ namespace pacelet {
 template<typename T>
 class [[nodiscard]] BackgroundTask {
 public:
-    explicit BackgroundTask(QCoro::Task<T> task) : task_{std::move(task)} {}
+    explicit BackgroundTask(QCoro::Task<T> task)
+        : task_{std::move(task)} {}
 
     auto operator co_await() & { return task_.operator co_await(); }
     void operator co_await() && = delete;

@@ -25,7 +25,9 @@ QCoro::Task<> run(Scheduler& scheduler, std::function<Seconds()> pause, std::fun
 
 Heartbeat::Heartbeat(Scheduler& scheduler, std::function<Seconds()> pause,
                      std::function<void()> beat)
-    : scheduler_{scheduler}, pause_{std::move(pause)}, beat_{std::move(beat)} {}
+    : scheduler_{scheduler},
+      pause_{std::move(pause)},
+      beat_{std::move(beat)} {}
 
 void Heartbeat::setActive(bool active) {
     if (active == isActive()) {

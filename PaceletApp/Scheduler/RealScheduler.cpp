@@ -53,10 +53,12 @@ void drain(int descriptor) {
 } // namespace
 
 RealScheduler::RealScheduler(Clock& clock)
-    : Scheduler{clock}, timer_{opened(timerfd_create(waitClock, TFD_CLOEXEC | TFD_NONBLOCK))},
+    : Scheduler{clock},
+      timer_{opened(timerfd_create(waitClock, TFD_CLOEXEC | TFD_NONBLOCK))},
       mailbox_{opened(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))},
       timerNotifier_{timer_.get(), QSocketNotifier::Read},
-      mailboxNotifier_{mailbox_.get(), QSocketNotifier::Read}, pool_{mostThreads} {
+      mailboxNotifier_{mailbox_.get(), QSocketNotifier::Read},
+      pool_{mostThreads} {
     QObject::connect(&timerNotifier_, &QSocketNotifier::activated, [this] { timerFired(); });
     QObject::connect(&mailboxNotifier_, &QSocketNotifier::activated, [this] { finishJobs(); });
 }

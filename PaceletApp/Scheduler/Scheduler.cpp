@@ -5,7 +5,8 @@
 namespace pacelet {
 
 BackgroundJob::BackgroundJob(Scheduler& scheduler, std::function<void()> work)
-    : scheduler_{scheduler}, work_{std::move(work)} {}
+    : scheduler_{scheduler},
+      work_{std::move(work)} {}
 
 bool BackgroundJob::await_ready() const {
     if (scheduler_.closed_) {
@@ -47,7 +48,9 @@ void BackgroundJob::run() {
 class Scheduler::Sleep {
 public:
     Sleep(Scheduler& scheduler, Seconds duration, const std::stop_token& stop)
-        : scheduler_{scheduler}, duration_{duration}, stop_{stop} {}
+        : scheduler_{scheduler},
+          duration_{duration},
+          stop_{stop} {}
 
     bool await_ready() const {
         if (scheduler_.closed_) {

@@ -23,7 +23,8 @@ namespace pacelet {
 /// unwinds the waiting task.
 class SchedulerClosed : public std::runtime_error {
 public:
-    SchedulerClosed() : std::runtime_error{"the scheduler is closed"} {}
+    SchedulerClosed()
+        : std::runtime_error{"the scheduler is closed"} {}
 };
 
 /// Where the tasks of the UI thread wait: for time to pass, and for blocking work. Real time in the
@@ -64,7 +65,8 @@ public:
     std::size_t pendingSleeps() const { return pendingSleeps_; }
 
 protected:
-    explicit Scheduler(Clock& clock) : clock_{clock} {}
+    explicit Scheduler(Clock& clock)
+        : clock_{clock} {}
 
     Clock& clock() { return clock_; }
     EventQueue& events() { return events_; }

@@ -14,7 +14,8 @@ constexpr Seconds rounding{1e-6};
 } // namespace
 
 VirtualScheduler::VirtualScheduler(Clock& clock, ClockMover moveClock)
-    : Scheduler{clock}, moveClock_{std::move(moveClock)} {}
+    : Scheduler{clock},
+      moveClock_{std::move(moveClock)} {}
 
 VirtualScheduler::~VirtualScheduler() {
     close();

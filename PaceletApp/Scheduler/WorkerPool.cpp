@@ -5,7 +5,8 @@
 
 namespace pacelet {
 
-WorkerPool::WorkerPool(std::size_t mostThreads) : mostThreads_{mostThreads} {
+WorkerPool::WorkerPool(std::size_t mostThreads)
+    : mostThreads_{mostThreads} {
     threads_.emplace_back([this] { serve(); });
 }
 

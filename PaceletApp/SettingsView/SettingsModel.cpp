@@ -3,6 +3,7 @@
 #include "Core/Platform/Platform.h"
 #include "PaceletApp/Scheduler/Detach.h"
 #include "PaceletApp/Support/QtText.h"
+#include "PaceletApp/Support/Sentence.h"
 #include "PaceletApp/Support/StartAtLogin.h"
 
 #include <utility>
@@ -23,8 +24,10 @@ void clearIgnoringFailure(const auto& store) {
 } // namespace
 
 SettingsModel::SettingsModel(const SharedObjects& objects, QObject* parent)
-    : QObject{parent}, objects_{objects}, startAtLogin_{
-                                              startsAtLogin(objects.platform.loginItems)} {
+    : QObject{parent},
+      objects_{objects},
+      startAtLogin_{startsAtLogin(objects.platform.loginItems)},
+      question_{objects.scheduler} {
     connect(&objects.preferences, &AppPreferences::showMenuBarChanged, this,
             &SettingsModel::showMenuBarChanged);
     connect(&objects.monitor, &Monitor::changed, this, [this](const Fields& fields) {
@@ -76,10 +79,13 @@ void SettingsModel::setChecksForUpdates(bool on) {
     }
 }
 
-void SettingsModel::setAskClear(bool ask) {
-    if (std::exchange(askClear_, ask) != ask) {
-        Q_EMIT askClearChanged();
-    }
+void SettingsModel::askClear() {
+    question_.ask({.title = sentence("Clear usage history?"),
+                   .message = sentence("This deletes the CPU and memory history Pacelet has "
+                                       "recorded. Your upgrade advice starts over."),
+                   .confirm = "Clear History",
+                   .destructive = true},
+                  [this] { clearHistory(); });
 }
 
 void SettingsModel::clearHistory() {

@@ -2,6 +2,7 @@
 
 #include "PaceletApp/AppPreferences/AppPreferences.h"
 #include "PaceletApp/AppUpdater/AppUpdater.h"
+#include "PaceletApp/Components/QuestionModel.h"
 #include "PaceletApp/Monitor/Monitor.h"
 #include "PaceletApp/Support/SharedObjects.h"
 
@@ -26,8 +27,8 @@ class SettingsModel final : public QObject {
     Q_PROPERTY(bool checksForUpdates READ checksForUpdates WRITE setChecksForUpdates NOTIFY
                    checksForUpdatesChanged)
     Q_PROPERTY(bool keepHistory READ keepHistory WRITE setKeepHistory NOTIFY keepHistoryChanged)
-    /// The question before the history is cleared is on show.
-    Q_PROPERTY(bool askClear READ askClear WRITE setAskClear NOTIFY askClearChanged)
+    /// Before the history is cleared.
+    Q_PROPERTY(pacelet::QuestionModel* question READ question CONSTANT)
     /// The history was cleared in this window.
     Q_PROPERTY(bool cleared READ cleared NOTIFY clearedChanged)
     Q_PROPERTY(QString clearTitle READ clearTitle NOTIFY clearedChanged)
@@ -43,7 +44,7 @@ public:
     bool offersUpdates() const { return objects_.updater.isConfigured(); }
     bool checksForUpdates() const { return objects_.updater.automaticallyChecksForUpdates(); }
     bool keepHistory() const { return objects_.monitor.keepHistory(); }
-    bool askClear() const { return askClear_; }
+    QuestionModel* question() { return &question_; }
     bool cleared() const { return cleared_; }
     QString clearTitle() const;
     QString trouble() const;
@@ -53,18 +54,18 @@ public:
     void setShowMenuBar(bool show) { objects_.preferences.setShowMenuBar(show); }
     void setChecksForUpdates(bool on);
     void setKeepHistory(bool keep) { objects_.monitor.setKeepHistory(keep); }
-    void setAskClear(bool ask);
 
+    /// Asks whether to remove the history.
+    Q_INVOKABLE void askClear();
     /// Removes the history, whether or not the window stays open meanwhile. Files that cannot be
     /// removed stay until they age out.
-    Q_INVOKABLE void clearHistory();
+    void clearHistory();
 
 Q_SIGNALS:
     void startAtLoginChanged();
     void showMenuBarChanged();
     void checksForUpdatesChanged();
     void keepHistoryChanged();
-    void askClearChanged();
     void clearedChanged();
     void troubleChanged();
 
@@ -74,7 +75,7 @@ private:
 
     SharedObjects objects_;
     bool startAtLogin_;
-    bool askClear_ = false;
+    QuestionModel question_;
     bool cleared_ = false;
 };
 

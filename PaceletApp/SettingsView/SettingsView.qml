@@ -171,7 +171,7 @@ FocusScope {
                     objectName: "clear"
                     text: view.model.clearTitle
                     enabled: !view.model.cleared
-                    onClicked: view.model.askClear = true
+                    onClicked: view.model.askClear()
                 }
             }
         }
@@ -189,16 +189,7 @@ FocusScope {
         }
     }
 
-    AlertDialog {
-        visible: view.model.askClear
-        title: qsTr("Clear usage history?")
-        message: qsTr("This deletes the CPU and memory history Pacelet has recorded. Your upgrade advice starts over.")
-        confirmText: qsTr("Clear History")
-        destructive: true
-        onConfirmed: {
-            view.model.askClear = false;
-            view.model.clearHistory();
-        }
-        onCancelled: view.model.askClear = false
+    QuestionDialog {
+        question: view.model.question
     }
 }

@@ -12,22 +12,33 @@ Window {
     readonly property real formHeight: view?.implicitHeight ?? height
 
     width: 460
-    height: formHeight
+    // A low screen shows a part of it, which scrolls.
+    readonly property real shownHeight: Math.min(formHeight, Screen.desktopAvailableHeight)
+
+    height: shownHeight
     minimumWidth: width
     maximumWidth: width
-    minimumHeight: formHeight
-    maximumHeight: formHeight
+    minimumHeight: shownHeight
+    maximumHeight: shownHeight
     flags: Qt.Dialog
     title: qsTr("Settings")
     color: Theme.window
 
-    SettingsView {
-        id: view
-
-        objectName: "settings"
+    Flickable {
         anchors.fill: parent
-        focus: true
-        model: window.model
-        onClosed: window.close()
+        contentHeight: window.formHeight
+        interactive: contentHeight > height
+        boundsBehavior: Flickable.StopAtBounds
+
+        SettingsView {
+            id: view
+
+            objectName: "settings"
+            width: window.width
+            height: window.formHeight
+            focus: true
+            model: window.model
+            onClosed: window.close()
+        }
     }
 }

@@ -7,7 +7,8 @@
 
 namespace pacelet {
 
-HostTranslator::HostTranslator(OperatingSystem system) : system_{system} {
+HostTranslator::HostTranslator(OperatingSystem system)
+    : system_{system} {
     if (system != OperatingSystem::macOS) {
         QCoreApplication::installTranslator(this);
     }

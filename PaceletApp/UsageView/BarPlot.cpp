@@ -38,7 +38,8 @@ QPainterPath shape(const QRectF& bar) {
 
 } // namespace
 
-BarPlot::BarPlot(QQuickItem* parent) : QQuickPaintedItem{parent} {
+BarPlot::BarPlot(QQuickItem* parent)
+    : QQuickPaintedItem{parent} {
     setAntialiasing(true);
     for (const auto signal : {&BarPlot::chartChanged, &BarPlot::colorChanged,
                               &BarPlot::chosenChanged, &BarPlot::markedChanged}) {

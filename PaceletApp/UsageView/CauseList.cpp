@@ -20,11 +20,11 @@ std::int64_t minuteOf(TimePoint time) {
     return std::llround(unixTime(time) / secondsPerMinute);
 }
 
-QString severityTone(Severity severity) {
+Tone severityTone(Severity severity) {
     if (severity >= Severity::high) {
-        return QStringLiteral("red");
+        return Tone::Red;
     }
-    return severity == Severity::medium ? QStringLiteral("amber") : QStringLiteral("neutral");
+    return severity == Severity::medium ? Tone::Amber : Tone::Neutral;
 }
 
 QDateTime localTime(TimePoint time, const QTimeZone& zone) {
@@ -68,7 +68,7 @@ std::vector<ListRole<CauseListItem>> CauseListItem::roles() {
     return {
         {"groupId", [](const Item& item) { return item.groupId; }},
         {"symbol", [](const Item& item) { return item.symbol; }},
-        {"tone", [](const Item& item) { return item.tone; }},
+        {"tone", [](const Item& item) { return static_cast<int>(item.tone); }},
         {"name", [](const Item& item) { return item.name; }},
         {"effect", [](const Item& item) { return item.effect; }},
         {"stood", [](const Item& item) { return item.stood; }},

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Core/Usage/CauseJournal.h"
+#include "PaceletApp/Components/Tone.h"
 #include "PaceletApp/Models/KeyedListModel.h"
 #include "PaceletApp/UsageView/ChartAxis.h"
 #include "PaceletApp/UsageView/UsageCharts.h"
@@ -19,7 +20,7 @@ struct CauseListItem {
     std::string id;  ///< the same for the same cause
     QString groupId; ///< of the process, if it runs now
     QString symbol;
-    QString tone; ///< as in `PillLook`; "neutral" for what is of little weight
+    Tone tone = Tone::None; ///< neutral for what is of little weight
     QString name;
     QString effect;
     QString stood; ///< "2 h 10 min"

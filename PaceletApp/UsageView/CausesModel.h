@@ -31,7 +31,8 @@ public:
     /// How many rows there are before the user asks for all.
     static constexpr std::size_t rowsShown = 8;
 
-    explicit CausesModel(QObject* parent = nullptr) : QObject{parent} {}
+    explicit CausesModel(QObject* parent = nullptr)
+        : QObject{parent} {}
 
     QAbstractItemModel* rows() { return &rows_; }
     QString note() const { return note_; }

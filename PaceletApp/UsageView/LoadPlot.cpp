@@ -38,7 +38,8 @@ void drawArea(QPainter& painter, const QPolygonF& line, const QColor& color, qre
 
 } // namespace
 
-LoadPlot::LoadPlot(QQuickItem* parent) : QQuickPaintedItem{parent} {
+LoadPlot::LoadPlot(QQuickItem* parent)
+    : QQuickPaintedItem{parent} {
     setAntialiasing(true);
     connect(this, &LoadPlot::changed, this, [this] { update(); });
 }

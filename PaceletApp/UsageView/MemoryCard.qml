@@ -119,7 +119,7 @@ Card {
                 anchors.left: pressureLabel.right
                 text: card.look.pressure
                 font: Theme.detail
-                color: card.look.pressureTone === "" ? Theme.text : Theme.foreground(card.look.pressureTone)
+                color: card.look.pressureTone === Tone.None ? Theme.text : Theme.foreground(card.look.pressureTone)
                 textFormat: Text.PlainText
                 Accessible.ignored: true
             }

@@ -9,7 +9,7 @@ T.AbstractButton {
     /// Empty when it does not run.
     required property string groupId
     required property string symbol
-    required property string tone
+    required property int tone
     required property string name
     required property string effect
     required property string stood
@@ -25,7 +25,7 @@ T.AbstractButton {
 
     signal opened(string groupId)
 
-    readonly property color toneColor: tone === "neutral" ? Theme.accentLight : Theme.foreground(tone)
+    readonly property color toneColor: tone === Tone.Neutral ? Theme.accentLight : Theme.foreground(tone)
 
     implicitHeight: 58
     enabled: groupId !== ""

@@ -14,7 +14,8 @@ constexpr qreal gap = 1;
 
 } // namespace
 
-StackedBar::StackedBar(QQuickItem* parent) : QQuickPaintedItem{parent} {
+StackedBar::StackedBar(QQuickItem* parent)
+    : QQuickPaintedItem{parent} {
     setAntialiasing(true);
     connect(this, &StackedBar::changed, this, [this] { update(); });
 }

@@ -17,7 +17,8 @@ constexpr qreal opacityBeside = 0.3;
 
 } // namespace
 
-StripPlot::StripPlot(QQuickItem* parent) : QQuickPaintedItem{parent} {
+StripPlot::StripPlot(QQuickItem* parent)
+    : QQuickPaintedItem{parent} {
     setAntialiasing(true);
     connect(this, &StripPlot::changed, this, [this] { update(); });
 }

@@ -1,7 +1,6 @@
 #include "PaceletApp/UsageView/UsageLook.h"
 
 #include "Core/Sampling/Format.h"
-#include "PaceletApp/Components/Tone.h"
 #include "PaceletApp/Support/QtText.h"
 #include "PaceletApp/Support/Sentence.h"
 
@@ -22,7 +21,7 @@ std::string percent(double share) {
 VerdictLine lineOf(const MemoryBottleneck& memory) {
     return {"memory",
             QStringLiteral("memorychip"),
-            QStringLiteral("amber"),
+            Tone::Amber,
             qtText(sentence("Memory is holding your Mac back. It was under memory pressure {} "
                             "of the time. Your next Mac should have at least {} GB of memory.",
                             percent(memory.pressureShare), memory.recommendedGB)),
@@ -32,7 +31,7 @@ VerdictLine lineOf(const MemoryBottleneck& memory) {
 VerdictLine lineOf(const CPUBottleneck& cpu) {
     return {"cpu",
             QStringLiteral("cpu"),
-            QStringLiteral("amber"),
+            Tone::Amber,
             qtText(sentence("Your processor is often maxed out ({} of the time). A Mac with a "
                             "newer or bigger chip would help with your workload.",
                             percent(cpu.busyShare))),
@@ -40,16 +39,17 @@ VerdictLine lineOf(const CPUBottleneck& cpu) {
 }
 
 VerdictLine lineOf(const StorageBottleneck&) {
-    return {"storage", QStringLiteral("internaldrive"), QStringLiteral("amber"),
-            QStringLiteral("Your disk is nearly full. Free up space with Tidyvault, or choose more "
-                           "storage next time."),
-            lookOf(FixID::openTidyvault, nullptr)};
+    return {
+        "storage", QStringLiteral("internaldrive"), Tone::Amber,
+        qtText(sentence("Your disk is nearly full. Free up space with Tidyvault, or choose more "
+                        "storage next time.")),
+        lookOf(FixID::openTidyvault, nullptr)};
 }
 
 std::vector<VerdictLine> linesOf(const NotEnoughData& verdict) {
     return {{"notEnoughData",
              QStringLiteral("hourglass"),
-             {},
+             Tone::None,
              qtText(fmt::format("Not enough data yet. Pacelet has measured {} hours. Keep it "
                                 "running (turn on Start at login) and check back in a few days.",
                                 verdict.hoursMeasured)),
@@ -59,7 +59,7 @@ std::vector<VerdictLine> linesOf(const NotEnoughData& verdict) {
 std::vector<VerdictLine> linesOf(const Healthy&) {
     return {{"healthy",
              QStringLiteral("checkmark.seal"),
-             QStringLiteral("green"),
+             Tone::Green,
              qtText(sentence("Your Mac has headroom. Over the last 7 days it rarely ran short of "
                              "memory or processor power. No upgrade needed for how you use it.")),
              {}}};
@@ -77,7 +77,7 @@ std::vector<VerdictLine> linesOf(const Bottlenecks& verdict) {
 VerdictLine intelLine() {
     return {"intel",
             QStringLiteral("exclamationmark.triangle"),
-            QStringLiteral("amber"),
+            Tone::Amber,
             QStringLiteral("This is an Intel Mac. It can't run macOS 27 or later, so plan an "
                            "upgrade to keep getting security updates."),
             {}};
@@ -115,7 +115,7 @@ std::vector<ListRole<VerdictLine>> VerdictLine::roles() {
     using Line = VerdictLine;
     return {
         {"symbol", [](const Line& line) { return line.symbol; }},
-        {"tone", [](const Line& line) { return line.tone; }},
+        {"tone", [](const Line& line) { return static_cast<int>(line.tone); }},
         {"text", [](const Line& line) { return line.text; }},
         {"fix", [](const Line& line) { return QVariant::fromValue(line.fix); }},
     };
@@ -151,8 +151,15 @@ double diskFreeShare(const std::optional<SystemSignals>& signals) {
 }
 
 std::vector<VerdictLine> verdictLines(const UpgradeVerdict& verdict,
-                                      const std::optional<MacInfo>& mac) {
+                                      const std::optional<MacInfo>& mac,
+                                      const HostAbilities& abilities) {
     auto lines = std::visit([](const auto& each) { return linesOf(each); }, verdict);
+    for (VerdictLine& line : lines) {
+        const auto fix = fixIDFromRawValue(line.fix.fix.toStdString());
+        if (fix && !offered(*fix, abilities)) {
+            line.fix = {};
+        }
+    }
     if (mac && mac->isMac && !mac->isAppleSilicon) {
         lines.push_back(intelLine());
     }
@@ -195,7 +202,7 @@ MemoryLook memoryLook(const std::optional<MemoryBreakdown>& memory,
     look.headline = amount;
     look.accessibleName = QStringLiteral("Memory used ") + amount;
     look.pressure = signals ? qtText(label(signals->pressure)) : QStringLiteral("—");
-    look.pressureTone = signals ? toneOf(signals->pressure) : QString{};
+    look.pressureTone = signals ? toneOf(signals->pressure) : Tone::None;
     look.swap =
         QStringLiteral("Swap: ") + qtText(Format::bytes(signals ? signals->swapUsedBytes : 0));
     look.shares = shares(*memory);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Core/Platform/HostAbilities.h"
 #include "Core/Sampling/MemoryStats.h"
 #include "Core/Sampling/SystemSignals.h"
 #include "Core/Usage/MacInfo.h"
@@ -22,7 +23,7 @@ namespace pacelet {
 struct VerdictLine {
     std::string id; ///< what the sentence is about
     QString symbol;
-    QString tone; ///< as in `PillLook`; empty for the colour of secondary text
+    Tone tone = Tone::None; ///< none for the colour of secondary text
     QString text;
     FixLook fix; ///< empty where none is offered
 
@@ -53,7 +54,7 @@ struct MemoryLook {
     Q_PROPERTY(QString headline MEMBER headline CONSTANT)
     Q_PROPERTY(QString accessibleName MEMBER accessibleName CONSTANT)
     Q_PROPERTY(QString pressure MEMBER pressure CONSTANT)
-    Q_PROPERTY(QString pressureTone MEMBER pressureTone CONSTANT)
+    Q_PROPERTY(pacelet::Tones::Tone pressureTone MEMBER pressureTone CONSTANT)
     Q_PROPERTY(QString swap MEMBER swap CONSTANT)
     Q_PROPERTY(QList<qreal> shares MEMBER shares CONSTANT)
 
@@ -62,7 +63,7 @@ public:
     QString headline;
     QString accessibleName;
     QString pressure;
-    QString pressureTone; ///< as in `PillLook`; empty for the colour of main text
+    Tone pressureTone = Tone::None; ///< none for the colour of main text
     QString swap;
     QList<qreal> shares; ///< of the memory's parts, all together 1; in the order of the parts
 
@@ -79,7 +80,8 @@ QString macLine(const MacInfo& mac, const std::optional<SystemSignals>& signals)
 double diskFreeShare(const std::optional<SystemSignals>& signals);
 
 std::vector<VerdictLine> verdictLines(const UpgradeVerdict& verdict,
-                                      const std::optional<MacInfo>& mac);
+                                      const std::optional<MacInfo>& mac,
+                                      const HostAbilities& abilities = {});
 
 /// What the advice rests on.
 QString hoursNote(const UpgradeVerdict& verdict);

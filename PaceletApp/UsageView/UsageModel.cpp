@@ -12,11 +12,10 @@
 namespace pacelet {
 
 UsageModel::UsageModel(const SharedObjects& objects, QObject* parent)
-    : QObject{parent}, objects_{objects}, records_{objects.scheduler, objects.monitor.usageStore(),
-                                                   objects.monitor.causeStore(),
-                                                   [this](LoadedRecords loaded) {
-                                                       takeIn(std::move(loaded));
-                                                   }},
+    : QObject{parent},
+      objects_{objects},
+      records_{objects.scheduler, objects.monitor.usageStore(), objects.monitor.causeStore(),
+               [this](LoadedRecords loaded) { takeIn(std::move(loaded)); }},
       opensAtCauses_{objects.router.takeCausesWanted()} {
     connect(&objects.monitor, &Monitor::changed, this, &UsageModel::follow);
     records_.setActive(objects.monitor.windowVisible());
@@ -75,7 +74,8 @@ void UsageModel::showVerdict() {
         monitor.mac() ? monitor.mac()->memoryBytes : objects_.platform.kernel.physicalMemory();
     const UpgradeVerdict verdict =
         UpgradeAdvisor::evaluate(weekRecords_, memory, diskFreeShare(monitor.signals()));
-    verdictLines_.update(pacelet::verdictLines(verdict, monitor.mac()));
+    verdictLines_.update(
+        pacelet::verdictLines(verdict, monitor.mac(), objects_.platform.abilities));
     hoursNote_ = pacelet::hoursNote(verdict);
 }
 

@@ -47,7 +47,9 @@ QCoro::Task<> refresh(Scheduler& scheduler, UsageStore store, CauseStore causes,
 
 UsageRecords::UsageRecords(Scheduler& scheduler, UsageStore store, CauseStore causes,
                            Receiver receive)
-    : scheduler_{scheduler}, store_{std::move(store)}, causes_{std::move(causes)},
+    : scheduler_{scheduler},
+      store_{std::move(store)},
+      causes_{std::move(causes)},
       receive_{std::move(receive)} {}
 
 void UsageRecords::setRange(const UsageRange& range) {

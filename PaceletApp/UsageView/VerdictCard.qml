@@ -37,7 +37,7 @@ Card {
                 id: line
 
                 required property string symbol
-                required property string tone
+                required property int tone
                 required property string text
                 required property fixLook fix
 
@@ -53,7 +53,7 @@ Card {
                     Symbol {
                         anchors.centerIn: parent
                         name: line.symbol
-                        color: line.tone === "" ? Theme.text2 : Theme.foreground(line.tone)
+                        color: line.tone === Tone.None ? Theme.text2 : Theme.foreground(line.tone)
                         size: 16
                     }
                 }

@@ -44,7 +44,8 @@ void onTheLine(const std::string& command) {
     }
 }
 
-Line::Line(const LineShape& shape) : delay_{delayLine(shape.roundTripMs)} {
+Line::Line(const LineShape& shape)
+    : delay_{delayLine(shape.roundTripMs)} {
     // A server that is far ahead of the line would answer late for reasons of its own; one that is
     // not ahead would leave gaps in it.
     onTheLine(fmt::format("ip netns exec server sysctl -qw net.ipv4.tcp_notsent_lowat={:.0f}",

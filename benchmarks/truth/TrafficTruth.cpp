@@ -40,7 +40,8 @@ double payloadBytesPerSecond(double mbps) {
 class Child {
 public:
     template<typename Work>
-    Child(const char* name, Work work) : pid_{::fork()} {
+    Child(const char* name, Work work)
+        : pid_{::fork()} {
         if (pid_ == 0) {
             ::prctl(PR_SET_PDEATHSIG, SIGKILL);
             ::prctl(PR_SET_NAME, name);

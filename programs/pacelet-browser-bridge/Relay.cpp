@@ -30,7 +30,9 @@ bool mayTryAgain() {
 } // namespace
 
 Relay::Relay(int fromBrowser, int toBrowser, std::string folder)
-    : browserIn_{fromBrowser}, browserOut_{toBrowser}, folder_{std::move(folder)},
+    : browserIn_{fromBrowser},
+      browserOut_{toBrowser},
+      folder_{std::move(folder)},
       events_{::inotify_init1(IN_CLOEXEC | IN_NONBLOCK)} {
     setNonBlocking(browserIn_);
     setNonBlocking(browserOut_);

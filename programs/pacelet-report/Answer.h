@@ -15,7 +15,9 @@ struct Look {
     std::optional<TimePoint> spotlightBusySince{};
     bool lowPowerMode = false;
     TimePoint now{};
-    Report::Known known{}; ///< what of the reading is more than a default
+    OperatingSystem system = OperatingSystem::macOS; ///< of the machine that it is of
+    HostAbilities abilities{};                       ///< likewise
+    Report::Known known{};                           ///< what of the reading is more than a default
 };
 
 /// How far apart the two looks at a machine are.

@@ -123,7 +123,8 @@ private:
 /// Reads the lines of one table.
 class LineReader {
 public:
-    explicit LineReader(Layout layout) : layout_{std::move(layout)} {}
+    explicit LineReader(Layout layout)
+        : layout_{std::move(layout)} {}
 
     void read(std::string_view line) {
         words_.clear();
@@ -153,6 +154,7 @@ public:
         if (sample.ppid == parentOfKernelThreads && !sample.path.starts_with('/')) {
             sample.path = kernelThread(sample.path);
         }
+        table_.isOfLinux |= sample.pid == 1 && lastPathComponent(sample.path) != "launchd";
         table_.tellsCPU |= has(cpuColumn());
         table_.processes.push_back(std::move(sample));
     }

@@ -13,6 +13,7 @@ namespace pacelet::report {
 struct CapturedTable {
     std::vector<ProcessSample> processes; ///< in the order of the lines
     bool tellsCPU = false;                ///< whether any process has a figure of CPU use
+    bool isOfLinux = false;               ///< whether anything but a Mac's launchd came first
     bool tellsMemory = false;             ///< whether any has a size; all are 0 otherwise
 
     /// `text` is UTF-8. A line that does not read is skipped, as is one with a figure that no

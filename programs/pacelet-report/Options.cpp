@@ -11,7 +11,8 @@ namespace {
 /// Walks over the arguments, one at a time.
 class Arguments {
 public:
-    explicit Arguments(std::span<const std::string_view> arguments) : rest_{arguments} {}
+    explicit Arguments(std::span<const std::string_view> arguments)
+        : rest_{arguments} {}
 
     bool empty() const { return rest_.empty(); }
     std::string_view next() {
@@ -51,6 +52,17 @@ std::int64_t parseCores(std::string_view text) {
     return *cores;
 }
 
+std::int64_t parseLooks(std::string_view text) {
+    constexpr std::int64_t least = 2;
+    constexpr std::int64_t most = 10000;
+    const auto looks = parseInteger<std::int64_t>(text);
+    if (!looks || *looks < least || *looks > most) {
+        throw UsageError{
+            fmt::format("--looks needs a number from {} to {}, not \"{}\"", least, most, text)};
+    }
+    return *looks;
+}
+
 /// "24h", "7d" or "90m".
 Seconds parseSpan(std::string_view text) {
     constexpr std::int64_t mostMinutes = std::int64_t{31} * 24 * 60;
@@ -74,6 +86,15 @@ void checkTogether(const Options& options, bool secondsGiven) {
     }
     if (options.since && (options.scenario || options.psFile)) {
         throw UsageError{"--since tells of this machine alone"};
+    }
+    const int machines = int{options.psFile.has_value()} + int{options.scenario.has_value()} +
+                         int{options.since.has_value()} + int{options.captureFile.has_value()} +
+                         int{options.replayFile.has_value()};
+    if ((options.captureFile || options.replayFile) && (machines > 1 || options.why)) {
+        throw UsageError{"--capture and --replay stand alone, or with --json"};
+    }
+    if (options.looks && !options.captureFile) {
+        throw UsageError{"--looks needs --capture"};
     }
     if (options.cores && !options.psFile) {
         throw UsageError{"--cores needs --ps"};
@@ -104,6 +125,12 @@ Options parseOptions(std::span<const std::string_view> all) {
             options.cores = parseCores(arguments.valueOf(argument));
         } else if (argument == "--since") {
             options.since = parseSpan(arguments.valueOf(argument));
+        } else if (argument == "--capture") {
+            options.captureFile = arguments.valueOf(argument);
+        } else if (argument == "--replay") {
+            options.replayFile = arguments.valueOf(argument);
+        } else if (argument == "--looks") {
+            options.looks = parseLooks(arguments.valueOf(argument));
         } else if (argument == "--scenario") {
             options.scenario = arguments.valueOf(argument);
         } else if (argument == "--ps" && !options.laterPSFile) {
@@ -127,6 +154,8 @@ std::string_view usageText() {
        pacelet-report [--json] --ps FILE [--ps LATER --seconds N] [--cores N]
        pacelet-report [--json] --scenario NAME
        pacelet-report [--json] --since TIME
+       pacelet-report [--json] --capture FILE [--looks N]
+       pacelet-report [--json] --replay FILE
 
 Says in plain English why this machine is slow right now, from two looks at it
 three seconds apart.
@@ -142,13 +171,17 @@ three seconds apart.
   --scenario N  look at a simulated Mac instead; an unknown name lists all names
   --since TIME  tell what slowed this machine down since then instead, such as 24h,
                 7d or 90m ago, as far as Pacelet ran and kept its history
+  --capture F   keep what this machine answers in a new file, too, for others to look
+                at: without the names of people, window titles and command lines
+  --looks N     looks to keep, three seconds apart; 10 without it
+  --replay F    look at the machine of such a file instead
   --json        print the facts as JSON
   --why         also say why each process of this machine stands in its row
   --help        print this text
 
 Exit status: 0 when there is an answer, 1 when the process list of Pacelet
 cannot be loaded, the machine cannot be read or the answer cannot be written,
-2 when the arguments are wrong or no process can be read from a file.
+2 when the arguments are wrong, or a file cannot be read or made.
 )";
 }
 

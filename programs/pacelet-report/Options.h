@@ -23,6 +23,9 @@ struct Options {
     bool json = false;
     bool why = false; ///< why each process stands where it does, too
     bool help = false;
+    std::optional<std::string> captureFile; ///< where to keep what this machine answers
+    std::optional<std::string> replayFile;  ///< a captured machine instead of the live one
+    std::optional<std::int64_t> looks;      ///< how many to capture
 
     bool operator==(const Options&) const = default;
 };

@@ -1,9 +1,8 @@
 #include "programs/pacelet-report/ScenarioLook.h"
 
-#include "Core/Diagnosis/Diagnosis.h"
-#include "Core/Sampling/BusyTracker.h"
 #include "Hosts/Simulated/SimulatedMac.h"
 #include "programs/pacelet-report/Options.h"
+#include "programs/pacelet-report/Watch.h"
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
@@ -14,33 +13,6 @@ namespace {
 
 constexpr Seconds unattended{30};
 
-/// Watches one machine in virtual time.
-class Watch {
-public:
-    Watch(Simulated::SimulatedMac& mac, const ProcessCatalog& catalog)
-        : mac_{mac}, platform_{mac.platform()}, catalog_{catalog} {}
-
-    Look lookAfter(Seconds pause) {
-        mac_.machine.advance(pause);
-        Look look;
-        look.reading = readMachine(platform_.tools, platform_.kernel, platform_.clock, previous_,
-                                   catalog_, Explaining::no);
-        look.now = platform_.clock.now();
-        look.lowPowerMode = platform_.kernel.isLowPowerModeEnabled();
-        look.spotlightBusySince =
-            spotlight_.update(Diagnosis::spotlightLoad(look.reading.groups), look.now);
-        previous_ = look.reading.snapshot;
-        return look;
-    }
-
-private:
-    Simulated::SimulatedMac& mac_;
-    const Platform platform_;
-    const ProcessCatalog& catalog_;
-    std::optional<Snapshot> previous_;
-    BusyTracker spotlight_;
-};
-
 } // namespace
 
 Look lookAtScenario(const std::string& name, const ProcessCatalog& catalog) {
@@ -49,13 +21,17 @@ Look lookAtScenario(const std::string& name, const ProcessCatalog& catalog) {
         throw UsageError{fmt::format("there is no scenario \"{}\", but {}", name,
                                      fmt::join(Simulated::scenarioNames(), ", "))};
     }
-    Watch watch{*mac, catalog};
-    watch.lookAfter(unattended);
-    Look first = watch.lookAfter(betweenLooks);
+    Watch watch{mac->platform(), catalog};
+    const auto lookAfter = [&](Seconds pause) {
+        mac->machine.advance(pause);
+        return watch.look();
+    };
+    lookAfter(unattended);
+    Look first = lookAfter(betweenLooks);
     Look latest = first;
     while (latest.spotlightBusySince &&
            latest.now - *latest.spotlightBusySince <= Diagnosis::spotlightStuckAfter) {
-        latest = watch.lookAfter(unattended);
+        latest = lookAfter(unattended);
     }
     return latest.spotlightBusySince ? latest : first;
 }

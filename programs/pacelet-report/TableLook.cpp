@@ -46,6 +46,7 @@ Look lookAtTables(const Options& options, std::uint32_t uid) {
                                     inputName(*options.psFile))};
     }
     Look look;
+    look.system = table.isOfLinux ? OperatingSystem::linuxDesktop : OperatingSystem::macOS;
     look.known = {options.cores.has_value(), false, table.tellsMemory};
     look.reading.snapshot = {TimePoint{takenAt}, std::move(table.processes)};
     const auto noFootprint = [](std::int32_t) { return std::optional<std::int64_t>{}; };

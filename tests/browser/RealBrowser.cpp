@@ -49,7 +49,8 @@ void PageServer::answer(QTcpSocket& socket) const {
     socket.disconnectFromHost();
 }
 
-RealBrowser::RealBrowser(const std::string& userData) : userData_{userData} {}
+RealBrowser::RealBrowser(const std::string& userData)
+    : userData_{userData} {}
 
 bool RealBrowser::isThere() {
     return !QStandardPaths::findExecutable("chromium").isEmpty();

@@ -29,8 +29,9 @@ constexpr auto chromium = ChromiumBrowser::chromium;
 class Running {
 public:
     explicit Running(const Linux::LinuxSettings& settings)
-        : host{settings}, scheduler{host.clock()}, application{host.platform(), scheduler,
-                                                               Session::bundledCatalog()} {
+        : host{settings},
+          scheduler{host.clock()},
+          application{host.platform(), scheduler, Session::bundledCatalog()} {
         application.preferences().setOnboarded(true);
         application.setReducedMotion(true);
         application.start();

@@ -108,6 +108,19 @@ TEST_F(DesktopSessionTest, TheWindowComesGoesAndComesBack) {
     EXPECT_TRUE(dotIs(false));
 }
 
+TEST_F(DesktopSessionTest, ALoginShowsTheDotAloneUntilTheUserAsks) {
+    ChildProgram pacelet = desktop.start("pacelet", {"--hidden"});
+    ASSERT_TRUE(dotIs(true));
+    EXPECT_EQ(desktop.start("pacelet", {"--hidden"}).end(), 0);
+    EXPECT_TRUE(desktop.windows().empty());
+    const std::string id = "shell/pacelet/7-host_TIME4210";
+    EXPECT_EQ(desktop.start("pacelet", {}, {{"DESKTOP_STARTUP_ID", id}}).end(), 0);
+    const auto main = window(1200);
+    ASSERT_TRUE(main && isActive(*main));
+    EXPECT_EQ(desktop.startupID(main->id), id);
+    EXPECT_TRUE(pacelet.runs());
+}
+
 TEST_F(DesktopSessionTest, TheDotTellsTheStateOfTheMachine) {
     for (const auto& [scenario, colour] :
          {std::pair{"quiet", green}, {"chrome-tabs", amber}, {"out-of-memory", red}}) {
@@ -132,6 +145,8 @@ TEST_F(DesktopSessionTest, ThePanelOpensByTheDotAndCloses) {
 
     const auto panel = openPanel();
     ASSERT_TRUE(panel);
+    EXPECT_TRUE(desktop.hasState(panel->id, "_NET_WM_STATE_SKIP_TASKBAR"));
+    EXPECT_FALSE(desktop.hasState(main->id, "_NET_WM_STATE_SKIP_TASKBAR"));
     EXPECT_LT(panel->area.bottom(), desktop.tray().y + 1);
     EXPECT_GT(panel->area.bottom(), desktop.tray().y - 20);
     EXPECT_LE(panel->area.x, icon->x);

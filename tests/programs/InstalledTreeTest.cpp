@@ -106,7 +106,7 @@ TEST_F(InstalledTree, TheEntryForTheLoginStartsTheSameProgram) {
     const auto inMenu =
         Linux::parseDesktopEntry(folder->read("share/applications/" + id + ".desktop"));
     ASSERT_TRUE(atLogin && inMenu);
-    EXPECT_EQ(atLogin->exec, '"' + program + '"');
+    EXPECT_EQ(atLogin->exec, '"' + program + "\" --hidden");
     EXPECT_EQ(lastPathComponent(program), inMenu->exec);
     EXPECT_EQ(atLogin->name, inMenu->name);
     EXPECT_EQ(atLogin->icon, inMenu->icon);

@@ -73,6 +73,18 @@ TEST(ReportTool, AnswersOnCapturedTables) {
         << json.stdout;
 }
 
+TEST(ReportTool, TellsLinuxTablesApart) {
+    const testing::TemporaryFolder folder;
+    folder.write("table", "USER PID %CPU %MEM VSZ RSS TTY STAT START TIME COMMAND\n"
+                          "root 1 0.1 0.1 9 900 ? Ss 09:00 0:04 /sbin/init splash\n"
+                          "root 31 0.2 0.0 0 0 ? S 09:00 0:01 [watchdogd]\n"
+                          "root 40 95.0 0.1 9 900 ? R 09:00 1:00 /usr/sbin/cron -f\n");
+    const auto output = Shell::run(tool, {"--ps", (folder.path() / "table").string()});
+    EXPECT_NE(output.stdout.find("Kernel watchdog"), std::string::npos) << output.stdout;
+    EXPECT_EQ(output.stdout.find("mac"), std::string::npos) << output.stdout;
+    EXPECT_EQ(output.stdout.find("Mac"), std::string::npos) << output.stdout;
+}
+
 /// What the shell makes of `command`, in which $R is the tool.
 Shell::Output shell(const std::string& command) {
     return Shell::run("/bin/sh", {"-c", "R=" + tool + "; " + command});
@@ -89,7 +101,8 @@ TEST(ReportTool, StandsOddDoors) {
     for (const char* reading :
          {"$R --ps empty", "$R --ps pipe", "$R --ps /dev/null", "$R --ps /dev/zero", "$R --ps .",
           "$R --ps shares", "$R --ps - <&-", "$R --ps bad --ps empty --seconds 3",
-          "$R --ps /no/such/file", "$R --frobnicate", "$R --scenario no-such"}) {
+          "$R --ps /no/such/file", "$R --replay bad", "$R --replay pipe", "$R --looks 3",
+          "$R --frobnicate", "$R --scenario no-such"}) {
         const auto output = shell(go + reading);
         EXPECT_EQ(output.status, 2) << reading;
         EXPECT_EQ(output.stdout, "") << reading;
@@ -148,10 +161,13 @@ TEST(ReportTool, NeedsItsCatalog) {
     EXPECT_EQ(output.stderr, "Pacelet couldn't load its process list. Reinstall Pacelet.\n");
 }
 
-TEST(ReportTool, AnswersLive) {
-    const auto output = Shell::run(tool, {"--json"});
-    EXPECT_EQ(output.status, 0) << output.stderr;
-    EXPECT_NE(output.stdout.find(R"("groups":[{)"), std::string::npos);
+TEST(ReportTool, AnswersLiveAndReplaysWhatItSaw) {
+    const testing::TemporaryFolder folder;
+    const std::string file = folder.path() / "capture";
+    const auto live = Shell::run(tool, {"--json", "--capture", file, "--looks", "2"});
+    EXPECT_EQ(live.status, 0) << live.stderr;
+    EXPECT_NE(live.stdout.find(R"("groups":[{)"), std::string::npos);
+    EXPECT_EQ(Shell::run(tool, {"--json", "--replay", file}).stdout, live.stdout);
 }
 
 } // namespace

@@ -45,7 +45,7 @@ Photographer::Photographer() {
     names.replaceInStrings(QStringLiteral(".svg"), QString{});
     engine_.rootContext()->setContextProperty(QStringLiteral("symbolNames"), names);
     // A picture shows where a motion ends.
-    setReducedMotion(engine_, true);
+    setWishes(engine_, {.reducedMotion = true});
 }
 
 std::optional<QImage> Photographer::picture(const QString& resource) {

@@ -29,7 +29,8 @@ using pacelet::gallery::Shot;
 /// Saves the pictures that are wanted.
 class Album {
 public:
-    explicit Album(const Arguments& arguments) : arguments_{arguments} {}
+    explicit Album(const Arguments& arguments)
+        : arguments_{arguments} {}
 
     bool wants(const std::string& name) const { return name.starts_with(arguments_.only); }
 

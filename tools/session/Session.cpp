@@ -35,14 +35,14 @@ Session::Session(std::string_view scenario, std::uint64_t seed)
 Session::Session(std::unique_ptr<Simulated::SimulatedMac> mac,
                  std::optional<ProcessCatalog> catalog, OperatingSystem system,
                  BrowserExtension* extension)
-    : mac_{std::move(mac)}, scheduler_{mac_->machine,
-                                       [this](Seconds span) { mac_->machine.advance(span); }} {
+    : mac_{std::move(mac)},
+      scheduler_{mac_->machine, [this](Seconds span) { mac_->machine.advance(span); }} {
     Platform platform = mac_->platform();
     platform.system = system;
     platform.browserExtension = extension;
     application_ = std::make_unique<Application>(platform, scheduler_, std::move(catalog));
     application_->preferences().setOnboarded(true);
-    application_->setReducedMotion(true);
+    application_->setWishes({.reducedMotion = true});
     application_->start();
 }
 

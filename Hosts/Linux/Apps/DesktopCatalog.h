@@ -33,7 +33,8 @@ std::optional<std::string> findEntryFile(const DesktopPlaces& places, const std:
 /// changed. For one thread at a time.
 class DesktopCatalog {
 public:
-    explicit DesktopCatalog(DesktopPlaces places) : places_{std::move(places)} {}
+    explicit DesktopCatalog(DesktopPlaces places)
+        : places_{std::move(places)} {}
 
     /// The index as of now: a look at the time of change of each folder, mostly no more. A new
     /// object exactly when the entries have been read anew.

@@ -7,7 +7,8 @@
 
 namespace pacelet::Linux {
 
-DesktopIndex::DesktopIndex(std::vector<DesktopApp> apps) : apps_{std::move(apps)} {
+DesktopIndex::DesktopIndex(std::vector<DesktopApp> apps)
+    : apps_{std::move(apps)} {
     makeNamesUnique();
     dropSharedFolders();
     for (std::size_t place = 0; place < apps_.size(); ++place) {

@@ -16,7 +16,8 @@ struct DesktopEntry;
 class EntryReader {
 public:
     /// `places` must outlive it.
-    explicit EntryReader(const DesktopPlaces& places) : places_{places} {}
+    explicit EntryReader(const DesktopPlaces& places)
+        : places_{places} {}
 
     /// Nothing for a file that is no entry, for one that no menu shows, for a command-line tool in
     /// a terminal, and for one whose program is not there.

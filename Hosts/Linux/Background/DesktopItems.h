@@ -35,8 +35,9 @@ public:
     using FindApps = std::function<std::shared_ptr<const DesktopIndex>()>;
 
     DesktopItems(Sources sources, FindApps findApps)
-        : sources_{std::move(sources)}, findApps_{std::move(findApps)}, owners_{
-                                                                            sources_.dpkgFolder} {}
+        : sources_{std::move(sources)},
+          findApps_{std::move(findApps)},
+          owners_{sources_.dpkgFolder} {}
 
     std::vector<BackgroundItem> items() override;
 

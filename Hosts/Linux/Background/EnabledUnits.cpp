@@ -19,7 +19,8 @@ bool isThere(const std::string& path) {
 class Reader {
 public:
     Reader(const UnitFolders& folders, FileCache<UnitFile>& cache)
-        : folders_{folders}, cache_{cache} {}
+        : folders_{folders},
+          cache_{cache} {}
 
     std::vector<EnabledUnit> read() {
         for (const UnitFolders::Enabling& folder : folders_.enabling) {

@@ -15,7 +15,8 @@ namespace pacelet::Linux {
 /// Remembers which packages own files, until the database changes.
 class PackageOwners {
 public:
-    explicit PackageOwners(const std::string& dpkgFolder) : dpkg_{dpkgFolder} {}
+    explicit PackageOwners(const std::string& dpkgFolder)
+        : dpkg_{dpkgFolder} {}
 
     /// Looks up all that is not known yet, in one go.
     void learn(std::span<const std::string> paths);

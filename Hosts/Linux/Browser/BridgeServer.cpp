@@ -55,7 +55,8 @@ std::int32_t parentOf(std::int32_t pid) {
 } // namespace
 
 BridgeServer::BridgeServer(const std::string& folder, std::function<void()> changed)
-    : changed_{std::move(changed)}, stop_{::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)},
+    : changed_{std::move(changed)},
+      stop_{::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)},
       listener_{listenIn(folder)} {
     if (listener_ && stop_) {
         thread_ = std::thread{[this] { serve(); }};

@@ -34,7 +34,8 @@ std::string frame(std::string_view message);
 /// Puts frames together from bytes as they come.
 class FrameReader {
 public:
-    explicit FrameReader(std::size_t longest) : longest_{longest} {}
+    explicit FrameReader(std::size_t longest)
+        : longest_{longest} {}
 
     /// Takes the next bytes in; false, for good, when they begin a frame that is too long.
     bool feed(std::string_view bytes);

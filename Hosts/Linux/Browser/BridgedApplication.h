@@ -24,8 +24,9 @@ public:
     /// `isRunning` tells whether the browser is there still. `profiles` holds at least one.
     BridgedApplication(std::string name, std::vector<LinkedProfile> profiles,
                        std::function<bool()> isRunning)
-        : name_{std::move(name)}, profiles_{std::move(profiles)}, isRunning_{std::move(isRunning)} {
-    }
+        : name_{std::move(name)},
+          profiles_{std::move(profiles)},
+          isRunning_{std::move(isRunning)} {}
 
     std::string name() override { return name_; }
     std::size_t windowCount() override { return windows().size(); }

@@ -23,7 +23,9 @@ public:
         refused, ///< it answered that it cannot do that
     };
 
-    LinkError(Kind kind, const std::string& message) : std::runtime_error{message}, kind_{kind} {}
+    LinkError(Kind kind, const std::string& message)
+        : std::runtime_error{message},
+          kind_{kind} {}
 
     Kind kind() const { return kind_; }
 
@@ -36,7 +38,9 @@ class BrowserLink {
 public:
     /// `number` is this connection's alone; `socket` does not block.
     BrowserLink(Descriptor socket, std::int64_t number, std::int32_t browserPid)
-        : socket_{std::move(socket)}, number_{number}, browserPid_{browserPid} {}
+        : socket_{std::move(socket)},
+          number_{number},
+          browserPid_{browserPid} {}
 
     int descriptor() const { return socket_.get(); }
     std::int64_t number() const { return number_; }

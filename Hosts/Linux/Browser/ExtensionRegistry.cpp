@@ -38,8 +38,8 @@ std::string userHostFile(const std::string& userData) {
 } // namespace
 
 ExtensionRegistry::ExtensionRegistry(Settings settings, BrowserConnections::Settings browsers)
-    : settings_{std::move(settings)}, connections_{std::move(browsers),
-                                                   teller(settings_.postToUI, observers_)} {}
+    : settings_{std::move(settings)},
+      connections_{std::move(browsers), teller(settings_.postToUI, observers_)} {}
 
 std::function<void()> ExtensionRegistry::teller(PostToUI postToUI,
                                                 std::weak_ptr<Observers> observers) {

@@ -15,7 +15,9 @@ using Script::ScriptError;
 
 class BridgedSystem final : public Script::System {
 public:
-    explicit BridgedSystem(BrowserConnections& browsers) : browsers_{browsers} {}
+    BridgedSystem(BrowserConnections& browsers, const SessionRestart& restart)
+        : browsers_{browsers},
+          restart_{restart} {}
 
     Script::Application& application(const std::string& identifier) override {
         const BridgedBrowser* const browser = bridgedBrowser(identifier);
@@ -40,6 +42,9 @@ public:
     }
 
     void sendEvent(const std::string& application, const std::string& code) override {
+        if (application == "loginwindow" && code == "aevtrrst") {
+            return restart();
+        }
         throw ScriptError{Script::notUnderstood,
                           fmt::format("{} got an error: doesn’t understand the “{}” message.",
                                       application, code)};
@@ -50,18 +55,33 @@ public:
     }
 
 private:
+    void restart() {
+        switch (restart_.run()) {
+        case RestartEnd::begun:
+            return;
+        case RestartEnd::cancelled:
+            throw ScriptError{Script::userCancelled, "User canceled."};
+        case RestartEnd::forbidden:
+            throw ScriptError{Script::notAuthorized, "Not authorized to restart this machine."};
+        case RestartEnd::impossible:
+            throw ScriptError{Script::noSuchObject, "Nobody restarts this machine."};
+        }
+    }
+
     BrowserConnections& browsers_;
+    const SessionRestart& restart_;
     std::vector<std::unique_ptr<BridgedApplication>> applications_;
 };
 
 } // namespace
 
-Shell::Output run(const std::vector<std::string>& arguments, BrowserConnections& browsers) {
+Shell::Output run(const std::vector<std::string>& arguments, BrowserConnections& browsers,
+                  const SessionRestart& restart) {
     constexpr std::int32_t statusUsage = 64;
     if (arguments.size() != 2 || arguments.front() != "-e") {
         return {statusUsage, {}, "usage: osascript -e SCRIPT\n"};
     }
-    BridgedSystem system{browsers};
+    BridgedSystem system{browsers, restart};
     return Script::run(system, arguments.back());
 }
 

@@ -12,7 +12,8 @@ namespace {
 
 class Folding {
 public:
-    explicit Folding(std::span<const AppProcess> processes) : processes_{processes} {
+    explicit Folding(std::span<const AppProcess> processes)
+        : processes_{processes} {
         for (const AppProcess& process : processes) {
             byPID_.emplace(process.identity.pid, &process);
         }

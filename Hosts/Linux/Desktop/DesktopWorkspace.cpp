@@ -39,9 +39,10 @@ const DesktopApp* appOfBundle(const DesktopIndex& index, const std::string& bund
 } // namespace
 
 DesktopWorkspace::DesktopWorkspace(Settings settings, PSTool& processes)
-    : settings_{std::move(settings)}, processes_{processes},
-      proc_{std::make_shared<const FolderReader>(settings_.procFolder)}, catalog_{
-                                                                             settings_.places} {}
+    : settings_{std::move(settings)},
+      processes_{processes},
+      proc_{std::make_shared<const FolderReader>(settings_.procFolder)},
+      catalog_{settings_.places} {}
 
 std::vector<std::shared_ptr<RunningApplication>> DesktopWorkspace::runningApplications() {
     std::vector<std::shared_ptr<RunningApplication>> copies;

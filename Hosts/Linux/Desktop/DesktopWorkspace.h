@@ -7,6 +7,7 @@
 #include "Hosts/Linux/Desktop/RunningCopy.h"
 #include "Hosts/Linux/PSTool.h"
 #include "Hosts/Linux/Systemd/PostToUI.h"
+#include "Hosts/Linux/Systemd/SessionRestart.h"
 
 #include <memory>
 #include <mutex>
@@ -34,6 +35,7 @@ public:
     bool openURL(const std::string& url) override;
     std::optional<std::string> applicationPath(const std::string& bundleIdentifier) override;
     void openApplication(const std::string& path) override;
+    bool asksBeforeRestart() override { return SessionRestart::asksFirst(); }
     std::optional<EncodedImage> icon(const std::string& path, int size) override;
     ObserverHandle observeSleep(std::function<void()> willSleep,
                                 std::function<void()> didWake) override;

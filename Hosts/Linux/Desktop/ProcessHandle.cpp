@@ -12,8 +12,9 @@ namespace pacelet::Linux {
 
 ProcessHandle::ProcessHandle(std::shared_ptr<const FolderReader> proc,
                              const ProcessIdentity& identity)
-    : proc_{std::move(proc)}, identity_{identity}, process_{static_cast<int>(::syscall(
-                                                       SYS_pidfd_open, identity.pid, 0))} {
+    : proc_{std::move(proc)},
+      identity_{identity},
+      process_{static_cast<int>(::syscall(SYS_pidfd_open, identity.pid, 0))} {
     // From here on the handle is bound to whatever has the pid: is it still the one that was meant?
     if (process_ && !isStillThere()) {
         process_.reset();

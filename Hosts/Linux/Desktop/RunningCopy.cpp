@@ -8,8 +8,9 @@ namespace pacelet::Linux {
 
 RunningCopy::RunningCopy(AppInstance instance, std::shared_ptr<const FolderReader> proc,
                          WindowCloser closeWindows)
-    : instance_{std::move(instance)}, proc_{std::move(proc)}, closeWindows_{
-                                                                  std::move(closeWindows)} {
+    : instance_{std::move(instance)},
+      proc_{std::move(proc)},
+      closeWindows_{std::move(closeWindows)} {
     leaders_.reserve(instance_.leaders.size());
     for (const ProcessIdentity& leader : instance_.leaders) {
         leaders_.emplace_back(proc_, leader);

@@ -32,7 +32,8 @@ void forEachPackage(std::string_view status, const std::function<void(Package)>&
 class DpkgDatabase {
 public:
     /// `folder` is "/var/lib/dpkg" but in tests.
-    explicit DpkgDatabase(std::string folder) : folder_{std::move(folder)} {}
+    explicit DpkgDatabase(std::string folder)
+        : folder_{std::move(folder)} {}
 
     /// The file that every change of the database replaces.
     std::string statusFile() const { return folder_ + "/status"; }

@@ -74,7 +74,8 @@ std::string usableDescription(const StartFile& file) {
 
 LocalKnowledge::LocalKnowledge(Sources sources, FindOrigins findOrigins)
     : sources_{std::move(sources)},
-      findOrigins_{std::move(findOrigins)}, dpkg_{sources_.dpkgFolder} {}
+      findOrigins_{std::move(findOrigins)},
+      dpkg_{sources_.dpkgFolder} {}
 
 std::vector<std::shared_ptr<const ProgramFacts>>
 LocalKnowledge::about(std::span<const ProgramQuestion> questions) {

@@ -5,7 +5,6 @@
 
 #include <array>
 #include <optional>
-#include <unistd.h>
 
 namespace pacelet::Linux {
 
@@ -38,7 +37,7 @@ void add(LinkCounters& sum, const LinkCounters& more) {
 } // namespace
 
 LinkCounters parseLinkCounters(std::string_view text,
-                               const std::function<bool(const std::string&)>& isDevice) {
+                               const std::function<InterfaceKind(const std::string&)>& kindOf) {
     LinkCounters devices;
     LinkCounters others;
     bool hasDevice = false;
@@ -47,12 +46,13 @@ LinkCounters parseLinkCounters(std::string_view text,
         const auto figures =
             colon == std::string_view::npos ? std::nullopt : parseFigures(line.substr(colon + 1));
         const std::string name{trimmed(line.substr(0, colon))};
-        if (!figures || name == "lo") {
+        const InterfaceKind kind = figures ? kindOf(name) : InterfaceKind::local;
+        if (kind == InterfaceKind::local) {
             return;
         }
-        const bool counts = isDevice(name);
-        hasDevice |= counts;
-        add(counts ? devices : others, *figures);
+        const bool isDevice = kind == InterfaceKind::device;
+        hasDevice |= isDevice;
+        add(isDevice ? devices : others, *figures);
     });
     return hasDevice ? devices : others;
 }
@@ -61,9 +61,8 @@ LinkCounters readLinkCounters(const std::string& procFolder, const std::string& 
     const FolderReader proc{procFolder};
     ReadBuffer buffer;
     return parseLinkCounters(
-        proc.read("thread-self/net/dev", buffer).value_or(""), [&](const std::string& interface) {
-            return ::access((sysFolder + "/class/net/" + interface + "/device").c_str(), F_OK) == 0;
-        });
+        proc.read("thread-self/net/dev", buffer).value_or(""),
+        [&](const std::string& interface) { return interfaceKind(sysFolder, interface); });
 }
 
 } // namespace pacelet::Linux

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Hosts/Linux/Network/InterfaceKind.h"
+
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -20,9 +22,10 @@ struct LinkCounters {
 
 /// Adds up the interfaces of `/proc/net/dev` that are devices. Bridges and tunnels carry over them
 /// what counts there already; only where there is no device at all, as in a container, they count,
-/// but loopback never.
-LinkCounters parseLinkCounters(std::string_view text,
-                               const std::function<bool(const std::string& interface)>& isDevice);
+/// but local ones never.
+LinkCounters
+parseLinkCounters(std::string_view text,
+                  const std::function<InterfaceKind(const std::string& interface)>& kindOf);
 
 /// The network as the calling thread sees it.
 LinkCounters readLinkCounters(const std::string& procFolder, const std::string& sysFolder);

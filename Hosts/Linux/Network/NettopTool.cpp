@@ -14,7 +14,7 @@ constexpr std::int32_t usageError = 64;
 Machine thisMachine(NetlinkSocket& diagnostics, const std::string& procFolder,
                     const std::string& sysFolder) {
     return {[&]() -> std::optional<SocketSample> {
-                auto sockets = readSocketCounters(diagnostics);
+                auto sockets = readSocketCounters(diagnostics, readLocalNetworks(sysFolder));
                 if (!sockets) {
                     return std::nullopt;
                 }

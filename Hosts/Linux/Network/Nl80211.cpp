@@ -132,7 +132,8 @@ int bandOfFrequency(std::uint32_t megahertz) {
     return 0;
 }
 
-Nl80211::Nl80211() : socket_{NETLINK_GENERIC} {
+Nl80211::Nl80211()
+    : socket_{NETLINK_GENERIC} {
     NetlinkRequest request{GENL_ID_CTRL, NLM_F_ACK};
     request.record(genlmsghdr{.cmd = CTRL_CMD_GETFAMILY, .version = 1})
         .attribute(CTRL_ATTR_FAMILY_NAME, std::string{NL80211_GENL_NAME});

@@ -42,7 +42,8 @@ bool waitForEither(int first, int second, int limit) {
 } // namespace
 
 PathFollower::PathFollower(std::string sysFolder)
-    : sysFolder_{std::move(sysFolder)}, wake_{::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)} {}
+    : sysFolder_{std::move(sysFolder)},
+      wake_{::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)} {}
 
 void PathFollower::add(const std::string& queueLabel, std::shared_ptr<PathListener> listener) {
     constexpr std::size_t longestLabel = 15;

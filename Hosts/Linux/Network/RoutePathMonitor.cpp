@@ -7,7 +7,8 @@
 namespace pacelet::Linux {
 
 RoutePathMonitor::RoutePathMonitor(std::shared_ptr<PathFollower> follower)
-    : follower_{std::move(follower)}, listener_{std::make_shared<PathListener>()} {}
+    : follower_{std::move(follower)},
+      listener_{std::make_shared<PathListener>()} {}
 
 RoutePathMonitor::~RoutePathMonitor() {
     cancel();

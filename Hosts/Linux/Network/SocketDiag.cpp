@@ -17,22 +17,23 @@ constexpr std::uint32_t connectionStates =
     1U << 1 | 1U << 4 | 1U << 5 | 1U << 8 | 1U << 9 | 1U << 11;
 
 /// Whether both ends are on this machine: what goes between them never gets onto the network.
-bool staysHere(const inet_diag_msg& head) {
+bool staysHere(const inet_diag_msg& head, const LocalNetworks& local) {
     in6_addr peer{};
     static_assert(sizeof peer == sizeof head.id.idiag_dst);
     std::memcpy(&peer, head.id.idiag_dst, sizeof peer);
+    if (head.idiag_family == AF_INET) {
+        peer = mappedAddress({head.id.idiag_dst[0]});
+    }
     constexpr std::uint8_t loopbackNetwork = 127;
-    const bool isMapped = IN6_IS_ADDR_V4MAPPED(&peer);
-    const bool isLoopback =
-        head.idiag_family == AF_INET6
-            ? IN6_IS_ADDR_LOOPBACK(&peer) || (isMapped && peer.s6_addr[12] == loopbackNetwork)
-            : peer.s6_addr[0] == loopbackNetwork;
-    return isLoopback || std::memcmp(head.id.idiag_src, head.id.idiag_dst, sizeof peer) == 0;
+    const bool isLoopback = IN6_IS_ADDR_LOOPBACK(&peer) ||
+                            (IN6_IS_ADDR_V4MAPPED(&peer) && peer.s6_addr[12] == loopbackNetwork);
+    return isLoopback || local.contains(peer) ||
+           std::memcmp(head.id.idiag_src, head.id.idiag_dst, sizeof peer) == 0;
 }
 
-void parseSocket(Bytes payload, std::vector<SocketCounters>& sockets) {
+void parseSocket(Bytes payload, const LocalNetworks& local, std::vector<SocketCounters>& sockets) {
     const auto head = readRecord<inet_diag_msg>(payload);
-    if (!head || head->idiag_inode == 0 || staysHere(*head)) {
+    if (!head || head->idiag_inode == 0 || staysHere(*head, local)) {
         return;
     }
     SocketCounters counters;
@@ -71,24 +72,26 @@ NetlinkRequest dumpOf(int family) {
 
 } // namespace
 
-void parseSocketCounters(Bytes answer, std::vector<SocketCounters>& sockets) {
+void parseSocketCounters(Bytes answer, const LocalNetworks& local,
+                         std::vector<SocketCounters>& sockets) {
     forEachMessage(answer, [&](const nlmsghdr& header, Bytes payload) {
         if (header.nlmsg_type == SOCK_DIAG_BY_FAMILY) {
-            parseSocket(payload, sockets);
+            parseSocket(payload, local, sockets);
         }
     });
 }
 
-std::optional<std::vector<SocketCounters>> readSocketCounters(NetlinkSocket& diagnostics) {
+std::optional<std::vector<SocketCounters>> readSocketCounters(NetlinkSocket& diagnostics,
+                                                              const LocalNetworks& local) {
     const auto overIPv4 = diagnostics.ask(dumpOf(AF_INET));
     if (!overIPv4) {
         return std::nullopt;
     }
     std::vector<SocketCounters> sockets;
-    parseSocketCounters(*overIPv4, sockets);
+    parseSocketCounters(*overIPv4, local, sockets);
     // A kernel without IPv6 refuses the question, and has no such sockets.
     if (const auto overIPv6 = diagnostics.ask(dumpOf(AF_INET6))) {
-        parseSocketCounters(*overIPv6, sockets);
+        parseSocketCounters(*overIPv6, local, sockets);
     }
     return sockets;
 }

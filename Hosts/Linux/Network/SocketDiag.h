@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Hosts/Linux/Network/LocalNetworks.h"
 #include "Hosts/Linux/Network/NetlinkSocket.h"
 
 #include <cstdint>
@@ -19,11 +20,14 @@ struct SocketCounters {
 };
 
 /// Reads the answer to a dump of sockets. A socket that no process holds any more, whose counters
-/// the kernel does not tell, or whose other end is on this machine, too, is left out.
-void parseSocketCounters(Bytes answer, std::vector<SocketCounters>& sockets);
+/// the kernel does not tell, or whose other end is on this machine, too, or in one of the networks
+/// that end on it, is left out.
+void parseSocketCounters(Bytes answer, const LocalNetworks& local,
+                         std::vector<SocketCounters>& sockets);
 
 /// Asks for all TCP connections of both address families, one after the other. Datagram sockets
 /// are not asked for: the kernel keeps no byte counters of theirs. Nothing when it does not answer.
-std::optional<std::vector<SocketCounters>> readSocketCounters(NetlinkSocket& diagnostics);
+std::optional<std::vector<SocketCounters>> readSocketCounters(NetlinkSocket& diagnostics,
+                                                              const LocalNetworks& local);
 
 } // namespace pacelet::Linux

@@ -19,7 +19,8 @@ constexpr double unknownRate = std::numeric_limits<double>::infinity();
 class ConfiguredInterface final : public WiFiInterface {
 public:
     ConfiguredInterface(std::unique_ptr<Nl80211> service, WirelessInterface interface)
-        : service_{std::move(service)}, interface_{std::move(interface)} {}
+        : service_{std::move(service)},
+          interface_{std::move(interface)} {}
 
     std::int64_t rssiValue() override { return station().signalDBm.value_or(0); }
     std::int64_t noiseMeasurement() override {
@@ -48,7 +49,8 @@ std::vector<WirelessRow> readWirelessTable() {
 /// An interface of an old driver, which tells neither channel nor rate here.
 class TabledInterface final : public WiFiInterface {
 public:
-    explicit TabledInterface(std::string name) : name_{std::move(name)} {}
+    explicit TabledInterface(std::string name)
+        : name_{std::move(name)} {}
 
     std::int64_t rssiValue() override { return row().signalDBm; }
     std::int64_t noiseMeasurement() override { return row().noiseDBm; }

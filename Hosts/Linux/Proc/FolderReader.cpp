@@ -22,9 +22,10 @@ ssize_t readRetrying(int descriptor, char* into, std::size_t room, std::size_t p
     return count;
 }
 
-} // namespace
+enum class Delivery { whole, inPieces };
 
-std::optional<std::string_view> readWhole(const Descriptor& file, ReadBuffer& buffer) {
+std::optional<std::string_view> readFrom(const Descriptor& file, Delivery delivery,
+                                         ReadBuffer& buffer) {
     std::size_t filled = 0;
     for (;;) {
         if (buffer.size() - filled < firstRoom) {
@@ -37,10 +38,16 @@ std::optional<std::string_view> readWhole(const Descriptor& file, ReadBuffer& bu
         }
         filled += static_cast<std::size_t>(count);
         // The kernel hands its own files over in one piece: a read that leaves room was the last.
-        if (static_cast<std::size_t>(count) < room) {
+        if (count == 0 || (delivery == Delivery::whole && static_cast<std::size_t>(count) < room)) {
             return std::string_view{buffer.data(), filled};
         }
     }
+}
+
+} // namespace
+
+std::optional<std::string_view> readWhole(const Descriptor& file, ReadBuffer& buffer) {
+    return readFrom(file, Delivery::whole, buffer);
 }
 
 FolderReader::FolderReader(const std::string& folder)
@@ -55,6 +62,12 @@ std::optional<std::string_view> FolderReader::read(const char* path, ReadBuffer&
     return file ? readWhole(file, buffer) : std::nullopt;
 }
 
+std::optional<std::string_view> FolderReader::readPieces(const char* path,
+                                                         ReadBuffer& buffer) const {
+    const Descriptor file = open(path, O_RDONLY);
+    return file ? readFrom(file, Delivery::inPieces, buffer) : std::nullopt;
+}
+
 std::optional<std::string_view> FolderReader::readLink(const char* path, ReadBuffer& buffer) const {
     if (buffer.size() < firstRoom) {
         buffer.resize(firstRoom);
@@ -64,6 +77,11 @@ std::optional<std::string_view> FolderReader::readLink(const char* path, ReadBuf
         return std::nullopt;
     }
     return std::string_view{buffer.data(), static_cast<std::size_t>(length)};
+}
+
+std::optional<struct stat> FolderReader::target(const char* path) const {
+    struct stat facts {};
+    return ::fstatat(folder_.get(), path, &facts, 0) == 0 ? std::optional{facts} : std::nullopt;
 }
 
 template<typename Visitor>

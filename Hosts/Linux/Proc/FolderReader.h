@@ -7,6 +7,8 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <sys/stat.h>
+#include <utility>
 #include <vector>
 
 namespace pacelet::Linux {
@@ -25,6 +27,8 @@ std::optional<std::string_view> readWhole(const Descriptor& file, ReadBuffer& bu
 class FolderReader {
 public:
     explicit FolderReader(const std::string& folder);
+    explicit FolderReader(Descriptor folder)
+        : folder_{std::move(folder)} {}
 
     bool isOpen() const { return static_cast<bool>(folder_); }
 
@@ -34,8 +38,14 @@ public:
     /// The whole file, as a view into `buffer`; nothing when it is missing or may not be read.
     std::optional<std::string_view> read(const char* path, ReadBuffer& buffer) const;
 
+    /// The same of a file that the kernel hands over in pieces, as it does those that grow long.
+    std::optional<std::string_view> readPieces(const char* path, ReadBuffer& buffer) const;
+
     /// Where a symbolic link points, as a view into `buffer`; nothing when that may not be known.
     std::optional<std::string_view> readLink(const char* path, ReadBuffer& buffer) const;
+
+    /// What `path` leads to in the end; nothing when that may not be known.
+    std::optional<struct stat> target(const char* path) const;
 
     /// Puts the entries that are plain decimal numbers into `numbers`, in the order of the folder.
     void listNumbers(std::vector<std::int32_t>& numbers, ReadBuffer& buffer);

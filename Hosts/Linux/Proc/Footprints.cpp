@@ -1,6 +1,8 @@
 #include "Hosts/Linux/Proc/Footprints.h"
 
+#include "Hosts/Linux/Proc/HeldMemory.h"
 #include "Hosts/Linux/Proc/KeyedFigures.h"
+#include "Hosts/Linux/Proc/MemoryInfo.h"
 #include "Hosts/Linux/Proc/ProcPath.h"
 
 #include <algorithm>
@@ -25,6 +27,7 @@ constexpr std::int64_t leastMove = 16 << 20;
 /// The worker rests so many times as long as a sample took; longer until the next of the same.
 constexpr double restAfterSample = 4;
 constexpr double restBetweenSamplesOfOne = 200;
+constexpr double restBetweenLooksForHeld = 2000; ///< they go through every process
 
 /// Longer than the longest time between two ticks.
 constexpr Seconds unaskedAge{150};
@@ -73,24 +76,73 @@ std::optional<std::int64_t> Footprints::of(std::int32_t pid) {
     const std::int64_t alone = now->anonymous + now->swapped;
     const Seconds uptime = clock_.monotonicNow().time_since_epoch();
     const std::lock_guard lock{mutex_};
+    if (mayHoldMore(uptime)) {
+        mustLookForHeld_ = true;
+        wakeWorker();
+    }
+    const std::int64_t held = heldBy(pid);
     const auto found = samples_.find(pid);
     if (found == samples_.end()) {
         if (now->total() >= largeBytes) {
             wish(pid, now->total());
         }
-        return alone;
+        return alone + held;
     }
     Sample& sample = found->second;
     sample.lastAsked = uptime;
     // The folder belongs to the process that was sampled, whoever has its number now.
     if (::faccessat(sample.folder.get(), "status", F_OK, 0) != 0) {
         samples_.erase(found);
-        return alone;
+        return alone + held;
     }
     if (isDue(sample, *now, uptime)) {
         wish(pid, now->total());
     }
-    return std::max<std::int64_t>(0, sample.bytes + now->total() - sample.then.total());
+    return std::max<std::int64_t>(0, sample.bytes + now->total() - sample.then.total()) + held;
+}
+
+bool Footprints::mayHoldMore(Seconds uptime) {
+    if (sharedReadAt_ > Seconds::zero() && uptime - sharedReadAt_ < leastAge) {
+        return false;
+    }
+    sharedReadAt_ = uptime;
+    thread_local ReadBuffer buffer;
+    const auto text = proc_.read("meminfo", buffer);
+    const std::int64_t shared = text ? parseMemoryInfo(*text).shared.value_or(0) : 0;
+    const Seconds age = uptime - heldLookAt_;
+    const bool hasMoved = std::abs(shared - sharedThen_) >= leastMove;
+    const bool isOld = age >= usualAge && shared >= largeBytes;
+    if (!(hasMoved || isOld) || age < heldCost_ * restBetweenLooksForHeld) {
+        return false;
+    }
+    sharedThen_ = shared;
+    heldLookAt_ = uptime;
+    return true;
+}
+
+std::int64_t Footprints::heldBy(std::int32_t pid) {
+    const auto found = held_.find(pid);
+    if (found == held_.end()) {
+        return 0;
+    }
+    if (::faccessat(found->second.folder.get(), "status", F_OK, 0) != 0) {
+        held_.erase(found);
+        return 0;
+    }
+    return found->second.bytes;
+}
+
+void Footprints::lookForHeld() {
+    const Seconds begin = threadTime();
+    std::unordered_map<std::int32_t, Held> held;
+    for (const auto& [pid, bytes] : readHeldMemory(proc_, largeBytes)) {
+        held.insert_or_assign(pid,
+                              Held{proc_.open(ProcPath{pid}.text(), O_PATH | O_DIRECTORY), bytes});
+    }
+    const Seconds cost = threadTime() - begin;
+    const std::lock_guard lock{mutex_};
+    held_ = std::move(held);
+    heldCost_ = cost;
 }
 
 bool Footprints::isDue(const Sample& sample, const ProcessMemory& now, Seconds uptime) {
@@ -107,6 +159,10 @@ void Footprints::wish(std::int32_t pid, std::int64_t bytes) {
         return;
     }
     wishes_.insert_or_assign(pid, bytes);
+    wakeWorker();
+}
+
+void Footprints::wakeWorker() {
     if (!worker_.joinable()) {
         worker_ = std::thread{[this] { work(); }};
     }
@@ -116,9 +172,15 @@ void Footprints::wish(std::int32_t pid, std::int64_t bytes) {
 void Footprints::work() {
     std::unique_lock lock{mutex_};
     while (true) {
-        changed_.wait(lock, [this] { return isEnding_ || !wishes_.empty(); });
+        changed_.wait(lock, [this] { return isEnding_ || mustLookForHeld_ || !wishes_.empty(); });
         if (isEnding_) {
             return;
+        }
+        if (std::exchange(mustLookForHeld_, false)) {
+            lock.unlock();
+            lookForHeld();
+            lock.lock();
+            continue;
         }
         const auto largest = std::ranges::max_element(
             wishes_, {}, &std::pair<const std::int32_t, std::int64_t>::second);

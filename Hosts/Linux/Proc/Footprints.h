@@ -19,11 +19,14 @@ namespace pacelet::Linux {
 /// the pages of a large process are shared is therefore sampled now and then, by a thread of its
 /// own since the kernel goes through all of them for it; between two samples the cheap counters
 /// tell what has changed. Small processes count as the cheap counters have them, without shared
-/// mappings. Safe from any thread.
+/// mappings. When the machine's shared memory has moved, the same thread looks for files in memory
+/// that are held without being mapped. Safe from any thread.
 class Footprints {
 public:
     /// Both must outlive it.
-    Footprints(const FolderReader& proc, Clock& clock) : proc_{proc}, clock_{clock} {}
+    Footprints(const FolderReader& proc, Clock& clock)
+        : proc_{proc},
+          clock_{clock} {}
     Footprints(const Footprints&) = delete;
     Footprints& operator=(const Footprints&) = delete;
     ~Footprints();
@@ -47,8 +50,18 @@ private:
         bool isDoubtful = false; ///< a child turned up that has pages in common with it
     };
 
+    /// What a process has in files that nobody has mapped.
+    struct Held {
+        Descriptor folder; ///< of the process, which it names for good
+        std::int64_t bytes = 0;
+    };
+
+    bool mayHoldMore(Seconds uptime);
+    std::int64_t heldBy(std::int32_t pid);
+    void lookForHeld();
     static bool isDue(const Sample& sample, const ProcessMemory& now, Seconds uptime);
     void wish(std::int32_t pid, std::int64_t bytes);
+    void wakeWorker();
     void work();
     void keep(std::int32_t pid, Sample sample);
     std::optional<Sample> take(std::int32_t pid) const;
@@ -60,6 +73,12 @@ private:
     std::condition_variable changed_;
     std::unordered_map<std::int32_t, Sample> samples_;
     std::unordered_map<std::int32_t, std::int64_t> wishes_; ///< sizes of those to be sampled
+    std::unordered_map<std::int32_t, Held> held_;
+    std::int64_t sharedThen_ = 0; ///< of the machine, when it was last looked who holds it
+    Seconds heldLookAt_{};        ///< uptime of that
+    Seconds heldCost_{};          ///< processor time that it took
+    Seconds sharedReadAt_{};      ///< uptime
+    bool mustLookForHeld_ = false;
     bool isEnding_ = false;
     std::thread worker_; ///< from the first wish on
 };

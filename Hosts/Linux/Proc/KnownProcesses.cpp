@@ -54,7 +54,8 @@ std::string_view programOfCommandLine(std::string_view commandLine) {
 } // namespace
 
 KnownProcesses::KnownProcesses(const FolderReader& proc, DesktopCatalog& apps)
-    : proc_{proc}, apps_{apps} {
+    : proc_{proc},
+      apps_{apps} {
     // Where all are in the container that we are in, it tells nothing.
     if (const auto box = boxedApp({}, proc_.read("self/cgroup", buffer_).value_or(""))) {
         ownContainer_ = box->app.id;

@@ -26,7 +26,9 @@ std::int64_t hundredths(std::uint64_t ticks, std::uint64_t ticksPerSecond) {
 } // namespace
 
 LiveProcesses::LiveProcesses(const std::string& procFolder, DesktopPlaces places)
-    : proc_{procFolder}, apps_{std::move(places)}, known_{proc_, apps_},
+    : proc_{procFolder},
+      apps_{std::move(places)},
+      known_{proc_, apps_},
       ticksPerSecond_{static_cast<std::uint64_t>(std::max(1L, ::sysconf(_SC_CLK_TCK)))},
       kilobytesPerPage_{std::max<std::int64_t>(1, ::sysconf(_SC_PAGESIZE) / 1024)},
       processors_{static_cast<double>(std::max(1L, ::sysconf(_SC_NPROCESSORS_ONLN)))} {}
@@ -59,6 +61,8 @@ void LiveProcesses::readRow(std::int32_t pid, Seconds uptime) {
     if (!stat || stat->pid != pid) {
         return;
     }
+    // The kernel tells a start in whole ticks: one right after the last look may seem to be before.
+    constexpr Seconds startPrecision{0.02};
     ProcessRow& row = rows_.emplace_back();
     row.pid = pid;
     row.ppid = stat->ppid;
@@ -76,7 +80,7 @@ void LiveProcesses::readRow(std::int32_t pid, Seconds uptime) {
                        hundredths(stat->systemTime, ticksPerSecond_),
                    hundredths(stat->reapedUserTime, ticksPerSecond_) +
                        hundredths(stat->reapedSystemTime, ticksPerSecond_),
-                   row.age <= sinceLast_);
+                   row.age <= sinceLast_ + startPrecision);
 }
 
 void LiveProcesses::countTime() {

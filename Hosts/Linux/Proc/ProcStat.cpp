@@ -12,7 +12,9 @@ constexpr std::uint32_t kernelThreadFlag = 0x00200000;
 /// The fields behind the name, one after the other. The first bad one spoils all that follow.
 class Fields {
 public:
-    explicit Fields(std::string_view text) : at_{text.data()}, end_{text.data() + text.size()} {}
+    explicit Fields(std::string_view text)
+        : at_{text.data()},
+          end_{text.data() + text.size()} {}
 
     std::string_view next() {
         while (at_ != end_ && isSpace(*at_)) {

@@ -16,7 +16,10 @@ constexpr std::int64_t smallestLoad = 1'000'000;
 } // namespace
 
 Load::Load(TransferLoop& loop, std::string url, Direction direction, SentBytes& sent)
-    : loop_{loop}, url_{std::move(url)}, direction_{direction}, sent_{sent} {}
+    : loop_{loop},
+      url_{std::move(url)},
+      direction_{direction},
+      sent_{sent} {}
 
 void Load::add() {
     if (transfers_.size() < mostConnections) {

@@ -70,7 +70,8 @@ SpeedFigures measureWithoutSignals(const SpeedServer& server, Seconds limit,
 
 } // namespace
 
-NetworkQualityTool::NetworkQualityTool(SpeedServer server) : server_{std::move(server)} {}
+NetworkQualityTool::NetworkQualityTool(SpeedServer server)
+    : server_{std::move(server)} {}
 
 Shell::Output NetworkQualityTool::run(const std::vector<std::string>& arguments) {
     const auto limit = timeLimit(arguments);

@@ -11,7 +11,9 @@ constexpr std::int64_t largestAnswer = std::int64_t{64} * 1024;
 
 } // namespace
 
-Probes::Probes(TransferLoop& loop, std::string url) : loop_{loop}, url_{std::move(url)} {}
+Probes::Probes(TransferLoop& loop, std::string url)
+    : loop_{loop},
+      url_{std::move(url)} {}
 
 void Probes::sendSeparate() {
     send(separate_, ConnectionUse::separate);

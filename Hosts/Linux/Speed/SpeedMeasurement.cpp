@@ -88,9 +88,8 @@ public:
         : loop_{test.server, test.files.endpoint, deadline, test.stopped},
           load_{loop_, direction == Load::Direction::upload ? test.files.upload : test.files.large,
                 direction, sent_},
-          probes_{loop_, test.files.small}, mostBytes_{direction == Load::Direction::upload
-                                                           ? mostUploaded
-                                                           : mostDownloaded} {}
+          probes_{loop_, test.files.small},
+          mostBytes_{direction == Load::Direction::upload ? mostUploaded : mostDownloaded} {}
 
     DirectionFigures measure() {
         load_.add();

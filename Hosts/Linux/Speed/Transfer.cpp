@@ -60,14 +60,16 @@ void SentBytes::closed(int socket) {
     }
 }
 
-Transfer::Transfer(TransferLoop& loop, const std::string& url, ConnectionUse use) : loop_{loop} {
+Transfer::Transfer(TransferLoop& loop, const std::string& url, ConnectionUse use)
+    : loop_{loop} {
     prepare(url, use);
     set(CURLOPT_WRITEFUNCTION, &Transfer::take);
     set(CURLOPT_WRITEDATA, this);
     start();
 }
 
-Transfer::Transfer(TransferLoop& loop, const std::string& url, SentBytes& sent) : loop_{loop} {
+Transfer::Transfer(TransferLoop& loop, const std::string& url, SentBytes& sent)
+    : loop_{loop} {
     prepare(url, ConnectionUse::loading);
     set(CURLOPT_UPLOAD, 1L);
     set(CURLOPT_CUSTOMREQUEST, "POST");

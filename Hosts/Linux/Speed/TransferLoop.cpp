@@ -44,7 +44,10 @@ MonotonicTime steadyNow() {
 
 TransferLoop::TransferLoop(const SpeedServer& server, const std::string& endpoint,
                            MonotonicTime deadline, const std::atomic<bool>& stopped)
-    : server_{server}, deadline_{deadline}, stopped_{stopped}, multi_{newMulti()} {
+    : server_{server},
+      deadline_{deadline},
+      stopped_{stopped},
+      multi_{newMulti()} {
     if (!endpoint.empty()) {
         connectTo_.reset(curl_slist_append(nullptr, ("::" + endpoint + ':').c_str()));
     }

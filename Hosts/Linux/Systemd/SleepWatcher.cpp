@@ -52,9 +52,10 @@ Descriptor takeDelay(sd_bus* bus) {
 
 SleepWatcher::SleepWatcher(PostToUI postToUI, std::function<void()> willSleep,
                            std::function<void()> didWake)
-    : postToUI_{std::move(postToUI)}, observer_{std::make_shared<Observer>(
-                                          Observer{std::move(willSleep), std::move(didWake)})},
-      posted_{observer_}, stop_{::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)} {
+    : postToUI_{std::move(postToUI)},
+      observer_{std::make_shared<Observer>(Observer{std::move(willSleep), std::move(didWake)})},
+      posted_{observer_},
+      stop_{::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)} {
     if (stop_ && postToUI_) {
         try {
             thread_ = std::thread{[this] { listen(); }};

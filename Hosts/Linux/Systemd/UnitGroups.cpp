@@ -47,7 +47,8 @@ void addProcesses(const std::string& group, std::vector<std::int32_t>& pids, int
 
 class GroupTree {
 public:
-    explicit GroupTree(const std::string& procFolder) : proc_{procFolder} {}
+    explicit GroupTree(const std::string& procFolder)
+        : proc_{procFolder} {}
 
     /// Adds the services in `slice` and in the slices in it.
     void addServices(const std::string& slice, int depth = 0) {

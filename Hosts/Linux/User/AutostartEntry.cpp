@@ -64,7 +64,7 @@ std::string autostartText(std::string_view program) {
            "Comment=Tells why this machine is slow\n"
            "Exec=" +
            quotedWord(program) +
-           "\n"
+           " --hidden\n"
            "Icon=app.pacelet.Pacelet\n"
            "Terminal=false\n"
            "X-GNOME-Autostart-enabled=true\n";
@@ -80,8 +80,8 @@ LoginItemStatus autostartStatus(std::string_view text, std::string_view program)
 }
 
 AutostartEntry::AutostartEntry(const std::string& configFolder, std::string program)
-    : path_{joinedPath(configFolder, "autostart/app.pacelet.Pacelet.desktop")}, program_{std::move(
-                                                                                    program)} {}
+    : path_{joinedPath(configFolder, "autostart/app.pacelet.Pacelet.desktop")},
+      program_{std::move(program)} {}
 
 bool AutostartEntry::registerProgram() {
     return !program_.empty() && !replaceFile(path_, autostartText(program_), Outlives::crash);

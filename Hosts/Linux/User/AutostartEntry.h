@@ -7,7 +7,8 @@
 
 namespace pacelet::Linux {
 
-/// The text of an entry by which a desktop starts `program`, an absolute path, at login.
+/// The text of an entry by which a desktop starts `program`, an absolute path, at login: in its
+/// tray, without a window.
 std::string autostartText(std::string_view program);
 
 /// What such an entry's text says: enabled; `requiresApproval` when the user switched it off in the

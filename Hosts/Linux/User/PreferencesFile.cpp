@@ -74,10 +74,11 @@ struct PreferencesFile::Observers {
 };
 
 PreferencesFile::PreferencesFile(std::string path, Log& log, PostToUI postToUI)
-    : path_{std::move(path)}, log_{log}, postToUI_{std::move(postToUI)},
-      observers_{std::make_shared<Observers>()}, writer_{[this](const std::string& contents) {
-          stored(store(contents));
-      }} {
+    : path_{std::move(path)},
+      log_{log},
+      postToUI_{std::move(postToUI)},
+      observers_{std::make_shared<Observers>()},
+      writer_{[this](const std::string& contents) { stored(store(contents)); }} {
     read();
 }
 

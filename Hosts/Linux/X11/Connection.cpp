@@ -41,8 +41,8 @@ void Connection::synchronize() const {
 
 PropertyQuestion::PropertyQuestion(const Connection& connection, xcb_window_t window,
                                    xcb_atom_t property, xcb_atom_t type)
-    : connection_{connection.get()}, cookie_{xcb_get_property(connection_, 0, window, property,
-                                                              type, 0, mostPropertyUnits)} {}
+    : connection_{connection.get()},
+      cookie_{xcb_get_property(connection_, 0, window, property, type, 0, mostPropertyUnits)} {}
 
 Reply<xcb_get_property_reply_t> PropertyQuestion::answer(std::uint8_t format) const {
     auto reply = replyTo(connection_, cookie_, xcb_get_property_reply);

@@ -59,11 +59,15 @@ struct Questions {
 class WindowReader {
 public:
     explicit WindowReader(const Connection& connection)
-        : connection_{connection}, pid_{connection.atom("_NET_WM_PID")},
-          type_{connection.atom("_NET_WM_WINDOW_TYPE")}, state_{connection.atom("_NET_WM_STATE")},
+        : connection_{connection},
+          pid_{connection.atom("_NET_WM_PID")},
+          type_{connection.atom("_NET_WM_WINDOW_TYPE")},
+          state_{connection.atom("_NET_WM_STATE")},
           hidden_{connection.atom("_NET_WM_STATE_HIDDEN")},
-          desktop_{connection.atom("_NET_WM_DESKTOP")}, protocols_{connection.atom("WM_PROTOCOLS")},
-          deleteWindow_{connection.atom("WM_DELETE_WINDOW")}, host_{hostName()} {
+          desktop_{connection.atom("_NET_WM_DESKTOP")},
+          protocols_{connection.atom("WM_PROTOCOLS")},
+          deleteWindow_{connection.atom("WM_DELETE_WINDOW")},
+          host_{hostName()} {
         for (std::size_t at = 0; at < layers.size(); ++at) {
             typeAtoms_[at] = connection.atom(layers[at].type);
         }

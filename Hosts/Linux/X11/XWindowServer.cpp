@@ -27,7 +27,8 @@ std::optional<std::vector<Display>> displaysOf(const std::string& name) {
 } // namespace
 
 XWindowServer::XWindowServer(std::string display, NamesByPID applicationNames)
-    : display_{std::move(display)}, applicationNames_{std::move(applicationNames)} {}
+    : display_{std::move(display)},
+      applicationNames_{std::move(applicationNames)} {}
 
 std::optional<std::vector<WindowDictionary>> XWindowServer::windowInfo() {
     const Connection connection{display_};

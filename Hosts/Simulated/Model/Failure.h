@@ -3,7 +3,6 @@
 #include "Core/Support/Time.h"
 
 #include <cstdint>
-#include <ranges>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -86,8 +85,9 @@ public:
     /// The one of this kind that was added last and for which `matches` holds, or null.
     template<typename Kind, typename Matches>
     const Kind* find(Matches&& matches) const {
-        for (const auto& failure : all_ | std::views::reverse) {
-            const Kind* const candidate = std::get_if<Kind>(&failure);
+        // NOLINTNEXTLINE(modernize-loop-convert): one of our compilers has no reversed views
+        for (auto failure = all_.rbegin(); failure != all_.rend(); ++failure) {
+            const Kind* const candidate = std::get_if<Kind>(&*failure);
             if (candidate != nullptr && matches(*candidate)) {
                 return candidate;
             }

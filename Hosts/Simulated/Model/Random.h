@@ -8,7 +8,8 @@ namespace pacelet::Simulated {
 /// A sequence of numbers that depends on its seed alone, on every compiler and library alike.
 class Random {
 public:
-    explicit Random(std::uint64_t seed) : state_{seed} {}
+    explicit Random(std::uint64_t seed)
+        : state_{seed} {}
 
     std::uint64_t next() {
         state_ += 0x9e3779b97f4a7c15U;

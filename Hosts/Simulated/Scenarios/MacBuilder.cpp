@@ -41,7 +41,8 @@ void replaceWorker(World& world, std::int32_t pid, Seconds lifetime) {
 
 } // namespace
 
-MacBuilder::MacBuilder(std::uint64_t seed) : random_{seed} {
+MacBuilder::MacBuilder(std::uint64_t seed)
+    : random_{seed} {
     world_.seed = seed;
 }
 

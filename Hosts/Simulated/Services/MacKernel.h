@@ -7,7 +7,8 @@ namespace pacelet::Simulated {
 
 class MacKernel : public Kernel {
 public:
-    explicit MacKernel(Machine& machine) : machine_{machine} {}
+    explicit MacKernel(Machine& machine)
+        : machine_{machine} {}
 
     std::optional<std::size_t> sysctlbyname(std::string_view name,
                                             std::span<std::byte> record) override;

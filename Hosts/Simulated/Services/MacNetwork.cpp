@@ -52,7 +52,8 @@ namespace {
 
 class MacWiFi : public WiFiInterface {
 public:
-    explicit MacWiFi(Machine& machine) : machine_{machine} {}
+    explicit MacWiFi(Machine& machine)
+        : machine_{machine} {}
 
     std::int64_t rssiValue() override { return now().rssi; }
     std::int64_t noiseMeasurement() override { return now().noise; }
@@ -69,7 +70,8 @@ private:
 class MacPathMonitor : public PathMonitor {
 public:
     MacPathMonitor(Machine& machine, std::shared_ptr<PathUpdates> updates)
-        : machine_{machine}, updates_{std::move(updates)} {}
+        : machine_{machine},
+          updates_{std::move(updates)} {}
     ~MacPathMonitor() override { updates_->remove(this); }
 
     void start(const std::string&, PathUpdate update) override {
@@ -90,7 +92,8 @@ private:
 } // namespace
 
 MacNetwork::MacNetwork(Machine& machine)
-    : machine_{machine}, updates_{std::make_shared<PathUpdates>()} {}
+    : machine_{machine},
+      updates_{std::make_shared<PathUpdates>()} {}
 
 std::unique_ptr<WiFiInterface> MacNetwork::wifiInterface() {
     if (!machine_.lock()->network.wifi) {

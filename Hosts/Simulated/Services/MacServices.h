@@ -10,7 +10,8 @@ namespace pacelet::Simulated {
 
 class MacWindowServer : public WindowServer {
 public:
-    explicit MacWindowServer(Machine& machine) : machine_{machine} {}
+    explicit MacWindowServer(Machine& machine)
+        : machine_{machine} {}
 
     std::optional<std::vector<WindowDictionary>> windowInfo() override;
     std::optional<std::vector<std::uint32_t>> activeDisplays(std::size_t maximum) override;
@@ -23,7 +24,8 @@ private:
 
 class MacLoginItems : public LoginItems {
 public:
-    explicit MacLoginItems(Machine& machine) : machine_{machine} {}
+    explicit MacLoginItems(Machine& machine)
+        : machine_{machine} {}
 
     bool registerProgram() override { return set(LoginItemStatus::enabled); }
     bool unregisterProgram() override { return set(LoginItemStatus::notRegistered); }
@@ -38,7 +40,8 @@ private:
 /// Preferences that live as long as the machine.
 class MacPreferences : public Preferences {
 public:
-    explicit MacPreferences(Machine& machine) : machine_{machine} {}
+    explicit MacPreferences(Machine& machine)
+        : machine_{machine} {}
 
     std::optional<bool> boolean(std::string_view key) override;
     void setBoolean(std::string_view key, bool value) override;
@@ -55,7 +58,8 @@ private:
 /// Keeps the messages in the machine's records, the latest thousand of them.
 class MacLog : public Log {
 public:
-    explicit MacLog(Machine& machine) : machine_{machine} {}
+    explicit MacLog(Machine& machine)
+        : machine_{machine} {}
 
     void write(LogLevel level, std::string_view subsystem, std::string_view category,
                std::string_view message) override;

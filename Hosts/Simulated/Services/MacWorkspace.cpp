@@ -13,7 +13,9 @@ namespace {
 class AppHandle : public RunningApplication {
 public:
     AppHandle(Machine& machine, const RunningApp& app)
-        : machine_{machine}, number_{app.number}, bundle_{app.bundle} {}
+        : machine_{machine},
+          number_{app.number},
+          bundle_{app.bundle} {}
 
     std::optional<std::string> bundlePath() const override { return bundle_.path; }
     std::optional<std::string> bundleIdentifier() const override {

@@ -9,7 +9,8 @@ namespace pacelet::Simulated {
 
 class MacWorkspace : public Workspace {
 public:
-    explicit MacWorkspace(Machine& machine) : machine_{machine} {}
+    explicit MacWorkspace(Machine& machine)
+        : machine_{machine} {}
 
     std::vector<std::shared_ptr<RunningApplication>> runningApplications() override;
     bool isRunning(const std::string& bundleIdentifier) override;

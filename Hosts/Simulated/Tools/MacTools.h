@@ -16,7 +16,8 @@ using ToolTiming = std::function<void(Seconds)>;
 /// tells of the moment at which the tool ends.
 class MacTools : public ToolRunner {
 public:
-    explicit MacTools(Machine& machine) : machine_{machine} {}
+    explicit MacTools(Machine& machine)
+        : machine_{machine} {}
 
     Shell::Output run(const std::string& executable,
                       const std::vector<std::string>& arguments) override;

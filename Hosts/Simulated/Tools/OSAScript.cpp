@@ -38,7 +38,8 @@ void rebuildIndex(World& world) {
 /// A simulated browser as a script sees it.
 class ScriptedBrowser final : public Script::Application {
 public:
-    explicit ScriptedBrowser(Browser& browser) : browser_{browser} {}
+    explicit ScriptedBrowser(Browser& browser)
+        : browser_{browser} {}
 
     std::string name() override { return browser_.name; }
     std::size_t windowCount() override { return browser_.windows.size(); }
@@ -73,7 +74,8 @@ private:
 class ScriptedMac final : public Script::System {
 public:
     ScriptedMac(World& world, std::size_t scriptLength)
-        : world_{world}, scriptLength_{scriptLength} {}
+        : world_{world},
+          scriptLength_{scriptLength} {}
 
     void begin() override {
         const auto any = [](const auto&) { return true; };

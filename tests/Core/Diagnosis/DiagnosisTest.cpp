@@ -217,6 +217,44 @@ TEST(Diagnosis, FiresFromItsThresholdsOnAndRanks) {
     EXPECT_DEATH(broken.run(), "the uptime is out of range");
 }
 
+TEST(Diagnosis, OffersNothingThatDoesNotWorkAndSaysWhatDoes) {
+    Machine machine;
+    machine.disk(10, 1000);
+    machine.lowPowerMode = true;
+    machine.stuckApp = "Notes";
+    machine.running = {app("Indexer", 90)};
+    machine.groups = machine.running;
+    const HostAbilities none{
+        .missingPanes = {SettingsPane::battery, SettingsPane::wifi},
+        .freesSpace = false,
+        .rebuildsIndex = false,
+        .restarts = false,
+    };
+    const auto told = [&](const HostAbilities& abilities) {
+        const DiagnosisResult result =
+            Diagnosis::run(machine, catalog.on(OperatingSystem::linuxDesktop, abilities));
+        std::string text;
+        for (const Finding& finding : result.findings) {
+            text += finding.detail() + " [" +
+                    (finding.primaryFix() ? std::string{rawValue(*finding.primaryFix())} : "") +
+                    "]\n";
+        }
+        return text;
+    };
+    EXPECT_EQ(told({}),
+              "Some apps can't be closed once they're stuck. A restart clears them. [restartMac]\n"
+              "Only 9.31 GB free. Linux slows down when space runs low. [openTidyvault]\n"
+              "It indexes. [rebuildSpotlightIndex]\n"
+              "Turn it off in Power settings when you need full speed. [openBatterySettings]\n");
+    EXPECT_EQ(told(none),
+              "Some apps can't be closed once they're stuck. A restart clears them. Choose Restart "
+              "in the menu of your desktop. []\n"
+              "Only 9.31 GB free. Linux slows down when space runs low. Empty the trash and remove "
+              "what you no longer need. []\n"
+              "It indexes. [quitApp]\n"
+              "Switch to a balanced power profile when you need full speed. []\n");
+}
+
 TEST(Diagnosis, TellsBrowsersByTheirBundleName) {
     EXPECT_TRUE(Diagnosis::isBrowser(app("Google Chrome", 0)));
     EXPECT_FALSE(Diagnosis::isBrowser(app("My Google Chrome", 0)));

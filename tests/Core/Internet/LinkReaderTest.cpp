@@ -32,7 +32,8 @@ struct Radio {
 
 class FakeInterface final : public WiFiInterface {
 public:
-    explicit FakeInterface(Radio radio) : radio_{std::move(radio)} {}
+    explicit FakeInterface(Radio radio)
+        : radio_{std::move(radio)} {}
 
     std::int64_t rssiValue() override {
         return radio_.rssi[std::min(calls_++, radio_.rssi.size() - 1)];

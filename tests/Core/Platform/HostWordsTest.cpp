@@ -22,7 +22,7 @@ TEST(HostWords, AreTrueOfTheMachine) {
          "Shared by all computers, and your computer's own"},
         {"Mac", "computer"},
         {"Macaulay runs MacDown, iMac and Mac_OS on a MacBook", ""},
-        {"L\u00e9Mac\u00e9 kernel_task holds back", ""},
+        {"L\u00e9Mac\u00e9 my_kernel_task holds back", ""},
         {"", ""},
     };
     for (const auto& [written, onLinux] : sentences) {

@@ -148,6 +148,29 @@ TEST_F(UsageStores, PruneByNameAndStopAtTheFirstFailure) {
     EXPECT_THAT(namesIn(folder.path()), ElementsAre("usage-2020.txt"));
 }
 
+TEST_F(UsageStores, AreForTheirOwnerAlone) {
+    namespace fs = std::filesystem;
+    const auto others = [&](const fs::path& path) {
+        return (fs::status(folder.path() / path).permissions() &
+                (fs::perms::group_all | fs::perms::others_all)) != fs::perms::none;
+    };
+    const UsageStore deep{folder.path() / "shared" / "own"};
+    const auto now = day(2026, 3, 6);
+    deep.append(minuteAt(now));
+    EXPECT_FALSE(others("shared/own") || others("shared/own/usage-2026-03-06.jsonl"));
+    // Those of earlier days, before anybody thought of it.
+    folder.write("shared/own/usage-2026-03-05.jsonl", "");
+    for (const char* path : {"shared/own/usage-2026-03-05.jsonl",
+                             "shared/own/usage-2026-03-06.jsonl", "shared/own", "shared"}) {
+        fs::permissions(folder.path() / path, fs::perms::all);
+    }
+    deep.append(minuteAt(now));
+    deep.prune(30, atMinute(now));
+    EXPECT_FALSE(others("shared/own") || others("shared/own/usage-2026-03-05.jsonl") ||
+                 others("shared/own/usage-2026-03-06.jsonl"));
+    EXPECT_TRUE(others("shared")) << "the folder of all programs' data is not ours";
+}
+
 TEST_F(UsageStores, TellWhyTheyCouldNotAppend) {
     folder.write("file", "");
     const MinuteRecord good = minuteAt(day(2026, 3, 6));

@@ -295,6 +295,11 @@ TEST_F(PSToolTest, WaitsForTheDesktopToMoveAnApplicationIntoItsScope) {
     put(5, process);
     upFor(1003.5);
     EXPECT_EQ(pathOf(5), "/Applications/Tweaks.app/Contents/MacOS/python3");
+
+    // Renewed on the disk while it runs.
+    process.executable += " (deleted)";
+    put(6, process);
+    EXPECT_EQ(pathOf(6), "/Applications/Tweaks.app/Contents/MacOS/python3");
 }
 
 TEST_F(PSToolTest, NamesAScriptByItself) {

@@ -35,10 +35,10 @@ TEST(Shell, CollectsBothStreamsAndTheStatus) {
 }
 
 TEST(Shell, TakesMuchOutputOnBothStreams) {
-    const auto output = sh("head -c 500000 /dev/zero | tr '\\0' e >&2; "
+    const auto output = sh("head -c 5000000 /dev/zero | tr '\\0' e >&2; "
                            "head -c 3000000 /dev/zero | tr '\\0' o");
     EXPECT_EQ(output.stdout, std::string(3'000'000, 'o'));
-    EXPECT_EQ(output.stderr, std::string(500'000, 'e'));
+    EXPECT_EQ(output.stderr, std::string(5'000'000, 'e'));
 }
 
 TEST(Shell, SaysWhyAToolCannotStart) {

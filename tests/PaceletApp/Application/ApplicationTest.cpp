@@ -1,5 +1,5 @@
 #include "PaceletApp/Application/Application.h"
-#include "PaceletApp/Application/MotionFollower.h"
+#include "PaceletApp/Application/WishFollower.h"
 #include "PaceletApp/OverviewView/CauseItem.h"
 
 #include "tests/PaceletApp/Monitor/MonitorRig.h"
@@ -177,7 +177,7 @@ TEST_F(ApplicationTest, APressThatWasMeantForOneQuestionAnswersNoOther) {
         probe->press(key);
         EXPECT_TRUE(app().actions().confirmation());
     }
-    pass(DialogModel::calm.count());
+    pass(QuestionModel::calm.count());
     probe->press(Qt::Key_Return);
     EXPECT_FALSE(app().actions().confirmation());
     pass(11);
@@ -253,6 +253,39 @@ TEST_F(ApplicationTest, LivesOnWithoutItsWindow) {
     EXPECT_TRUE(app().monitor().windowVisible());
 }
 
+TEST_F(ApplicationTest, TellsOnceHowToComeBackWhereNoTrayLeadsThere) {
+    session.emplace(std::make_unique<Simulated::SimulatedMac>(smallMac()), smallCatalog(),
+                    OperatingSystem::linuxDesktop);
+    open();
+    ASSERT_FALSE(TrayItem::isAvailable());
+    app().closeWindow();
+    ASSERT_TRUE(comesUp("Pacelet goes on without its window."));
+    probe->press(Qt::Key_Escape);
+    ASSERT_TRUE(goesAway("Pacelet goes on without its window."));
+    ASSERT_NE(app().window(), nullptr);
+    app().closeWindow();
+    closes(&Application::window);
+}
+
+TEST_F(ApplicationTest, OnASmallScreenEveryButtonIsInReach) {
+    launch();
+    for (const QSize room : {QSize{1093, 580}, {960, 500}, {1600, 900}}) {
+        app().setRoom([room] { return room; });
+        open();
+        const bool isSmall = room.height() < 700;
+        EXPECT_EQ(app().window()->windowStates() == Qt::WindowMaximized, isSmall);
+        app().window()->setWindowStates(Qt::WindowNoState);
+        app().window()->resize(QSize{1200, 860}.boundedTo(room));
+        settle();
+        QQuickItem* const pause = probe->item("pause");
+        pause->forceActiveFocus(Qt::TabFocusReason);
+        const QRectF edges = pause->mapRectToScene(pause->boundingRect());
+        EXPECT_TRUE(QRectF(QPointF{}, app().window()->size()).contains(edges)) << room.width();
+        app().closeWindow();
+        closes(&Application::window);
+    }
+}
+
 TEST_F(ApplicationTest, ThePanelTellsTheStateAndLeadsToTheWindow) {
     launch();
     setLoad("Notes", 390);
@@ -278,24 +311,25 @@ TEST_F(ApplicationTest, ThePanelTellsTheStateAndLeadsToTheWindow) {
     EXPECT_TRUE(comesUp("Quit Notes?"));
 }
 
-TEST_F(ApplicationTest, FollowsTheDesktopsWishForLittleMotion) {
+TEST_F(ApplicationTest, FollowsTheDesktopsWishes) {
     launch();
-    const auto reduced = [&] {
-        QQmlComponent seen{qmlEngine(app().window())};
-        seen.setData("import QtQml; import Pacelet\n"
-                     "QtObject { property bool reduced: Theme.reducedMotion }",
-                     {});
-        const std::unique_ptr<QObject> made{seen.create()};
-        return made->property("reduced").toBool();
+    const auto seen = [&] {
+        QQmlComponent component{qmlEngine(app().window())};
+        component.setData("import QtQml; import Pacelet\nQtObject {\n"
+                          "property bool reduced: Theme.reducedMotion\n"
+                          "property bool strong: Theme.highContrast }",
+                          {});
+        const std::unique_ptr<QObject> made{component.create()};
+        return DesktopWishes{made->property("reduced").toBool(), made->property("strong").toBool()};
     };
-    bool wanted = false;
-    followMotion(app(), scheduler(), [&] { return wanted; });
-    for (const bool next : {true, false, true}) {
+    DesktopWishes wanted;
+    followWishes(app(), scheduler(), [&] { return wanted; });
+    for (const DesktopWishes next : {DesktopWishes{true, false}, {false, true}, {true, true}}) {
         open();
-        EXPECT_EQ(reduced(), wanted);
+        EXPECT_EQ(seen(), wanted);
         wanted = next;
         settle();
-        EXPECT_NE(reduced(), wanted) << "asked once for each time that the window is shown";
+        EXPECT_NE(seen(), wanted) << "asked once for each time that the window is shown";
         app().closeWindow();
         closes(&Application::window);
     }

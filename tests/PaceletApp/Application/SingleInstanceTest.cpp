@@ -22,10 +22,10 @@ protected:
 };
 
 /// Asks from a thread of its own, as another process would.
-bool ask(const QString& folder) {
+bool ask(const QString& folder, const Activation& activation = {}) {
     bool answered = false;
     const std::unique_ptr<QThread> other{
-        QThread::create([&] { answered = SingleInstance{{folder}}.askToShow(); })};
+        QThread::create([&] { answered = SingleInstance{{folder}}.askToShow(activation); })};
     other->start();
     while (!other->wait(5)) {
         QCoreApplication::processEvents();
@@ -43,6 +43,25 @@ TEST_F(SingleInstanceTest, ALaterStartBringsTheFirstForward) {
         EXPECT_TRUE(ask(folder));
         EXPECT_EQ(shown.count(), start);
     }
+}
+
+TEST_F(SingleInstanceTest, TheLeaveToComeForwardIsHandedOn) {
+    SingleInstance first{{folder}};
+    first.listen();
+    Activation got;
+    QObject::connect(&first, &SingleInstance::showRequested,
+                     [&](const Activation& activation) { got = activation; });
+    for (const auto& [id, token, time] :
+         {std::tuple{QByteArray{"shell/pacelet/7-host_TIME4210"}, QByteArray{"to ken"}, 4210},
+          {QByteArray{"a_TIMEx"}, QByteArray{}, -1},
+          {QByteArray{}, QByteArray{"only"}, -1}}) {
+        EXPECT_TRUE(ask(folder, {id, token}));
+        EXPECT_EQ(got.startupID, id);
+        EXPECT_EQ(got.token, token);
+        EXPECT_EQ(got.time() ? static_cast<int>(*got.time()) : -1, time);
+    }
+    EXPECT_TRUE(ask(folder, {QByteArray(5000, 'x'), "two\nlines"}));
+    EXPECT_TRUE(got.startupID.isEmpty() && got.token.isEmpty());
 }
 
 TEST_F(SingleInstanceTest, TheNextStartAfterTheEndIsFirstAgain) {

@@ -10,6 +10,7 @@
 #include <QFontMetricsF>
 #include <QTest>
 
+#include <cmath>
 #include <gtest/gtest.h>
 
 namespace pacelet {
@@ -35,6 +36,36 @@ TEST(Look, pillsCarryTheirWordsColoursAndSpokenNames) {
         ASSERT_NE(spoken, nullptr);
         EXPECT_EQ(spoken->text(QAccessible::Name), words);
         EXPECT_TRUE(QString{words}.endsWith(u' ' + stage.property("pill", "text").toString()));
+    }
+}
+
+TEST(Look, wordsStandOutWhereHighContrastIsWanted) {
+    Stage stage{"Item { objectName: 'theme'; property var colours: Theme\n"
+                "Component.onCompleted: Theme.highContrast = true }"};
+    const auto* const theme = stage.property("theme", "colours").value<QObject*>();
+    const auto light = [&](const char* name) {
+        const QColor colour = theme->property(name).value<QColor>();
+        const auto part = [](double value) {
+            return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * part(colour.redF()) + 0.7152 * part(colour.greenF()) +
+               0.0722 * part(colour.blueF()) + 0.05;
+    };
+    const Table<const char*, const char*, double> cases = {{"text", "raised", 7},
+                                                           {"text2", "raised", 7},
+                                                           {"text3", "raised", 7},
+                                                           {"text", "accentBG", 7},
+                                                           {"amber", "amberBG", 7},
+                                                           {"green", "greenBG", 7},
+                                                           {"red", "redBG", 7},
+                                                           {"neutral", "neutralBG", 7},
+                                                           {"textOnAccent", "button", 4.5},
+                                                           {"textOnAccent", "danger", 4.5},
+                                                           {"purpleText", "purpleFill", 7},
+                                                           {"line", "card", 4.5},
+                                                           {"controlBorder", "raised", 4.5}};
+    for (const auto& [words, ground, least] : cases) {
+        EXPECT_GE(light(words) / light(ground), least) << words << " on " << ground;
     }
 }
 

@@ -51,12 +51,15 @@ TEST(AppPreferences, StartFromTheirDefaultsAndTellChangesOnce) {
 }
 
 TEST(AppUpdater, StartsOnceWithTheWindowIfItIsConfigured) {
-    const Table<UpdateSettings, bool, bool> rows = {
-        {{"key", "app.pacelet.Pacelet"}, true, true},   {{"key", ""}, true, false},
-        {{"", "app.pacelet.Pacelet"}, true, false},     {{}, true, false},
-        {{"key", "app.pacelet.Pacelet"}, false, false},
+    const Table<const char*, UpdateSettings, bool, bool> rows = {
+        {"all there", {"key", "app.pacelet.Pacelet"}, true, true},
+        {"no bundle", {"key", ""}, true, false},
+        {"no key", {"", "app.pacelet.Pacelet"}, true, false},
+        {"no settings", {}, true, false},
+        {"no controller", {"key", "app.pacelet.Pacelet"}, false, false},
     };
-    for (const auto& [settings, hasController, configured] : rows) {
+    for (const auto& [name, settings, hasController, configured] : rows) {
+        SCOPED_TRACE(name);
         UpdaterRecord record;
         AppUpdater updater{settings,
                            hasController ? std::make_unique<FakeUpdater>(record) : nullptr};
@@ -97,7 +100,7 @@ TEST(FixTexts, TellEveryOutcomeWithAndWithoutAnApplication) {
         EXPECT_EQ(FixTexts::report(outcome, "Safari"), withApp);
         EXPECT_EQ(FixTexts::report(outcome, {}), without);
     }
-    EXPECT_EQ(FixTexts::stuckTitle({}), "This app won't quit. Restart your Mac to clear it.");
+    EXPECT_EQ(FixTexts::stuck({}).title, "This app won't quit. Restart your Mac to clear it.");
 }
 
 class ToastClockTest : public FixRig {

@@ -10,6 +10,7 @@
 #include "PaceletApp/InternetView/TrafficItem.h"
 #include "tests/PaceletApp/Support/SampleGroup.h"
 #include "tests/PaceletApp/Support/Table.h"
+#include "tests/PaceletApp/Support/ToneText.h"
 
 #include <fmt/format.h>
 #include <gmock/gmock.h>
@@ -32,7 +33,7 @@ std::vector<std::string> lines(const std::vector<ReadingItem>& items) {
     std::vector<std::string> texts;
     for (const ReadingItem& item : items) {
         texts.push_back(fmt::format("{}: {} {}", item.label.toStdString(), item.value.toStdString(),
-                                    item.tone.toStdString()));
+                                    toneText(item.tone).toStdString()));
     }
     return texts;
 }
@@ -154,7 +155,7 @@ TEST(FindingItem, hasTheColourOfItsGravityAndTheFixOfItsKind) {
     for (const Finding& finding : findings(state, noApp, now)) {
         const FindingItem item = findingItem(finding);
         texts.push_back(fmt::format("{} {} {} [{}]", item.symbol.toStdString(),
-                                    item.tone.toStdString(), item.title.toStdString(),
+                                    toneText(item.tone).toStdString(), item.title.toStdString(),
                                     item.fix.title.toStdString()));
     }
     EXPECT_THAT(texts, ElementsAre("speedometer red Your internet is slow: 10 Mbps down. []",
@@ -165,7 +166,7 @@ TEST(FindingItem, hasTheColourOfItsGravityAndTheFixOfItsKind) {
     state.wifi = WiFiLink{-50, -90, 100, WiFiBand::ghz2_4};
     state.speed.reset();
     state.usage.clear();
-    EXPECT_EQ(findingItem(findings(state, noApp, now).front()).tone, "neutral");
+    EXPECT_EQ(findingItem(findings(state, noApp, now).front()).tone, Tone::Neutral);
 }
 
 TEST(Traffic, ofHelpersIsTheirApplications) {

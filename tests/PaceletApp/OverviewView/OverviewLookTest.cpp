@@ -6,6 +6,7 @@
 #include "PaceletApp/OverviewView/CauseItem.h"
 #include "tests/PaceletApp/Support/SampleGroup.h"
 #include "tests/PaceletApp/Support/Table.h"
+#include "tests/PaceletApp/Support/ToneText.h"
 
 #include <fmt/format.h>
 #include <gtest/gtest.h>
@@ -48,8 +49,8 @@ TEST(ReadingsLook, wordsAndTonesFollowTheState) {
         signals.cpuLoadPercent = 12.6;
         signals.memoryTotalBytes = std::int64_t{16} << 30;
         const ReadingsLook look = readingsLook(signals);
-        const QStringList shown{look.pressure, look.pressureTone, look.thermal, look.thermalTone,
-                                look.thermalCaption};
+        const QStringList shown{look.pressure, toneText(look.pressureTone), look.thermal,
+                                toneText(look.thermalTone), look.thermalCaption};
         EXPECT_EQ(shown.join(u' ').toStdString(), words);
         EXPECT_EQ(look.cpuLoad + u' ' + look.memoryInstalled, "13% 16 GB installed");
     }

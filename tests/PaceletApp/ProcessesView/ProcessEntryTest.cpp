@@ -2,6 +2,7 @@
 #include "PaceletApp/ProcessesView/ListedProcess.h"
 #include "tests/PaceletApp/ProcessesView/SampleGroups.h"
 #include "tests/PaceletApp/Support/Table.h"
+#include "tests/PaceletApp/Support/ToneText.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -81,7 +82,7 @@ TEST(ListedProcess, theKernelTellsOfHeatAndOfNoCost) {
     const ProcessEntry entry{kernelGroup(), nullptr, Verdict::review};
     for (const auto& [thermal, words] : cases) {
         const ListedProcess row = listedProcess(entry, thermal);
-        EXPECT_EQ(QStringList({row.cpu, row.tone, row.note}).join(u'|'), words);
+        EXPECT_EQ(QStringList({row.cpu, toneText(row.tone), row.note}).join(u'|'), words);
         EXPECT_EQ(
             QStringList({row.name, row.subtitle, row.memory, row.verdict, row.symbol}).join(u'|'),
             "kernel_task|Kernel (heat control)|—|leave|thermometer.medium");
@@ -91,7 +92,7 @@ TEST(ListedProcess, theKernelTellsOfHeatAndOfNoCost) {
     sample.add("kernel_task", 12.5, 3 << 20);
     const ListedProcess real = listedProcess(sample.entries()[1], Thermal::hot);
     EXPECT_FALSE(real.kernel);
-    EXPECT_EQ(real.cpu + real.tone, "12.5%");
+    EXPECT_EQ(real.cpu + toneText(real.tone), "12.5%");
 }
 
 RC_GTEST_PROP(ProcessList, isTheMatchingPartOfAllRowsInOrder, ()) {

@@ -26,7 +26,8 @@ struct Viewed {
     std::optional<std::string> openID;
     double panel = 300;
 
-    explicit Viewed(int count, double viewHeight = 6 * rowHeight) : height{viewHeight} {
+    explicit Viewed(int count, double viewHeight = 6 * rowHeight)
+        : height{viewHeight} {
         QObject::connect(&table, &ProcessViewport::scrolled, &table,
                          [this](double to) { scroll(to); });
         for (int number = 0; number < count; ++number) {

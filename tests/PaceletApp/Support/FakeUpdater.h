@@ -18,7 +18,8 @@ struct UpdaterRecord {
 
 class FakeUpdater final : public UpdaterController {
 public:
-    explicit FakeUpdater(UpdaterRecord& record) : record_{record} {}
+    explicit FakeUpdater(UpdaterRecord& record)
+        : record_{record} {}
 
     void startUpdater() override { ++record_.starts; }
     void checkForUpdates() override { ++record_.checks; }

@@ -11,7 +11,8 @@ namespace pacelet {
 /// Sees of a window what a user sees, and does to it what a user does.
 class WindowProbe {
 public:
-    explicit WindowProbe(QQuickWindow& window) : window_{window} {}
+    explicit WindowProbe(QQuickWindow& window)
+        : window_{window} {}
 
     /// The object with this objectName, in popups too; the test fails without one.
     QObject* find(const char* name);

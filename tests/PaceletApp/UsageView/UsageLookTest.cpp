@@ -1,5 +1,6 @@
 #include "PaceletApp/UsageView/UsageLook.h"
 #include "tests/PaceletApp/Support/Table.h"
+#include "tests/PaceletApp/Support/ToneText.h"
 
 #include <gmock/gmock.h>
 
@@ -45,7 +46,7 @@ TEST(DiskFreeShare, CountsAsFreeWhatIsNotKnown) {
 std::vector<std::string> written(const std::vector<VerdictLine>& lines) {
     std::vector<std::string> texts;
     for (const VerdictLine& line : lines) {
-        const QStringList parts{line.symbol, line.tone, line.fix.title, line.text};
+        const QStringList parts{line.symbol, toneText(line.tone), line.fix.title, line.text};
         texts.push_back(parts.join(u'|').toStdString());
     }
     return texts;
@@ -112,7 +113,7 @@ TEST(MemoryLook, TellsWhatIsUsedAndWhere) {
     EXPECT_EQ(look.headline, "8 GB of 16 GB");
     EXPECT_EQ(look.accessibleName, "Memory used 8 GB of 16 GB");
     EXPECT_THAT(look.shares, ElementsAre(0.375, 0.125, 0, 0.375, 0.125));
-    EXPECT_EQ(look.pressure + look.pressureTone + look.swap, "—Swap: 0 KB");
+    EXPECT_EQ(look.pressure + toneText(look.pressureTone) + look.swap, "—Swap: 0 KB");
     std::vector<std::string> legend;
     for (const MemorySegment& each : memorySegments(memory)) {
         legend.push_back((each.name + u' ' + each.size).toStdString());
@@ -128,7 +129,7 @@ TEST(MemoryLook, TellsWhatIsUsedAndWhere) {
         signals.pressure = pressure;
         signals.swapUsedBytes = 3 * gigabyte / 2;
         look = memoryLook(memory, signals);
-        EXPECT_EQ(look.pressure + u' ' + look.pressureTone, word);
+        EXPECT_EQ(look.pressure + u' ' + toneText(look.pressureTone), word);
         EXPECT_EQ(look.swap, "Swap: 1.5 GB");
     }
 }

@@ -40,8 +40,8 @@ std::string windowClass() {
 } // namespace
 
 DesktopSession::DesktopSession()
-    : display_{std::to_string(width) + 'x' + std::to_string(height) + "x24"}, connection_{
-                                                                                  display_.name()} {
+    : display_{std::to_string(width) + 'x' + std::to_string(height) + "x24"},
+      connection_{display_.name()} {
     if (!connection_) {
         return;
     }
@@ -110,6 +110,19 @@ std::vector<SeenWindow> DesktopSession::windows() const {
         }
     }
     return found;
+}
+
+bool DesktopSession::hasState(xcb_window_t window, const std::string& state) const {
+    const auto states =
+        PropertyQuestion{connection_, window, connection_.atom("_NET_WM_STATE"), XCB_ATOM_ATOM}
+            .numbers();
+    return std::ranges::find(states, connection_.atom(state.c_str())) != states.end();
+}
+
+std::string DesktopSession::startupID(xcb_window_t window) const {
+    return std::string{PropertyQuestion{connection_, window, connection_.atom("_NET_STARTUP_ID"),
+                                        connection_.atom("UTF8_STRING")}
+                           .text()};
 }
 
 xcb_window_t DesktopSession::activeWindow() const {

@@ -58,6 +58,12 @@ public:
     /// The windows of the program, in the order in which they came.
     std::vector<SeenWindow> windows() const;
 
+    /// Whether the window has this state, such as "_NET_WM_STATE_SKIP_TASKBAR".
+    bool hasState(xcb_window_t window, const std::string& state) const;
+
+    /// The start that the window says it came from.
+    std::string startupID(xcb_window_t window) const;
+
     /// The window that has the keyboard.
     xcb_window_t activeWindow() const;
 

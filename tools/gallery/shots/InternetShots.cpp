@@ -82,7 +82,7 @@ std::vector<Shot> internetShots() {
         {"internet-question", "slow-line",
          internet({},
                   [](Session& session) {
-                      screen(session).setAskTest(true);
+                      screen(session).askTest();
                       session.pass(0);
                   })},
         {"internet-long-narrow",

@@ -50,6 +50,11 @@ std::vector<Shot> overviewShots() {
              watching(Screen::overview, 60)(session);
          },
          leastSize},
+        {"overview-contrast", "chrome-tabs",
+         [](Session& session) {
+             session.application().setWishes({.reducedMotion = true, .highContrast = true});
+             watching(Screen::overview, 60)(session);
+         }},
         {"overview-wide", "virtual-machine", watching(Screen::overview, 60), {2560, 1440}},
     };
 }

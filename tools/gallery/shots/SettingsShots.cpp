@@ -41,7 +41,7 @@ std::vector<Shot> settingsShots() {
         {"onboarding", "quiet", firstRun},
         {"menu", "quiet", openMenu},
         settings("settings"),
-        settings("settings-question", [](SettingsModel& model) { model.setAskClear(true); }),
+        settings("settings-question", [](SettingsModel& model) { model.askClear(); }),
         settings("settings-cleared", [](SettingsModel& model) { model.clearHistory(); }),
         settings("settings-without-history",
                  [](SettingsModel& model) { model.setKeepHistory(false); }),

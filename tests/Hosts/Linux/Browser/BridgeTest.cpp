@@ -54,6 +54,9 @@ public:
     void send(std::string_view bytes) const {
         while (!bytes.empty()) {
             const ssize_t count = ::write(toBridge_.get(), bytes.data(), bytes.size());
+            if (count < 0 && errno == EPIPE) {
+                return; // a bridge that was killed reads no more
+            }
             ASSERT_GT(count, 0);
             bytes.remove_prefix(static_cast<std::size_t>(count));
         }
@@ -125,7 +128,7 @@ protected:
     }
 
     static Shell::Output run(BrowserConnections& browsers, const std::string& script) {
-        return OSAScriptTool::run({"-e", script}, browsers);
+        return OSAScriptTool::run({"-e", script}, browsers, {});
     }
 
     std::string runtime() { return folder.path().string(); }

@@ -1,4 +1,5 @@
 #include "Core/Browser/ChromiumBrowser.h"
+#include "Core/Fixes/FixRunner.h"
 #include "Core/Platform/SettingsPane.h"
 #include "Hosts/Linux/Desktop/AppInstances.h"
 #include "Hosts/Linux/Desktop/BundleIdentifiers.h"
@@ -7,6 +8,7 @@
 #include "Hosts/Linux/Desktop/SettingsPanels.h"
 #include "Hosts/Linux/SystemClock.h"
 #include "tests/Support/Eventually.h"
+#include "tests/Support/FakeToolRunner.h"
 #include "tests/Support/Table.h"
 #include "tests/Support/TemporaryFolder.h"
 
@@ -63,15 +65,25 @@ TEST(Settings, LinksOpenTheDesktopsOwnPanels) {
         }
         return text;
     };
+    const std::string wifiOnAny = "nm-connection-editor;iwgtk;";
     EXPECT_EQ(commands(rawValue(SettingsPane::battery), {"ubuntu", "GNOME"}),
               "gnome-control-center power;");
     EXPECT_EQ(commands(rawValue(SettingsPane::displays), {"KDE"}),
-              "systemsettings kcm_kscreen;systemsettings5 kcm_kscreen;kcmshell5 kcm_kscreen;");
-    EXPECT_EQ(commands(rawValue(SettingsPane::wifi), {"XFCE"}), "nm-connection-editor;");
+              "systemsettings kcm_kscreen;systemsettings5 kcm_kscreen;kcmshell6 kcm_kscreen;"
+              "kcmshell5 kcm_kscreen;");
+    EXPECT_EQ(commands(rawValue(SettingsPane::wifi), {"X-Cinnamon"}),
+              "cinnamon-settings network;" + wifiOnAny);
+    for (const SettingsPane pane :
+         {SettingsPane::loginItems, SettingsPane::displays, SettingsPane::battery}) {
+        for (const char* desktop : {"GNOME", "KDE", "XFCE", "MATE", "X-Cinnamon", "LXQt"}) {
+            EXPECT_NE(commands(rawValue(pane), {desktop}), "") << desktop;
+        }
+    }
     for (const SettingsPaneRow& row : settingsPanes) {
         const bool isKnown = row.value != SettingsPane::automation;
         EXPECT_EQ(!commands(row.rawValue, {"KDE"}).empty(), isKnown) << row.rawValue;
-        EXPECT_EQ(commands(row.rawValue, {}) + commands(row.rawValue, {"sway"}), "");
+        EXPECT_EQ(commands(row.rawValue, {"sway"}),
+                  row.value == SettingsPane::wifi ? wifiOnAny : "");
         EXPECT_EQ(commands(std::string{row.rawValue} + "x", {"GNOME", "KDE"}), "");
     }
 }
@@ -188,6 +200,32 @@ TEST_F(WorkspaceTest, OpensApplicationsAndAddresses) {
     fs::remove(path("bin/xdg-open"));
     EXPECT_FALSE(desktop.openURL(url)) << "nothing here opens it";
     EXPECT_FALSE(workspace({"KDE"}).openURL(std::string{rawValue(SettingsPane::displays)}));
+}
+
+TEST_F(WorkspaceTest, OffersWhatIsInstalledAndOpensIt) {
+    using Panes = std::vector<SettingsPane>;
+    places.desktops = {"XFCE"};
+    HostAbilities abilities = desktopAbilities(places);
+    EXPECT_EQ(abilities.missingPanes.size(), settingsPanes.size()) << "nothing is installed";
+    EXPECT_FALSE(abilities.freesSpace || abilities.rebuildsIndex);
+    EXPECT_TRUE(abilities.reviewsTabs);
+
+    script("bin/xfce4-display-settings", "");
+    script("bin/gnome-control-center", ""); // of another desktop
+    script("bin/nm-connection-editor", "");
+    script("bin/disk-tool", "echo shown > '" + path("disk") + "'\n");
+    script("bin/xdg-open", "echo website > '" + path("disk") + "'\n");
+    entry("org.gnome.baobab", "Name=Disk Usage\nExec=disk-tool\n");
+    abilities = desktopAbilities(places);
+    EXPECT_EQ(abilities.missingPanes, (Panes{SettingsPane::spotlight, SettingsPane::loginItems,
+                                             SettingsPane::accessibilityDisplay,
+                                             SettingsPane::automation, SettingsPane::battery}));
+    EXPECT_TRUE(abilities.freesSpace);
+    DesktopWorkspace desktop = workspace({"XFCE"});
+    pacelet::testing::FakeToolRunner tools;
+    const FixRunner fixes{desktop, tools, 0, abilities.diskTools};
+    fixes.openTidyvault("https://example.org/");
+    EXPECT_EQ(writtenTo("disk"), "shown\n");
 }
 
 TEST_F(WorkspaceTest, FindsIcons) {

@@ -200,7 +200,7 @@ void watchAPrivateNetwork() {
 
 TEST(LiveTraffic, NettopNamesWhoUsesTheNetworkAndHowMuch) {
     NetlinkSocket diagnostics{NETLINK_SOCK_DIAG};
-    if (!readSocketCounters(diagnostics)) {
+    if (!readSocketCounters(diagnostics, {})) {
         GTEST_SKIP() << "this kernel does not answer questions about its sockets";
     }
     std::thread{watchAPrivateNetwork}.join();

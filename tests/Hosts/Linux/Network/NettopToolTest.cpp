@@ -40,7 +40,7 @@ TEST(SocketDiag, ReadsCountersAndLeavesOutWhatIsNotTold) {
         answer.insert(answer.end(), message.begin(), message.end());
     }
     std::vector<SocketCounters> sockets;
-    parseSocketCounters(answer, sockets);
+    parseSocketCounters(answer, {}, sockets);
     EXPECT_EQ(sockets, (std::vector<SocketCounters>{large, {3, 33, 5, 6}}));
 }
 
@@ -71,7 +71,17 @@ TEST(SocketDiag, LeavesOutWhatStaysOnTheMachine) {
         {AF_INET6, "2001:db8::1", "7f00::1", true},
         {AF_INET6, "fe80::1", "fe80::2", true},
         {AF_INET6, "::ffff:127.0.0.1", "::ffff:127.0.0.1", false},
-        {AF_INET6, "::ffff:192.0.2.1", "::ffff:198.51.100.7", true}};
+        {AF_INET6, "::ffff:192.0.2.1", "::ffff:198.51.100.7", true},
+        {AF_INET, "172.17.0.1", "172.17.255.9", false},
+        {AF_INET6, "::ffff:172.17.0.1", "::ffff:172.17.0.2", false},
+        {AF_INET, "172.17.0.1", "172.18.0.2", true},
+        {AF_INET6, "2001:db8::1", "ac11:2::1", true}};
+    LocalNetworks containers;
+    in6_addr address{};
+    in6_addr mask{};
+    ::inet_pton(AF_INET6, "::ffff:172.17.0.1", &address);
+    ::inet_pton(AF_INET6, "ffff:ffff:ffff:ffff:ffff:ffff:ffff:0", &mask);
+    containers.add(address, mask);
     for (const auto& [family, source, peer, isListed] : cases) {
         ByteBuffer message = socketMessage({1, 11, 5, 5}, sizeof(tcp_info));
         auto* const head = reinterpret_cast<inet_diag_msg*>(message.data() + sizeof(nlmsghdr));
@@ -79,7 +89,7 @@ TEST(SocketDiag, LeavesOutWhatStaysOnTheMachine) {
         ::inet_pton(family, source, head->id.idiag_src);
         ::inet_pton(family, peer, head->id.idiag_dst);
         std::vector<SocketCounters> sockets;
-        parseSocketCounters(message, sockets);
+        parseSocketCounters(message, containers, sockets);
         EXPECT_EQ(sockets.size(), isListed ? 1U : 0U) << source << ' ' << peer;
     }
 }
@@ -90,13 +100,22 @@ TEST(LinkCounters, AddUpDevicesAndWithoutAnyTheRest) {
                std::to_string(bytes + 1) + " 4 0 0 0 0 0 0\n";
     };
     const std::string text = "Inter-| Receive\n face |bytes\n" + line("lo", 900) +
-                             line("eth0", 10) + line("wlan0", 20) + line("tun0", 50) + "odd: 1 2\n";
-    const auto sum = [&](const std::string& devices) {
+                             line("eth0", 10) + line("wlan0", 20) + line("tun0", 50) +
+                             line("docker0", 7000) + line("vethab12", 7000) + "odd: 1 2\n";
+    const testing::TemporaryFolder sys;
+    const auto sum = [&] {
         return parseLinkCounters(
-            text, [&](const std::string& name) { return devices.find(name) != devices.npos; });
+            text, [&](const std::string& name) { return interfaceKind(sys.path(), name); });
     };
-    EXPECT_EQ(sum("eth0 wlan0"), (LinkCounters{30, 4, 32, 8}));
-    EXPECT_EQ(sum("no"), (LinkCounters{80, 6, 83, 12}));
+    EXPECT_EQ(sum(), (LinkCounters{7080, 8, 7084, 16})) << "nothing tells that it is a bridge";
+    sys.write("class/net/docker0/bridge/forward_delay", "0");
+    sys.write("class/net/docker0/brif/vethab12/state", "3");
+    EXPECT_EQ(sum(), (LinkCounters{80, 6, 83, 12}));
+    sys.write("class/net/eth0/device/vendor", "0x8086");
+    sys.write("class/net/wlan0/device/vendor", "0x8086");
+    EXPECT_EQ(sum(), (LinkCounters{30, 4, 32, 8}));
+    sys.write("class/net/docker0/brif/bond0/state", "3");
+    EXPECT_EQ(interfaceKind(sys.path(), "docker0"), InterfaceKind::other) << "the way out";
 }
 
 TEST(SocketOwners, GoThroughTheDescriptorsThatMayBeSeen) {

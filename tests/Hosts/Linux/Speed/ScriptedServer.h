@@ -36,7 +36,8 @@ using Answers = std::map<std::string, Answer>;
 class ScriptedServer {
 public:
     /// All is well with it but for `faults`, by path.
-    explicit ScriptedServer(Answers faults) : answers_{std::move(faults)} {
+    explicit ScriptedServer(Answers faults)
+        : answers_{std::move(faults)} {
         constexpr std::int64_t endless = 1'000'000'000'000;
         sockaddr_in address{};
         address.sin_family = AF_INET;

@@ -15,7 +15,9 @@ public:
     /// `onIdle` is called between messages.
     explicit ServedBus(
         Linux::Bus bus, std::function<void(sd_bus*)> onIdle = [](sd_bus*) {})
-        : bus_{std::move(bus)}, onIdle_{std::move(onIdle)}, thread_{[this] { serve(); }} {}
+        : bus_{std::move(bus)},
+          onIdle_{std::move(onIdle)},
+          thread_{[this] { serve(); }} {}
     ServedBus(const ServedBus&) = delete;
     ServedBus& operator=(const ServedBus&) = delete;
     ~ServedBus() {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Core/Platform/DesktopWishes.h"
+
 #include <functional>
 
 namespace pacelet {
@@ -7,10 +9,10 @@ namespace pacelet {
 class Application;
 class Scheduler;
 
-/// Has the application's motion follow what the desktop asks for. `prefersReducedMotion` is asked
+/// Has the application look as the desktop asks. `wishes` is asked
 /// whenever the window comes on show, on another thread, where it may take its time; until it has
 /// answered, all stays as it was.
-void followMotion(Application& application, Scheduler& scheduler,
-                  std::function<bool()> prefersReducedMotion);
+void followWishes(Application& application, Scheduler& scheduler,
+                  std::function<DesktopWishes()> wishes);
 
 } // namespace pacelet
