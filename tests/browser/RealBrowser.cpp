@@ -16,6 +16,19 @@
 
 namespace pacelet::testing {
 
+namespace {
+
+/// A title as it was before the browser wrote it for a page.
+std::string unescaped(QString title) {
+    for (const auto& [escape, character] : std::initializer_list<std::pair<QString, QString>>{
+             {"&lt;", "<"}, {"&gt;", ">"}, {"&quot;", "\""}, {"&#39;", "'"}, {"&amp;", "&"}}) {
+        title.replace(escape, character);
+    }
+    return title.toStdString();
+}
+
+} // namespace
+
 PageServer::PageServer() {
     QObject::connect(&server_, &QTcpServer::newConnection, &server_, [this] {
         while (QTcpSocket* const socket = server_.nextPendingConnection()) {
@@ -36,13 +49,15 @@ std::string PageServer::address(std::size_t page) const {
 
 void PageServer::answer(QTcpSocket& socket) const {
     const QByteArray path = socket.readAll().split(' ').value(1);
-    const auto page = static_cast<std::size_t>(path.mid(1).split('?').first().toUInt());
-    const QByteArray title = page < titles.size()
-                                 ? QString::fromStdString(titles[page]).toHtmlEscaped().toUtf8()
-                                 : QByteArray{"?"};
-    const QByteArray body = "<!doctype html><meta charset=utf-8><link rel=icon href='data:,'>"
-                            "<title>" +
-                            title + "</title>";
+    const auto number = static_cast<std::size_t>(path.mid(1).split('?').first().toUInt());
+    const Page page = number < pages.size() ? pages[number] : Page{};
+    const QJsonArray facts{QString::fromStdString(page.title),
+                           QString::fromStdString(page.addition)};
+    QByteArray body = "<!doctype html><meta charset=utf-8><link rel=icon href='data:,'><script>"
+                      "const [title, addition] = " +
+                      QJsonDocument{facts}.toJson(QJsonDocument::Compact).replace('<', "\\u003c") +
+                      "; document.title = title;"
+                      "history.replaceState(null, '', location.pathname + addition)</script>";
     socket.write("HTTP/1.1 200 OK\r\nContent-Type: text/html\r\nConnection: close\r\n"
                  "Content-Length: " +
                  QByteArray::number(body.size()) + "\r\n\r\n" + body);
@@ -69,6 +84,7 @@ std::vector<std::string> RealBrowser::command(const std::vector<std::string>& ar
         "--disable-component-update",
         "--disable-sync",
         "--no-proxy-server",
+        "--renderer-process-limit=3",
         "--password-store=basic",
         "--remote-debugging-port=0",
         "--disable-features=DisableLoadExtensionCommandLineSwitch,Translate",
@@ -102,15 +118,15 @@ std::vector<OpenPage> RealBrowser::pages() const {
     request.setTransferTimeout(browserPatience / 4);
     const std::unique_ptr<QNetworkReply> reply{network.get(request)};
     comesTrue([&] { return reply->isFinished(); });
-    std::vector<OpenPage> found;
+    std::vector<OpenPage> all;
     for (const QJsonValue each : QJsonDocument::fromJson(reply->readAll()).array()) {
         const QString address = each["url"].toString();
         if (each["type"].toString() == "page" && address.startsWith("http")) {
-            found.emplace_back(address.toStdString(), each["title"].toString().toStdString());
+            all.emplace_back(address.toStdString(), unescaped(each["title"].toString()));
         }
     }
-    std::sort(found.begin(), found.end());
-    return found;
+    std::sort(all.begin(), all.end());
+    return all;
 }
 
 bool RealBrowser::opens(const std::string& address) const {
@@ -125,17 +141,17 @@ void RealBrowser::kill() {
 }
 
 std::vector<int> RealBrowser::bridges() const {
-    std::vector<int> found;
+    std::vector<int> all;
     for (const auto& entry : std::filesystem::directory_iterator{"/proc"}) {
         QFile name{QString::fromStdString(entry.path().string() + "/comm")};
         QFile stat{QString::fromStdString(entry.path().string() + "/stat")};
         if (name.open(QIODevice::ReadOnly) && name.readAll().startsWith("pacelet-browser") &&
             stat.open(QIODevice::ReadOnly) && program_ &&
             stat.readAll().split(')').last().split(' ').value(2).toInt() == program_->pid()) {
-            found.push_back(std::stoi(entry.path().filename().string()));
+            all.push_back(std::stoi(entry.path().filename().string()));
         }
     }
-    return found;
+    return all;
 }
 
 } // namespace pacelet::testing

@@ -14,7 +14,7 @@
 namespace pacelet::testing {
 
 /// Long enough for a browser on a crowded machine, in milliseconds.
-inline constexpr int browserPatience = 300'000;
+inline constexpr int browserPatience = 180'000;
 
 /// Waits for it, while events are handled.
 template<typename Condition>
@@ -22,14 +22,19 @@ bool comesTrue(Condition condition) {
     return QTest::qWaitFor(condition, browserPatience);
 }
 
-/// Serves pages on this machine: "/3" is the third of the titles.
+/// Serves pages on this machine: "/3" is the fourth of them.
 class PageServer {
 public:
+    struct Page {
+        std::string title;
+        std::string addition; ///< to the address, which the page makes itself
+    };
+
     PageServer();
 
     std::string address(std::size_t page) const;
 
-    std::vector<std::string> titles;
+    std::vector<Page> pages;
 
 private:
     void answer(QTcpSocket& socket) const;
