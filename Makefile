@@ -1,6 +1,6 @@
 # The front door. Every goal installs what is missing and builds first.
 
-.PHONY: run demo test lint asan asan-core tsan bench truth figures torture fuzz fuzz-coverage mutants package guides pictures mac-check clean
+.PHONY: run demo test lint asan asan-core tsan bench truth figures torture fuzz fuzz-coverage mutants package guides pictures mac-check clean test-browser
 
 SCENARIO = chrome-tabs
 SEEDS = 100
@@ -27,6 +27,11 @@ ifneq ($(system),Darwin)
 endif
 	@scripts/build.sh release
 	@ctest --preset release -j2
+
+test-browser: ## The tab cleaner on a real browser, which is installed if it is missing
+	@scripts/install.sh scripts/packages-browser.txt
+	@scripts/build.sh release real-browser-tests pacelet
+	@scripts/test-browser.sh
 
 lint: ## Layout of the code, include walls, QML and clang-tidy, over the whole tree
 	@scripts/build.sh release

@@ -42,8 +42,9 @@ BrowserConnections::BrowserConnections(Settings settings, std::function<void()> 
 
 bool BrowserConnections::isRunning(const std::string& identifier) const {
     const auto processes = settings_.processes();
+    // Helpers outlive a browser that has crashed for a moment.
     return std::any_of(processes.begin(), processes.end(), [&](const AppProcess& process) {
-        return bundleIdentifier(process.appID) == identifier;
+        return process.role == AppRole::main && bundleIdentifier(process.appID) == identifier;
     });
 }
 

@@ -1,0 +1,366 @@
+#include "tests/browser/RealBrowser.h"
+
+#include "Core/Support/Descriptor.h"
+#include "Hosts/Linux/LinuxHost.h"
+#include "PaceletApp/AppPreferences/AppPreferences.h"
+#include "PaceletApp/Application/Application.h"
+#include "PaceletApp/Application/Program.h"
+#include "PaceletApp/BrowserPanel/BrowserPanelModel.h"
+#include "PaceletApp/RootView/RootModel.h"
+#include "PaceletApp/Router/Router.h"
+#include "PaceletApp/Scheduler/RealScheduler.h"
+#include "tests/PaceletApp/Support/WindowProbe.h"
+#include "tests/Support/Table.h"
+#include "tests/Support/TemporaryFolder.h"
+#include "tools/session/Session.h"
+
+#include <QElapsedTimer>
+#include <QQuickWindow>
+
+#include <algorithm>
+#include <cstdlib>
+#include <fmt/format.h>
+#include <functional>
+#include <gmock/gmock.h>
+#include <optional>
+#include <random>
+
+namespace pacelet::testing {
+namespace {
+
+constexpr auto chromium = ChromiumBrowser::chromium;
+
+/// The program as the user has it, on this machine, with its window.
+class Running {
+public:
+    explicit Running(const Linux::LinuxSettings& settings)
+        : host{settings},
+          scheduler{host.clock()},
+          application{host.platform(), scheduler, Session::bundledCatalog()} {
+        application.preferences().setOnboarded(true);
+        application.setWishes({.reducedMotion = true});
+        application.start();
+        application.showWindow();
+        probe.emplace(*application.window());
+        host.platform().preferences.setBoolean(
+            "primer.automation." + std::string{rawValue(chromium)}, true);
+        application.router().setBrowser(chromium);
+    }
+
+    BrowserPanelModel* panel() {
+        auto* const root = application.window()->property("model").value<RootModel*>();
+        return qobject_cast<BrowserPanelModel*>(root->sheet()->content());
+    }
+
+    bool comesUp(const std::string& text) {
+        return comesTrue([&] { return probe->shows(text); });
+    }
+
+    /// Nothing is under way any more.
+    bool rests() {
+        return comesTrue([&] { return panel()->phaseName() != u"loading" && !panel()->working(); });
+    }
+
+    /// Presses the button once it is there, and laid out.
+    bool press(const char* button) {
+        const bool isThere = comesUp(button);
+        if (isThere) {
+            application.window()->grabWindow();
+            probe->clickText(button);
+        }
+        return isThere;
+    }
+
+    /// Presses the button, agrees to what is asked, and waits for the end. A question that follows
+    /// another one takes no answer at first.
+    bool act(const char* button, const char* agreement) {
+        return press(button) &&
+               comesTrue([&] { return !panel()->question()->isOpen() || !press(agreement); }) &&
+               rests();
+    }
+
+    std::vector<OpenPage> listed() {
+        std::vector<OpenPage> pages;
+        for (const BrowserWindow& window : panel()->windows()) {
+            for (const BrowserTab& tab : window.tabs) {
+                if (tab.url.starts_with("http")) {
+                    pages.emplace_back(tab.url, tab.title);
+                }
+            }
+        }
+        std::sort(pages.begin(), pages.end());
+        return pages;
+    }
+
+    /// Reads the tabs until the list is what it should be: pages may still be on their way.
+    template<typename Pages>
+    bool lists(Pages pages) {
+        return comesTrue([&] {
+            if (panel()->phaseName() == u"loaded" && listed() == pages()) {
+                return true;
+            }
+            if (panel()->phaseName() != u"loading" && !panel()->working()) {
+                panel()->load();
+            }
+            return false;
+        });
+    }
+
+    Linux::LinuxHost host;
+    RealScheduler scheduler;
+    Application application;
+    std::optional<WindowProbe> probe;
+};
+
+class RealBrowserTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(RealBrowser::isThere()) << "There is no Chromium here.";
+        for (std::size_t page = 0; page < 40; ++page) {
+            server.pages.push_back({"Page " + std::to_string(page), ""});
+        }
+        settings.configFolder = folder.path() / "config";
+        settings.dataFolder = folder.path() / "data";
+        settings.runtimeFolder = folder.path() / "run/pacelet";
+        settings.display.clear();
+        settings.postToUI = postToUI;
+        // Where the bridge, which the browser starts, looks for us.
+        std::filesystem::create_directories(folder.path() / "run");
+        ::setenv("XDG_RUNTIME_DIR", (folder.path() / "run").c_str(), 1);
+        folder.write("config/chromium/Local State",
+                     R"({"profile":{"info_cache":{"Default":{"name":"Home"},)"
+                     R"("Work":{"name":"Work"}}}})");
+    }
+
+    /// A window of the profile with pages, the last ones of which are there twice.
+    void openWindow(const std::string& profile, std::size_t first, std::size_t count,
+                    std::size_t twice) {
+        std::vector<std::string> arguments{"--profile-directory=" + profile, "--new-window"};
+        for (std::size_t page = 0; page < count + twice; ++page) {
+            arguments.push_back(server.address(first + page - (page < count ? 0 : twice)));
+        }
+        browser.open(arguments);
+    }
+
+    /// What the browser itself has open, without the incognito window, in words without control
+    /// characters.
+    std::vector<OpenPage> open() const {
+        auto pages = browser.pages();
+        std::erase_if(pages, [&](const OpenPage& page) { return page.first == secret; });
+        for (auto& [address, title] : pages) {
+            std::ranges::replace_if(
+                title, [](char byte) { return static_cast<unsigned char>(byte) < 0x20; }, ' ');
+        }
+        std::ranges::sort(pages);
+        return pages;
+    }
+    bool opensCount(std::size_t count) const {
+        return comesTrue([&] { return open().size() == count; });
+    }
+
+    /// As if the person had pressed the button.
+    static void registerBridge(Running& pacelet) {
+        ASSERT_TRUE(pacelet.host.platform().browserExtension->registerProgram(
+            std::string{rawValue(chromium)}));
+    }
+
+    /// The panel comes to list what the browser has open.
+    bool lists(Running& pacelet) const {
+        return pacelet.lists([this] { return open(); });
+    }
+
+    /// Three windows with 40 tabs in two profiles, five of them twice, and an incognito window.
+    void openAll() {
+        openWindow("Default", 0, 15, 0);
+        ASSERT_TRUE(opensCount(15));
+        openWindow("Default", 15, 10, 5);
+        ASSERT_TRUE(opensCount(30));
+        openWindow("Work", 25, 10, 0);
+        ASSERT_TRUE(opensCount(40));
+        browser.open({"--profile-directory=Default", "--incognito", secret});
+        ASSERT_TRUE(comesTrue([&] { return browser.opens(secret); }));
+    }
+
+    TemporaryFolder folder;
+    Linux::LinuxSettings settings;
+    PageServer server;
+    const std::string secret = server.address(39);
+    RealBrowser browser{(folder.path() / "config/chromium").string()};
+};
+
+TEST_F(RealBrowserTest, IsSetUpListedAndCleanedUp) {
+    std::optional<Running> pacelet{std::in_place, settings};
+    ASSERT_TRUE(pacelet->comesUp("Chromium isn't running."));
+    openAll();
+    ASSERT_TRUE(pacelet->press("Try again"));
+
+    // Nothing is written before the user agrees, and then no more has to be pressed.
+    const std::string file = "config/chromium/NativeMessagingHosts/app.pacelet.browser.json";
+    EXPECT_TRUE(pacelet->comesUp("Chromium shows its tabs only to extensions."));
+    EXPECT_EQ(folder.read(file), "");
+    ASSERT_TRUE(pacelet->press("Set up Chromium"));
+    ASSERT_TRUE(comesTrue([&] { return folder.read(file) != ""; }));
+    ASSERT_TRUE(comesTrue([&] {
+        return pacelet->panel()->setupName() == u"registered" ||
+               pacelet->panel()->phaseName() == u"loaded";
+    }));
+    ASSERT_TRUE(comesTrue([&] { return pacelet->panel()->phaseName() == u"loaded"; }));
+    ASSERT_TRUE(comesTrue([&] { return browser.bridges().size() == 2; }));
+    ASSERT_TRUE(lists(*pacelet));
+    ASSERT_TRUE(pacelet->comesUp("40 tabs in 3 windows"));
+
+    ASSERT_TRUE(pacelet->act("Close 5 duplicates", "Close Tabs"));
+    ASSERT_TRUE(opensCount(35));
+    EXPECT_TRUE(pacelet->comesUp("35 tabs in 3 windows"));
+    EXPECT_TRUE(pacelet->probe->shows("No duplicate tabs"));
+
+    pacelet->panel()->select(1, true);
+    pacelet->panel()->select(2, true);
+    ASSERT_TRUE(pacelet->act("Close selected (2)", "Close Tabs"));
+    ASSERT_TRUE(opensCount(33));
+    ASSERT_TRUE(pacelet->act("Merge Home windows", "Merge"));
+    EXPECT_TRUE(pacelet->comesUp("33 tabs in 2 windows"));
+    ASSERT_TRUE(opensCount(33));
+    ASSERT_TRUE(lists(*pacelet));
+    EXPECT_TRUE(browser.opens(secret));
+}
+
+/// Whoever is killed in the middle of whatever the panel does: it comes to an end, and afterwards
+/// the panel and the browser agree.
+TEST_F(RealBrowserTest, SurvivesTheDeathOfEveryPart) {
+    struct Step {
+        const char* name;
+        std::function<void(BrowserPanelModel&)> begin;
+    };
+    const std::vector<Step> steps{
+        {"listing", [](BrowserPanelModel& panel) { panel.load(); }},
+        {"closing",
+         [](BrowserPanelModel& panel) {
+             panel.select(1, true);
+             panel.closeSelected();
+             panel.question()->confirm();
+         }},
+        {"merging",
+         [](BrowserPanelModel& panel) {
+             panel.merge();
+             panel.question()->confirm();
+         }},
+    };
+    std::mt19937 random{3};
+    const auto inTheMiddle = [&] { QTest::qWait(static_cast<int>(random() % 40)); };
+    std::optional<Running> pacelet{std::in_place, settings};
+    registerBridge(*pacelet);
+    for (const auto& [name, begin] : steps) {
+        SCOPED_TRACE(name);
+        const auto secondWindow = [&] {
+            const auto before = open().size();
+            openWindow("Default", before, 4, 0);
+            return opensCount(before + 4) && lists(*pacelet);
+        };
+        openWindow("Default", 0, 5, 0);
+        ASSERT_TRUE(opensCount(5));
+        ASSERT_TRUE(lists(*pacelet));
+
+        // Bridges outlive the program, and serve the next one.
+        ASSERT_TRUE(secondWindow());
+        const auto bridges = browser.bridges();
+        EXPECT_EQ(bridges.size(), 1U);
+        begin(*pacelet->panel());
+        inTheMiddle();
+        pacelet.reset();
+        pacelet.emplace(settings);
+        ASSERT_TRUE(lists(*pacelet));
+        EXPECT_EQ(browser.bridges(), bridges);
+
+        // A bridge that dies is replaced, at once where it had stood for a while.
+        QTest::qWait(10'000);
+        ASSERT_TRUE(secondWindow());
+        begin(*pacelet->panel());
+        inTheMiddle();
+        ::kill(bridges.front(), SIGKILL);
+        ASSERT_TRUE(pacelet->rests());
+        ASSERT_TRUE(comesTrue([&] { return browser.bridges() != bridges; }));
+        ASSERT_TRUE(lists(*pacelet));
+
+        ASSERT_TRUE(secondWindow());
+        const auto last = browser.bridges();
+        begin(*pacelet->panel());
+        inTheMiddle();
+        browser.kill();
+        ASSERT_TRUE(pacelet->rests());
+        EXPECT_TRUE(comesTrue([&] {
+            return std::ranges::none_of(last, [](int pid) { return ::kill(pid, 0) == 0; });
+        }));
+        pacelet->panel()->load();
+        EXPECT_TRUE(pacelet->comesUp("Chromium isn't running."));
+    }
+}
+
+TEST_F(RealBrowserTest, CarriesHostileTitlesAndAddressesBothWays) {
+    std::vector<std::string> pieces;
+    for (const auto& [piece] : rows<1>("Browser", "pieces of hostile text")) {
+        pieces.push_back(piece);
+    }
+    std::mt19937 random{7};
+    const auto hostile = [&] {
+        std::string text;
+        for (auto count = random() % 30; count > 0; --count) {
+            text += pieces[random() % pieces.size()];
+        }
+        return text;
+    };
+    server.pages.clear();
+    for (std::size_t page = 0; page < 200; ++page) {
+        const std::string title = hostile();
+        server.pages.push_back({std::to_string(page) + title, '?' + hostile() + '#' + hostile()});
+    }
+    Running pacelet{settings};
+    registerBridge(pacelet);
+    for (std::size_t first = 0; first < 200; first += 50) {
+        openWindow("Default", first, 50, 0);
+        ASSERT_TRUE(opensCount(first + 50));
+    }
+    ASSERT_TRUE(comesTrue([&] {
+        return std::ranges::none_of(
+            open(), [](const OpenPage& page) { return page.first.find('?') == std::string::npos; });
+    }));
+    ASSERT_TRUE(lists(pacelet));
+    const auto before = open();
+    ASSERT_TRUE(pacelet.act("Merge into one window", "Merge"));
+    ASSERT_TRUE(comesTrue([&] { return open() == before; }));
+    ASSERT_TRUE(lists(pacelet));
+    EXPECT_TRUE(pacelet.comesUp("200 tabs in 1 window"));
+}
+
+/// For figures: with thousands of tabs a browser takes long to come up.
+TEST_F(RealBrowserTest, DISABLED_ListsManyTabs) {
+    const char* const wanted = std::getenv("PACELET_TABS");
+    const auto tabs = static_cast<std::size_t>(std::atoi(wanted != nullptr ? wanted : "500"));
+    server.pages.clear();
+    for (std::size_t page = 0; page < tabs; ++page) {
+        server.pages.push_back(
+            {"Page number " + std::to_string(page), "?a=" + std::to_string(page)});
+    }
+    Running pacelet{settings};
+    registerBridge(pacelet);
+    for (std::size_t first = 0; first < tabs; first += 50) {
+        openWindow("Default", first, 50, 0);
+        ASSERT_TRUE(opensCount(first + 50));
+    }
+    ASSERT_TRUE(lists(pacelet));
+    const Platform platform = pacelet.host.platform();
+    const BrowserController controller{platform};
+    std::vector<double> took;
+    for (int run = 0; run < 15; ++run) {
+        QElapsedTimer clock;
+        clock.start();
+        ASSERT_EQ(BrowserListing{controller.windows(chromium)}.tabs, tabs);
+        took.push_back(static_cast<double>(clock.nsecsElapsed()) / 1e6);
+    }
+    std::ranges::sort(took);
+    fmt::print("{} tabs: {:.0f} ms at best, {:.0f} ms in the middle, {:.0f} ms at worst\n", tabs,
+               took.front(), took[took.size() / 2], took.back());
+}
+
+} // namespace
+} // namespace pacelet::testing
