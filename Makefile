@@ -69,7 +69,7 @@ mac-check: ## Builds the report for both processors of a Mac, and looks for ever
 	@scripts/mac-check.sh
 
 pictures: ## The pictures of the README, in docs/pictures
-	@scripts/build.sh release pacelet-gallery
+	@scripts/build.sh release pacelet-gallery real-browser-tests
 	@scripts/pictures.sh
 
 clean:
