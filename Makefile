@@ -96,7 +96,7 @@ mac-check: ## On Linux, what a Mac will have to build: compiled, the report link
 	@scripts/mac-check.sh
 
 pictures: ## The pictures of the README, in docs/pictures
-	@scripts/build.sh release pacelet-gallery
+	@scripts/build.sh release pacelet-gallery real-browser-tests
 	@scripts/pictures.sh
 
 clean:

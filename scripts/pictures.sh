@@ -26,3 +26,9 @@ processes-captured linux-processes
 backgroundItems-captured linux-background-items
 usage-captured linux-usage
 LIST
+
+# The tabs of a real browser, where there is one.
+if command -v chromium >/dev/null; then
+    PACELET_PICTURE=$PWD/docs/pictures/browser-live.png scripts/test-browser.sh \
+        --gtest_also_run_disabled_tests '--gtest_filter=*SitsForItsPicture' >/dev/null 2>&1
+fi

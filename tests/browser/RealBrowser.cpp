@@ -87,7 +87,7 @@ std::vector<std::string> RealBrowser::command(const std::vector<std::string>& ar
         "--renderer-process-limit=3",
         "--password-store=basic",
         "--remote-debugging-port=0",
-        "--disable-features=DisableLoadExtensionCommandLineSwitch,Translate",
+        "--disable-features=DisableLoadExtensionCommandLineSwitch,HttpsUpgrades,Translate",
         "--load-extension=" + QCoreApplication::applicationDirPath().toStdString() +
             "/Pacelet_Core.bundle/browser-extension",
         "--user-data-dir=" + userData_};

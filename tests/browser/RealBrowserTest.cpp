@@ -332,6 +332,41 @@ TEST_F(RealBrowserTest, CarriesHostileTitlesAndAddressesBothWays) {
     EXPECT_TRUE(pacelet.comesUp("200 tabs in 1 window"));
 }
 
+/// "make pictures" asks for it.
+TEST_F(RealBrowserTest, DISABLED_SitsForItsPicture) {
+    const auto titles = rows<2>("Browser", "pages for a picture");
+    server.pages.clear();
+    std::vector<std::string> hosts;
+    for (const auto& [host, title] : titles) {
+        hosts.push_back(host);
+        server.pages.push_back({title, ""});
+    }
+    const auto addresses = [&](std::initializer_list<std::size_t> pages) {
+        const std::string local = server.address(0);
+        std::vector<std::string> arguments{"--new-window", "--host-resolver-rules=MAP *.example " +
+                                                               local.substr(7, local.size() - 9)};
+        for (const std::size_t page : pages) {
+            arguments.push_back("http://" + hosts[page] + '/' + std::to_string(page));
+        }
+        return arguments;
+    };
+    Running pacelet{settings};
+    registerBridge(pacelet);
+    browser.open(addresses({0, 1, 2, 3, 4, 1, 5}));
+    ASSERT_TRUE(opensCount(7));
+    browser.open(addresses({6, 7, 8, 9, 3, 10, 11}));
+    ASSERT_TRUE(opensCount(14));
+    ASSERT_TRUE(lists(pacelet));
+    ASSERT_TRUE(pacelet.comesUp("Close 2 duplicates"));
+    ASSERT_TRUE(comesTrue([&] { return pacelet.panel()->extensions().has_value(); }));
+    pacelet.panel()->select(3, true);
+    pacelet.panel()->select(5, true);
+    ASSERT_TRUE(pacelet.comesUp("Close selected (2)"));
+    const char* const file = std::getenv("PACELET_PICTURE");
+    ASSERT_NE(file, nullptr);
+    EXPECT_TRUE(pacelet.application.window()->grabWindow().save(file));
+}
+
 /// For figures: with thousands of tabs a browser takes long to come up.
 TEST_F(RealBrowserTest, DISABLED_ListsManyTabs) {
     const char* const wanted = std::getenv("PACELET_TABS");
@@ -343,9 +378,9 @@ TEST_F(RealBrowserTest, DISABLED_ListsManyTabs) {
     }
     Running pacelet{settings};
     registerBridge(pacelet);
-    for (std::size_t first = 0; first < tabs; first += 50) {
-        openWindow("Default", first, 50, 0);
-        ASSERT_TRUE(opensCount(first + 50));
+    for (std::size_t first = 0; first < tabs; first += 250) {
+        openWindow("Default", first, std::min<std::size_t>(250, tabs - first), 0);
+        ASSERT_TRUE(opensCount(std::min(first + 250, tabs)));
     }
     ASSERT_TRUE(lists(pacelet));
     const Platform platform = pacelet.host.platform();

@@ -102,8 +102,11 @@ TEST(BundledCatalog, KnowsWhatTheRulesDependOn) {
     const auto machine = shipped().explain("com.apple.Virtualization.VirtualMachine",
                                            std::string{Diagnosis::virtualizationPrefix} + "x", {});
     EXPECT_FALSE(machine.isFallback);
-    const auto chrome = shipped().explain("Google Chrome", "", {});
-    EXPECT_NE(std::ranges::find(chrome.fixes, FixID::reviewTabs), chrome.fixes.end());
+    for (const char* browser :
+         {"Google Chrome", "chrome", "chromium", "brave", "msedge", "opera"}) {
+        const auto fixes = shipped().explain(browser, "", {}).fixes;
+        EXPECT_NE(std::ranges::find(fixes, FixID::reviewTabs), fixes.end()) << browser;
+    }
 }
 
 /// The lists are of programs that were not chosen for what the catalog knows.

@@ -257,6 +257,29 @@ TEST_F(Bridges, ScriptsReachTheTabsOfAllProfilesAndOnlyThose) {
     EXPECT_EQ(TabScript::parse(run(browsers, listScript).stdout, "Google Chrome").size(), 1U);
 }
 
+/// An answer longer than what a pipe or a socket holds; the time is for docs/performance.md.
+TEST_F(Bridges, CarryThousandsOfTabs) {
+    BrowserConnections browsers{settings(), {}};
+    std::vector<std::string> windows;
+    for (int first = 1; first < 5000; first += 100) {
+        std::vector<std::string> tabs;
+        for (int each = first; each < first + 100; ++each) {
+            tabs.push_back(tab(each, "What stands in the title of page " + std::to_string(each)));
+        }
+        windows.push_back(window(first, tabs));
+    }
+    PlayedBrowser browser{runtime()};
+    browser.serve([list = fmt::format("\"windows\":[{}]", fmt::join(windows, ","))](
+                      const std::string&) { return list; });
+    connect(browsers, 1);
+    const auto start = std::chrono::steady_clock::now();
+    const auto listed = TabScript::parse(run(browsers, listScript).stdout, "Google Chrome");
+    const std::chrono::duration<double, std::milli> took = std::chrono::steady_clock::now() - start;
+    ASSERT_EQ(listed.size(), 50U);
+    EXPECT_EQ(listed.back().tabs.back().title, "What stands in the title of page 5000");
+    fmt::print("5000 tabs: {:.0f} ms\n", took.count());
+}
+
 TEST_F(Bridges, ABrowserThatDiesInTheMiddleOrRefusesIsToldApart) {
     BrowserConnections browsers{settings(), {}};
     PlayedBrowser browser{runtime()};
