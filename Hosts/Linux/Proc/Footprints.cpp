@@ -32,6 +32,7 @@ constexpr double restBetweenLooksForHeld = 2000; ///< they go through every proc
 /// What those who ask may spend on samples: at once, and of the time that passes.
 constexpr Seconds mostAtOnce{0.12};
 constexpr double shareOfTime = 0.01;
+constexpr int enoughSiblings = 6;        ///< to tell of the others
 constexpr double sampledPerSecond = 4e9; ///< bytes in pages that the kernel goes through, about
 
 /// Longer than the longest time between two ticks.
@@ -94,7 +95,8 @@ std::optional<std::int64_t> Footprints::of(std::int32_t pid) {
     auto found = samples_.find(pid);
     if (found == samples_.end() && now->total() >= largeBytes) {
         const Seconds likelyCost{static_cast<double>(now->total()) / sampledPerSecond};
-        if (mayAfford(likelyCost, uptime)) {
+        const Siblings known = siblings(parentOf(*status));
+        if (known.count < enoughSiblings && mayAfford(likelyCost, uptime)) {
             lock.unlock();
             auto sample = take(pid);
             lock.lock();
@@ -104,6 +106,9 @@ std::optional<std::int64_t> Footprints::of(std::int32_t pid) {
             }
         } else {
             wish(pid, now->total());
+            if (known.count > 0) {
+                return std::max<std::int64_t>(0, now->total() - known.excess / known.count) + held;
+            }
         }
     }
     if (found == samples_.end()) {
@@ -164,6 +169,20 @@ void Footprints::lookForHeld() {
     const std::lock_guard lock{mutex_};
     held_ = std::move(held);
     heldCost_ = cost;
+}
+
+Footprints::Siblings Footprints::siblings(std::int32_t parent) const {
+    Siblings all;
+    if (!samples_.contains(parent)) {
+        return all; // a small one, as the one that starts the session's programs, shares little
+    }
+    for (const auto& [pid, sample] : samples_) {
+        if (sample.parent == parent) {
+            ++all.count;
+            all.excess += sample.then.total() - sample.bytes;
+        }
+    }
+    return all;
 }
 
 /// Takes the cost off the allowance if there is enough of it.

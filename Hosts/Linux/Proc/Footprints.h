@@ -19,7 +19,8 @@ namespace pacelet::Linux {
 /// the pages of a large process are shared is therefore sampled now and then, by a thread of its
 /// own since the kernel goes through all of them for it; between two samples the cheap counters
 /// tell what has changed. So that the first answer is true, too, whoever asks takes the first
-/// sample of a process on the spot, within narrow bounds. Small processes count as the cheap
+/// samples on the spot, within narrow bounds: of some children of each parent, which tell what the
+/// others have in common with it until their turn comes. Small processes count as the cheap
 /// counters have them, without shared mappings. When the machine's shared memory has moved, the
 /// same thread looks for files in memory that are held without being mapped. Safe from any thread.
 class Footprints {
@@ -60,6 +61,13 @@ private:
     bool mayHoldMore(Seconds uptime);
     std::int64_t heldBy(std::int32_t pid);
     void lookForHeld();
+    /// What was found of the children of one process.
+    struct Siblings {
+        int count = 0;
+        std::int64_t excess = 0; ///< of the cheap counters over their shares, all together
+    };
+
+    Siblings siblings(std::int32_t parent) const;
     bool mayAfford(Seconds cost, Seconds uptime);
     static bool isDue(const Sample& sample, const ProcessMemory& now, Seconds uptime);
     void wish(std::int32_t pid, std::int64_t bytes);
