@@ -47,8 +47,8 @@ private:
     void lookEnded();
     std::vector<ProcessUsage> measure(const Simulated::World& world);
     void judge(const Simulated::World& world, std::vector<ProcessUsage> usages);
-    std::string causeIn(const Simulated::World& world, std::vector<ProcessGroup> groups,
-                        double scale) const;
+    std::set<std::string> firstCauses(const Simulated::World& world,
+                                      std::vector<ProcessGroup> groups, double scale) const;
     void note(const std::string& fault);
     void keepMinute();
     void sortMinutes(int cleared);
