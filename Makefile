@@ -1,6 +1,6 @@
 # The front door. Every goal installs what is missing and builds first.
 
-.PHONY: run demo test lint asan asan-core tsan bench truth figures fuzz package guides pictures mac-check clean
+.PHONY: run demo test lint asan asan-core tsan bench truth figures fuzz fuzz-coverage package guides pictures mac-check clean
 
 SCENARIO = chrome-tabs
 
@@ -54,9 +54,15 @@ figures: ## What the window costs: a start, memory, and processor time over four
 	@scripts/build.sh release window-figures
 	@scripts/window-figures.sh
 
-fuzz: ## A minute of every fuzzer
+HOURS = 0.5
+
+fuzz: ## All fuzzers for some hours, keeping what they reach in build/fuzz/corpus: make fuzz HOURS=8
 	@scripts/build.sh fuzz
-	@scripts/fuzz.sh -1 60
+	@scripts/fuzz-long.sh $(HOURS)
+
+fuzz-coverage: ## How many lines of each parser the fuzzers' corpora reach
+	@scripts/build.sh fuzz-coverage
+	@scripts/fuzz-coverage.sh
 
 package: ## A Debian package of the programs, in build/packages
 	@scripts/build.sh release pacelet pacelet-demo pacelet-report pacelet_desktop_files
