@@ -6,7 +6,6 @@
 
 #include "Core/Support/StandardStreams.h"
 #include "Core/Support/Text.h"
-#include "PaceletApp/Application/Program.h"
 #include "PaceletApp/Components/Typography.h"
 #include "tools/torture/Trial.h"
 #include "tools/torture/Watch.h"
@@ -19,6 +18,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cstdio>
+#include <filesystem>
 #include <mutex>
 #include <span>
 #include <string_view>
@@ -96,7 +96,7 @@ private:
         std::fflush(stdout);
     }
 
-    const std::string program_ = (programFolder() / "pacelet-torture").string();
+    const std::string program_ = std::filesystem::read_symlink("/proc/self/exe").string();
     std::atomic<std::uint64_t> next_;
     std::uint64_t end_;
     std::atomic<int> failed_ = 0;
