@@ -30,7 +30,7 @@ endif
 
 test-browser: ## The tab cleaner on a real browser, which is installed if it is missing
 	@scripts/install.sh scripts/packages-browser.txt
-	@scripts/build.sh release real-browser-tests pacelet
+	@scripts/build.sh release real-browser-tests
 	@scripts/test-browser.sh
 
 lint: ## Layout of the code, include walls, QML and clang-tidy, over the whole tree

@@ -32,7 +32,7 @@ constexpr std::array linuxPhrases{
            "it off here anytime.",
            "You can turn it off here anytime."},
     Phrase{"macOS will ask you to allow Pacelet to control {}.",
-           "Pacelet reaches {} through an extension, which you add once."},
+           "Pacelet reaches {} through an extension of its own."},
     // It is not made for this system, whose own tools show what fills the disk.
     Phrase{"Free up space with Tidyvault", "Free up space"},
     Phrase{"macOS will ask", "Your desktop will ask"},
