@@ -1,6 +1,6 @@
 # The front door. Every goal installs what is missing and builds first.
 
-.PHONY: run demo test lint asan asan-core tsan bench truth figures torture fuzz package guides pictures mac-check clean
+.PHONY: run demo test lint asan asan-core tsan bench truth figures torture fuzz fuzz-coverage package guides pictures mac-check clean
 
 SCENARIO = chrome-tabs
 SEEDS = 100
@@ -52,9 +52,15 @@ torture: ## A person who tries everything, on machines on which everything happe
 	@scripts/build.sh release pacelet-torture
 	@build/release/bin/pacelet-torture $(SEEDS) $(FIRST)
 
-fuzz: ## A minute of every fuzzer
+HOURS = 0.5
+
+fuzz: ## All fuzzers for some hours, keeping what they reach in build/fuzz/corpus: make fuzz HOURS=8
 	@scripts/build.sh fuzz
-	@scripts/fuzz.sh -1 60
+	@scripts/fuzz-long.sh $(HOURS)
+
+fuzz-coverage: ## How many lines of each parser the fuzzers' corpora reach
+	@scripts/build.sh fuzz-coverage
+	@scripts/fuzz-coverage.sh
 
 package: ## A Debian package of the programs, in build/packages
 	@scripts/build.sh release pacelet pacelet-demo pacelet-report pacelet_desktop_files

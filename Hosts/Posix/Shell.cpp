@@ -14,10 +14,12 @@
 #include <unistd.h>
 #include <utility>
 
-// Whoever uses it declares it; not every system does so itself.
+#ifdef __APPLE__
+// Its headers leave that to whoever uses it.
 extern "C" {
 extern char** environ;
 }
+#endif
 
 namespace pacelet::Shell {
 

@@ -26,7 +26,7 @@ Shell::Output TapedTools::run(const std::string& executable,
             return {error.code().value(), {}};
         }
     };
-    ToolAnswer answer = tape_.answer<ToolAnswer>(call, {noSuchFile, {}}, live);
+    auto answer = tape_.answer<ToolAnswer>(call, {noSuchFile, {}}, live);
     if (answer.launchFailure) {
         throw LaunchError{executable, {*answer.launchFailure, std::generic_category()}};
     }
@@ -42,7 +42,7 @@ std::optional<std::size_t> TapedKernel::sysctlbyname(std::string_view name,
         const auto* const first = reinterpret_cast<const std::uint8_t*>(record.data());
         return size ? Bytes{std::in_place, first, first + *size} : std::nullopt;
     };
-    const Bytes bytes = tape_.answer<Bytes>(fmt::format("sysctlbyname {}", name), {}, live);
+    const auto bytes = tape_.answer<Bytes>(fmt::format("sysctlbyname {}", name), {}, live);
     if (!bytes || bytes->size() > record.size()) {
         return std::nullopt;
     }

@@ -16,15 +16,15 @@ constexpr std::string_view toldOfLeavingKey = "toldOfLeaving";
 AppPreferences::AppPreferences(Preferences& preferences, QObject* parent)
     : QObject{parent},
       preferences_{preferences},
-      onboarded_{preferences.boolean(onboardedKey).value_or(false)},
-      showMenuBar_{preferences.boolean(showMenuBarKey).value_or(true)},
       toldOfLeaving_{preferences.boolean(toldOfLeavingKey).value_or(false)},
-      troubleObserver_{preferences.observeTrouble([this] { Q_EMIT troubleChanged(); })} {}
+      troubleObserver_{preferences.observeTrouble([this] { Q_EMIT troubleChanged(); })},
+      onboarded_{preferences.boolean(onboardedKey).value_or(false)},
+      showMenuBar_{preferences.boolean(showMenuBarKey).value_or(true)} {}
 
 void AppPreferences::setOnboarded(bool onboarded) {
-    if (std::exchange(onboarded_, onboarded) != onboarded) {
+    if (onboarded != onboarded_) {
         preferences_.setBoolean(onboardedKey, onboarded);
-        Q_EMIT onboardedChanged();
+        onboarded_ = onboarded;
     }
 }
 
@@ -35,9 +35,9 @@ void AppPreferences::setToldOfLeaving() {
 }
 
 void AppPreferences::setShowMenuBar(bool show) {
-    if (std::exchange(showMenuBar_, show) != show) {
+    if (show != showMenuBar_) {
         preferences_.setBoolean(showMenuBarKey, show);
-        Q_EMIT showMenuBarChanged();
+        showMenuBar_ = show;
     }
 }
 

@@ -3,6 +3,7 @@
 #include "Core/Platform/Preferences.h"
 
 #include <QObject>
+#include <QProperty>
 
 namespace pacelet {
 
@@ -17,11 +18,11 @@ public:
     explicit AppPreferences(Preferences& preferences, QObject* parent = nullptr);
 
     /// The first-run sheet has been completed.
-    bool onboarded() const { return onboarded_; }
+    bool onboarded() const { return onboarded_.value(); }
     void setOnboarded(bool onboarded);
 
     /// The menu-bar item is present.
-    bool showMenuBar() const { return showMenuBar_; }
+    bool showMenuBar() const { return showMenuBar_.value(); }
     void setShowMenuBar(bool show);
 
     /// The user knows how to come back where no menu-bar item leads there.
@@ -38,10 +39,11 @@ Q_SIGNALS:
 
 private:
     Preferences& preferences_;
-    bool onboarded_;
-    bool showMenuBar_;
     bool toldOfLeaving_;
     ObserverHandle troubleObserver_;
+    Q_OBJECT_BINDABLE_PROPERTY(AppPreferences, bool, onboarded_, &AppPreferences::onboardedChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(AppPreferences, bool, showMenuBar_,
+                               &AppPreferences::showMenuBarChanged)
 };
 
 } // namespace pacelet

@@ -17,10 +17,7 @@ AppUpdater::AppUpdater(const UpdateSettings& settings,
 }
 
 void AppUpdater::readController() {
-    const bool can = controller_->canCheckForUpdates();
-    if (std::exchange(canCheckForUpdates_, can) != can) {
-        Q_EMIT canCheckForUpdatesChanged();
-    }
+    canCheckForUpdates_ = controller_->canCheckForUpdates();
 }
 
 bool AppUpdater::automaticallyChecksForUpdates() const {

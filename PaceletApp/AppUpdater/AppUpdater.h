@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QProperty>
 
 #include <functional>
 #include <memory>
@@ -41,7 +42,7 @@ public:
                QObject* parent = nullptr);
 
     bool isConfigured() const { return configured_; }
-    bool canCheckForUpdates() const { return canCheckForUpdates_; }
+    bool canCheckForUpdates() const { return canCheckForUpdates_.value(); }
 
     /// Whether the updater looks for updates by itself. Without one it does not.
     bool automaticallyChecksForUpdates() const;
@@ -60,8 +61,9 @@ private:
 
     std::unique_ptr<UpdaterController> controller_;
     bool configured_;
-    bool canCheckForUpdates_ = false;
     bool started_ = false;
+    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(AppUpdater, bool, canCheckForUpdates_, false,
+                                         &AppUpdater::canCheckForUpdatesChanged)
 };
 
 } // namespace pacelet

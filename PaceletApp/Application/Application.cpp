@@ -27,12 +27,12 @@ QScreen* screenAt(QPoint place) {
 } // namespace
 
 Application::Application(const Platform& platform, Scheduler& scheduler,
-                         std::optional<ProcessCatalog> catalog)
+                         const std::optional<ProcessCatalog>& catalog)
     : words_{platform.system},
       platform_{platform},
       scheduler_{scheduler},
       preferences_{platform.preferences},
-      monitor_{platform, scheduler, std::move(catalog)},
+      monitor_{platform, scheduler, catalog},
       actions_{platform, scheduler, monitor_, router_, tidyvaultWebsite},
       updater_{UpdateSettings{}, nullptr},
       speedTester_{platform, scheduler} {

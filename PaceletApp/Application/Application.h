@@ -32,7 +32,7 @@ public:
     /// The host behind `platform` and the scheduler outlive this. Without a catalog there is
     /// nothing to see but one message.
     Application(const Platform& platform, Scheduler& scheduler,
-                std::optional<ProcessCatalog> catalog);
+                const std::optional<ProcessCatalog>& catalog);
     ~Application() override;
 
     Monitor& monitor() { return monitor_; }

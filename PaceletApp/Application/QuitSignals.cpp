@@ -39,7 +39,7 @@ QuitSignals::QuitSignals()
         ::sigaction(number, nullptr, &now);
         if (now.sa_handler == SIG_DFL) {
             now.sa_handler = post;
-            now.sa_flags = SA_RESETHAND | SA_RESTART;
+            now.sa_flags = static_cast<int>(SA_RESETHAND | SA_RESTART);
             ::sigaction(number, &now, nullptr);
         }
     }

@@ -36,10 +36,7 @@ void BackgroundItemsModel::refresh() {
     };
     const std::vector<BackgroundItem>& items = monitor_.backgroundItems();
     rows_.update(backgroundRows(grouped(items, before), facts));
-    if (empty_ != items.empty()) {
-        empty_ = items.empty();
-        Q_EMIT emptyChanged();
-    }
+    empty_ = items.empty();
 }
 
 } // namespace pacelet

@@ -5,6 +5,7 @@
 
 #include <QCollator>
 #include <QObject>
+#include <QProperty>
 #include <QtQml/qqmlregistration.h>
 
 namespace pacelet {
@@ -24,7 +25,7 @@ public:
     explicit BackgroundItemsModel(const SharedObjects& objects, QObject* parent = nullptr);
 
     QAbstractItemModel* rows() { return &rows_; }
-    bool empty() const { return empty_; }
+    bool empty() const { return empty_.value(); }
 
 Q_SIGNALS:
     void emptyChanged();
@@ -35,7 +36,8 @@ private:
     Monitor& monitor_;
     QCollator collator_;
     BackgroundListModel rows_;
-    bool empty_ = false;
+    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(BackgroundItemsModel, bool, empty_, false,
+                                         &BackgroundItemsModel::emptyChanged)
 };
 
 } // namespace pacelet

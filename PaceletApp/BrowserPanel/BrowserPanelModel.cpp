@@ -59,7 +59,7 @@ BrowserPanelModel::BrowserPanelModel(const SharedObjects& objects, ChromiumBrows
     if (objects_.platform.preferences.boolean(primerKey()).value_or(false)) {
         load();
     } else {
-        setPhase({BrowserPhase::Kind::primer, {}});
+        phase_ = BrowserPhase{BrowserPhase::Kind::primer, {}};
     }
 }
 
@@ -68,7 +68,7 @@ std::string BrowserPanelModel::primerKey() const {
 }
 
 QString BrowserPanelModel::phaseName() const {
-    return qtText(rawValue(phase_.kind));
+    return qtText(rawValue(phase().kind));
 }
 
 MessageLook BrowserPanelModel::primer() const {
@@ -80,15 +80,15 @@ QString BrowserPanelModel::loadingText() const {
 }
 
 MessageLook BrowserPanelModel::failure() const {
-    if (!phase_.isFailure()) {
+    if (!phase().isFailure()) {
         return {};
     }
     return lookOf(BrowserTexts::failure(
-        phase_, browser_, phase_.setup ? objects_.platform.browserExtension->folder() : ""));
+        phase(), browser_, phase().setup ? objects_.platform.browserExtension->folder() : ""));
 }
 
 QString BrowserPanelModel::setupName() const {
-    return phase_.setup ? qtText(rawValue(*phase_.setup)) : QString{};
+    return phase().setup ? qtText(rawValue(*phase().setup)) : QString{};
 }
 
 QString BrowserPanelModel::setUpText() const {
@@ -105,13 +105,13 @@ void BrowserPanelModel::openAutomationSettings() {
 }
 
 void BrowserPanelModel::setUp() {
-    if (!working_ && phase_.setup) {
+    if (!working_ && phase().setup) {
         detach(setUp(QPointer{this}));
     }
 }
 
 QCoro::Task<> BrowserPanelModel::setUp(QPointer<BrowserPanelModel> model) {
-    model->setWorking(true);
+    model->working_ = true;
     auto writing = model->objects_.scheduler.runInBackground(
         [extension = model->objects_.platform.browserExtension, browser = model->browser_] {
             return extension->registerProgram(std::string{rawValue(browser)});
@@ -123,10 +123,11 @@ QCoro::Task<> BrowserPanelModel::setUp(QPointer<BrowserPanelModel> model) {
     if (isWritten) {
         co_await lookAgain(model);
     } else {
-        model->setPhase({BrowserPhase::Kind::failed, BrowserTexts::setUpFailed(model->browser_)});
+        model->phase_ =
+            BrowserPhase{BrowserPhase::Kind::failed, BrowserTexts::setUpFailed(model->browser_)};
     }
     if (model) {
-        model->setWorking(false);
+        model->working_ = false;
     }
 }
 
@@ -137,8 +138,8 @@ void BrowserPanelModel::copyFolder() {
 }
 
 void BrowserPanelModel::browsersChanged() {
-    if (phase_.kind == BrowserPhase::Kind::notPermitted ||
-        phase_.kind == BrowserPhase::Kind::notRunning) {
+    if (phase().kind == BrowserPhase::Kind::notPermitted ||
+        phase().kind == BrowserPhase::Kind::notRunning) {
         detach(lookAgain(QPointer{this}));
     }
 }
@@ -148,7 +149,7 @@ void BrowserPanelModel::load() {
 }
 
 QCoro::Task<> BrowserPanelModel::load(QPointer<BrowserPanelModel> model) {
-    model->setPhase({BrowserPhase::Kind::loading, {}});
+    model->phase_ = BrowserPhase{BrowserPhase::Kind::loading, {}};
     auto reading = model->readInBackground();
     Reading result = co_await reading;
     if (model) {
@@ -158,11 +159,11 @@ QCoro::Task<> BrowserPanelModel::load(QPointer<BrowserPanelModel> model) {
 }
 
 QCoro::Task<> BrowserPanelModel::lookAgain(QPointer<BrowserPanelModel> model) {
-    const BrowserPhase before = model->phase_;
+    const BrowserPhase before = model->phase();
     auto reading = model->readInBackground();
     Reading result = co_await reading;
     // Whatever the user has done meanwhile goes on as it is.
-    if (model && model->phase_ == before) {
+    if (model && model->phase() == before) {
         model->show(std::move(result));
         co_await measureExtensions(model);
     }
@@ -183,9 +184,9 @@ BackgroundTask<BrowserPanelModel::Reading> BrowserPanelModel::readInBackground()
 void BrowserPanelModel::show(Reading reading) {
     if (auto* const listing = std::get_if<BrowserListing>(&reading)) {
         setListing(std::move(*listing));
-        setPhase({BrowserPhase::Kind::loaded, {}});
+        phase_ = BrowserPhase{BrowserPhase::Kind::loaded, {}};
     } else {
-        setPhase(std::get<BrowserPhase>(std::move(reading)));
+        phase_ = std::get<BrowserPhase>(std::move(reading));
     }
 }
 
@@ -221,20 +222,20 @@ BackgroundTask<std::optional<BrowserPhase>> BrowserPanelModel::runInBackground(S
 }
 
 QCoro::Task<> BrowserPanelModel::perform(QPointer<BrowserPanelModel> model, Script run) {
-    model->setWorking(true);
+    model->working_ = true;
     auto running = model->runInBackground(std::move(run));
     std::optional<BrowserPhase> failure = co_await running;
     if (!model) {
         co_return;
     }
     if (failure) {
-        model->setPhase(std::move(*failure));
+        model->phase_ = std::move(*failure);
     } else {
         model->clearSelection();
         co_await load(model);
     }
     if (model) {
-        model->setWorking(false);
+        model->working_ = false;
     }
 }
 
@@ -243,7 +244,7 @@ void BrowserPanelModel::openMemorySaver() {
 }
 
 QCoro::Task<> BrowserPanelModel::openMemorySaver(QPointer<BrowserPanelModel> model) {
-    model->setWorking(true);
+    model->working_ = true;
     auto opening =
         model->runInBackground([browser = model->browser_](const BrowserController& controller) {
             controller.openMemorySaver(browser);
@@ -251,7 +252,7 @@ QCoro::Task<> BrowserPanelModel::openMemorySaver(QPointer<BrowserPanelModel> mod
     // Whether it worked is seen in the browser.
     co_await opening;
     if (model) {
-        model->setWorking(false);
+        model->working_ = false;
     }
 }
 
@@ -307,20 +308,6 @@ void BrowserPanelModel::ask(Question question, Script run) {
                   [this, run = std::move(run)] { detach(perform(QPointer{this}, run)); });
 }
 
-void BrowserPanelModel::setPhase(BrowserPhase phase) {
-    if (phase_ != phase) {
-        phase_ = std::move(phase);
-        Q_EMIT phaseChanged();
-    }
-}
-
-void BrowserPanelModel::setWorking(bool working) {
-    if (working_ != working) {
-        working_ = working;
-        Q_EMIT workingChanged();
-    }
-}
-
 void BrowserPanelModel::setListing(BrowserListing listing) {
     listing_ = std::move(listing);
     std::vector<TabRow> rows = std::exchange(listing_.rows, {});
@@ -338,11 +325,7 @@ void BrowserPanelModel::clearSelection() {
 }
 
 void BrowserPanelModel::refreshLook() {
-    TabsLook next = tabsLook(listing_, browser_, extensions_, selected_);
-    if (look_ != next) {
-        look_ = std::move(next);
-        Q_EMIT lookChanged();
-    }
+    look_ = tabsLook(listing_, browser_, extensions_, selected_);
 }
 
 } // namespace pacelet

@@ -10,6 +10,7 @@
 #include <QCoroTask>
 #include <QObject>
 #include <QPointer>
+#include <QProperty>
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
@@ -62,7 +63,7 @@ public:
     const std::vector<BrowserWindow>& windows() const { return listing_.windows; }
     const std::optional<ExtensionUsage>& extensions() const { return extensions_; }
     const TabSelection& selected() const { return selected_; }
-    bool working() const { return working_; }
+    bool working() const { return working_.value(); }
 
     QString phaseName() const;
     MessageLook primer() const;
@@ -70,7 +71,7 @@ public:
     MessageLook failure() const;
     QString setupName() const;
     QString setUpText() const;
-    const TabsLook& look() const { return look_; }
+    const TabsLook& look() const { return look_.value(); }
     QAbstractItemModel* rows() { return &rows_; }
     QuestionModel* question() { return &question_; }
 
@@ -117,11 +118,10 @@ private:
     BackgroundTask<std::optional<BrowserPhase>> runInBackground(Script run);
     BackgroundTask<Reading> readInBackground();
 
+    const BrowserPhase& phase() const { return phase_.value(); }
     std::string primerKey() const;
     void askClose(std::vector<BrowserTab> tabs, std::string title);
     void ask(Question question, Script run);
-    void setPhase(BrowserPhase phase);
-    void setWorking(bool working);
     void setListing(BrowserListing listing);
     void showRows(std::vector<TabRow> rows);
     void clearSelection();
@@ -130,16 +130,18 @@ private:
     SharedObjects objects_;
     ChromiumBrowser browser_;
     BrowserController controller_;
-    BrowserPhase phase_;
     BrowserListing listing_;
     std::optional<ExtensionUsage> extensions_;
     TabSelection selected_;
     QuestionModel question_;
-    bool working_ = false;
     ObserverHandle watch_; ///< of browsers that come and go
 
-    TabsLook look_;
     TabListModel rows_;
+    Q_OBJECT_BINDABLE_PROPERTY(BrowserPanelModel, BrowserPhase, phase_,
+                               &BrowserPanelModel::phaseChanged)
+    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(BrowserPanelModel, bool, working_, false,
+                                         &BrowserPanelModel::workingChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(BrowserPanelModel, TabsLook, look_, &BrowserPanelModel::lookChanged)
 };
 
 } // namespace pacelet

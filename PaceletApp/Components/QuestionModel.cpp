@@ -58,6 +58,7 @@ void QuestionModel::withdraw() {
 }
 
 /// By value: the action may ask the next question.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 void QuestionModel::answer(Action action) {
     const bool isCalming = replacedAt_ && scheduler_.monotonicNow() - *replacedAt_ < calm;
     if (!isOpen_ || isCalming) {

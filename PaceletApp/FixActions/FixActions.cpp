@@ -177,7 +177,7 @@ void FixActions::quitEnded(const ProcessGroup& group, bool force, const FixOutco
         ask(FixTexts::forceQuit(group.displayName), [this, group] { return quit(group, true); });
     } else {
         monitor_.setStuckApp(group.displayName);
-        setStuckAlert(group.displayName);
+        stuckAlert_ = std::optional{group.displayName};
         monitor_.checkNow();
     }
 }
@@ -207,20 +207,6 @@ QCoro::Task<> FixActions::restartMac() {
 
 void FixActions::report(const FixOutcome& outcome, const std::optional<std::string>& app) {
     setToast(FixTexts::report(outcome, app));
-}
-
-void FixActions::setToast(std::optional<std::string> text) {
-    if (text != toast_) {
-        toast_ = std::move(text);
-        Q_EMIT toastChanged();
-    }
-}
-
-void FixActions::setStuckAlert(std::optional<std::string> name) {
-    if (name != stuckAlert_) {
-        stuckAlert_ = std::move(name);
-        Q_EMIT stuckAlertChanged();
-    }
 }
 
 } // namespace pacelet

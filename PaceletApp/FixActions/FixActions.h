@@ -8,6 +8,7 @@
 
 #include <QCoroTask>
 #include <QObject>
+#include <QProperty>
 #include <QUuid>
 
 #include <functional>
@@ -38,9 +39,9 @@ public:
     /// The dialog to show.
     const std::optional<Confirmation>& confirmation() const { return confirmation_; }
     /// Short message of the last result.
-    const std::optional<std::string>& toast() const { return toast_; }
+    const std::optional<std::string>& toast() const { return toast_.value(); }
     /// Name of an application that cannot be quit.
-    const std::optional<std::string>& stuckAlert() const { return stuckAlert_; }
+    const std::optional<std::string>& stuckAlert() const { return stuckAlert_.value(); }
 
     /// What the button of a fix does, for the group that runs under this id now, or for none.
     void press(FixID fix, const std::optional<std::string>& groupID = {});
@@ -57,8 +58,8 @@ public:
     void acceptConfirmation();
     void dismissConfirmation();
 
-    void setToast(std::optional<std::string> text);
-    void dismissStuckAlert() { setStuckAlert({}); }
+    void setToast(std::optional<std::string> text) { toast_ = std::move(text); }
+    void dismissStuckAlert() { stuckAlert_ = std::optional<std::string>{}; }
 
 Q_SIGNALS:
     void confirmationChanged();
@@ -78,11 +79,8 @@ private:
     QCoro::Task<> restartMac();
     void quitEnded(const ProcessGroup& group, bool force, const FixOutcome& outcome);
     void report(const FixOutcome& outcome, const std::optional<std::string>& app);
-    void setStuckAlert(std::optional<std::string> name);
 
     std::optional<Confirmation> confirmation_;
-    std::optional<std::string> toast_;
-    std::optional<std::string> stuckAlert_;
     FixRunner runner_;
     Scheduler& scheduler_;
     Monitor& monitor_;
@@ -90,6 +88,10 @@ private:
     Log& log_;
     std::string tidyvaultWebsite_;
     HostAbilities abilities_;
+    Q_OBJECT_BINDABLE_PROPERTY(FixActions, std::optional<std::string>, toast_,
+                               &FixActions::toastChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(FixActions, std::optional<std::string>, stuckAlert_,
+                               &FixActions::stuckAlertChanged)
 };
 
 } // namespace pacelet

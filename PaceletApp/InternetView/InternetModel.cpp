@@ -164,11 +164,7 @@ void InternetModel::refresh() {
                                                                   : std::vector<ReadingItem>{});
     speedRows_.update(state_.speed ? readings(*state_.speed) : std::vector<ReadingItem>{});
     fillList(appRows_, trafficByApp(state_.usage, appName_), trafficItem);
-    InternetLook look = internetLook(state_, found_.empty(), now);
-    if (look != look_) {
-        look_ = std::move(look);
-        Q_EMIT lookChanged();
-    }
+    look_ = internetLook(state_, found_.empty(), now);
 }
 
 void InternetModel::fix(int row) {

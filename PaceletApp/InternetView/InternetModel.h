@@ -12,6 +12,7 @@
 #include <QAbstractItemModel>
 #include <QObject>
 #include <QPointer>
+#include <QProperty>
 #include <QtQml/qqmlregistration.h>
 
 #include <optional>
@@ -40,7 +41,7 @@ class InternetModel final : public QObject {
 public:
     explicit InternetModel(const SharedObjects& objects, QObject* parent = nullptr);
 
-    const InternetLook& look() const { return look_; }
+    const InternetLook& look() const { return look_.value(); }
     QuestionModel* question() { return &question_; }
     QAbstractItemModel* findings() { return &findingRows_; }
     QAbstractItemModel* linkRows() { return &linkRows_; }
@@ -74,13 +75,13 @@ private:
     InternetState state_;
     AppName appName_; ///< by the monitor's groups
     std::vector<Finding> found_;
-    InternetLook look_;
     QuestionModel question_;
     FindingListModel findingRows_;
     ReadingListModel linkRows_;
     ReadingListModel speedRows_;
     TrafficListModel appRows_;
     std::optional<StopOwner> polling_; ///< nothing while at rest
+    Q_OBJECT_BINDABLE_PROPERTY(InternetModel, InternetLook, look_, &InternetModel::lookChanged)
 };
 
 } // namespace pacelet

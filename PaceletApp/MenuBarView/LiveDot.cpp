@@ -5,8 +5,6 @@
 
 #include <fmt/format.h>
 
-#include <utility>
-
 namespace pacelet {
 
 namespace {
@@ -44,11 +42,7 @@ void LiveDot::setShown(bool shown) {
 }
 
 void LiveDot::refresh() {
-    QString text = shown() ? liveDotText(monitor_.lastChecked(), scheduler_.now()) : QString{};
-    if (text != text_) {
-        text_ = std::move(text);
-        Q_EMIT textChanged();
-    }
+    text_ = shown() ? liveDotText(monitor_.lastChecked(), scheduler_.now()) : QString{};
 }
 
 } // namespace pacelet

@@ -4,6 +4,7 @@
 #include "PaceletApp/Scheduler/Heartbeat.h"
 
 #include <QObject>
+#include <QProperty>
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
@@ -26,7 +27,7 @@ public:
 
     bool shown() const { return heartbeat_.isActive(); }
     void setShown(bool shown);
-    const QString& text() const { return text_; }
+    const QString& text() const { return text_.value(); }
 
 Q_SIGNALS:
     void shownChanged();
@@ -37,8 +38,8 @@ private:
 
     Monitor& monitor_;
     Scheduler& scheduler_;
-    QString text_;
     Heartbeat heartbeat_;
+    Q_OBJECT_BINDABLE_PROPERTY(LiveDot, QString, text_, &LiveDot::textChanged)
 };
 
 } // namespace pacelet

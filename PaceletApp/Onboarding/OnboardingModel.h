@@ -4,6 +4,7 @@
 #include "PaceletApp/Support/SharedObjects.h"
 
 #include <QObject>
+#include <QProperty>
 #include <QtQml/qqmlregistration.h>
 
 namespace pacelet {
@@ -19,8 +20,8 @@ class OnboardingModel final : public QObject {
 public:
     explicit OnboardingModel(const SharedObjects& objects, QObject* parent = nullptr);
 
-    bool startAtLogin() const { return startAtLogin_; }
-    void setStartAtLogin(bool on);
+    bool startAtLogin() const { return startAtLogin_.value(); }
+    void setStartAtLogin(bool on) { startAtLogin_ = on; }
 
     /// Carries out the choice. A login service that refuses is no reason to stay: the settings show
     /// how it stands.
@@ -31,7 +32,8 @@ Q_SIGNALS:
 
 private:
     LoginItems& loginItems_;
-    bool startAtLogin_ = false;
+    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(OnboardingModel, bool, startAtLogin_, false,
+                                         &OnboardingModel::startAtLoginChanged)
 };
 
 } // namespace pacelet

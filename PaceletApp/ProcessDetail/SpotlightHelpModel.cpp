@@ -33,7 +33,6 @@ QCoro::Task<> SpotlightHelpModel::search(QPointer<SpotlightHelpModel> help, Sche
 void SpotlightHelpModel::found(const std::vector<HeavyFolder>& folders) {
     folders_.update(folderRows(folders));
     searching_ = false;
-    Q_EMIT searchingChanged();
 }
 
 } // namespace pacelet

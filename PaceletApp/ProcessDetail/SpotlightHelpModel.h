@@ -7,6 +7,7 @@
 #include <QCoroTask>
 #include <QObject>
 #include <QPointer>
+#include <QProperty>
 #include <QtQml/qqmlregistration.h>
 
 #include <stop_token>
@@ -29,7 +30,7 @@ class SpotlightHelpModel final : public QObject {
 public:
     SpotlightHelpModel(Scheduler& scheduler, const std::string& home, QObject* parent = nullptr);
 
-    bool searching() const { return searching_; }
+    bool searching() const { return searching_.value(); }
     QAbstractItemModel* folders() { return &folders_; }
     bool empty() const { return folders_.rowCount() == 0; }
 
@@ -43,7 +44,8 @@ private:
 
     FigureListModel folders_;
     StopOwner stop_;
-    bool searching_ = true;
+    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(SpotlightHelpModel, bool, searching_, true,
+                                         &SpotlightHelpModel::searchingChanged)
 };
 
 } // namespace pacelet

@@ -189,9 +189,7 @@ void ProcessViewport::follow() {
     while (std::exchange(again_, false)) {
         aim();
         y_ = geometry_.clamped(y_, viewHeight_);
-        if (std::exchange(contentHeight_, geometry_.height()) != geometry_.height()) {
-            Q_EMIT contentHeightChanged();
-        }
+        contentHeight_ = geometry_.height();
         rows_.update(rowsToShow());
         if (y_ != shownY_) {
             Q_EMIT scrolled(y_);

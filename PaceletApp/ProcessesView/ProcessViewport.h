@@ -5,6 +5,7 @@
 #include "PaceletApp/ProcessesView/TableGeometry.h"
 
 #include <QObject>
+#include <QProperty>
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
@@ -39,7 +40,7 @@ public:
 
     QAbstractItemModel* rows() { return &rows_; }
     int count() const { return static_cast<int>(geometry_.count); }
-    double contentHeight() const { return contentHeight_; }
+    double contentHeight() const { return contentHeight_.value(); }
     double rowHeight() const { return geometry_.rowHeight; }
 
     /// Shows `entries`. The row of the group `openID` is open; that of the kernel tells of
@@ -109,11 +110,12 @@ private:
     double y_ = 0;
     double shownY_ = 0; ///< where the view was told to begin, or scrolled to
     double viewHeight_ = 0;
-    double contentHeight_ = 0;
     ProcessRowsModel rows_;
     std::uint64_t keys_ = 0;
     bool following_ = false;
     bool again_ = false;
+    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(ProcessViewport, double, contentHeight_, 0,
+                                         &ProcessViewport::contentHeightChanged)
 };
 
 } // namespace pacelet

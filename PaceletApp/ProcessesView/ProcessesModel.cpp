@@ -49,10 +49,7 @@ void ProcessesModel::showRows() {
     }
     open ? showDetail(*open) : closeDetail();
     chips_.update(chipItems(entries_, query_.verdict));
-    if (text != emptyText_) {
-        emptyText_ = std::move(text);
-        Q_EMIT emptyTextChanged();
-    }
+    emptyText_ = std::move(text);
 }
 
 void ProcessesModel::showDetail(const ProcessEntry& open) {

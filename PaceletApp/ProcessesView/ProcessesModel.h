@@ -11,6 +11,7 @@
 #include "PaceletApp/Support/SharedObjects.h"
 
 #include <QObject>
+#include <QProperty>
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
@@ -46,7 +47,7 @@ public:
     QAbstractItemModel* chips() { return &chips_; }
     const QString& search() const { return query_.search; }
     bool sortByMemory() const { return query_.byMemory; }
-    const QString& emptyText() const { return emptyText_; }
+    const QString& emptyText() const { return emptyText_.value(); }
     bool opensWithSearch() const { return objects_.router.focusSearch() >= 1; }
 
     void setSearch(const QString& search);
@@ -84,8 +85,9 @@ private:
     ChipListModel chips_;
     ProcessViewport table_;
     std::unique_ptr<ProcessDetailModel> detail_;
-    QString emptyText_;
     bool listed_ = false; ///< the list is on show
+    Q_OBJECT_BINDABLE_PROPERTY(ProcessesModel, QString, emptyText_,
+                               &ProcessesModel::emptyTextChanged)
 };
 
 } // namespace pacelet

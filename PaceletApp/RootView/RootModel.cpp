@@ -47,7 +47,6 @@ void RootModel::noteFirstFinding() {
     const std::string id = first != nullptr ? first->id() : "";
     if (std::exchange(firstFinding_, id) != id) {
         news_ = first != nullptr ? qtText(first->headline()) : QString{};
-        Q_EMIT newsChanged();
     }
 }
 
@@ -130,7 +129,6 @@ int RootModel::closeCommand() const {
 
 void RootModel::setLeaving(bool leaving) {
     leaving_ = leaving;
-    Q_EMIT leavingChanged();
 }
 
 void RootModel::leave() {

@@ -9,6 +9,7 @@
 #include "PaceletApp/Support/SharedObjects.h"
 
 #include <QObject>
+#include <QProperty>
 #include <QString>
 #include <QStringList>
 #include <QtQml/qqmlregistration.h>
@@ -62,8 +63,8 @@ public:
     SheetModel* sheet() { return &sheet_; }
     QuestionModel* question() { return &question_; }
     QString toast() const;
-    bool leaving() const { return leaving_; }
-    const QString& news() const { return news_; }
+    bool leaving() const { return leaving_.value(); }
+    const QString& news() const { return news_.value(); }
     QString problem() const;
     QAbstractItemModel* menu() { return &menu_; }
     QStringList shortcuts() const;
@@ -104,9 +105,10 @@ private:
     ToastClock toastClock_;
     std::vector<Command> commands_;
     MenuListModel menu_;
-    bool leaving_ = false;
     std::string firstFinding_; ///< its id; empty for none
-    QString news_;
+    Q_OBJECT_BINDABLE_PROPERTY(RootModel, QString, news_, &RootModel::newsChanged)
+    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(RootModel, bool, leaving_, false,
+                                         &RootModel::leavingChanged)
 };
 
 } // namespace pacelet

@@ -4,10 +4,12 @@
 #include "PaceletApp/Router/Screen.h"
 
 #include <QObject>
+#include <QProperty>
 
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace pacelet {
 
@@ -20,21 +22,21 @@ public:
     using QObject::QObject;
 
     /// The screen on show.
-    Screen screen() const { return screen_; }
+    Screen screen() const { return screen_.value(); }
     /// Id of the group that is open in the process list.
-    const std::optional<std::string>& expandedID() const { return expandedID_; }
+    const std::optional<std::string>& expandedID() const { return expandedID_.value(); }
     /// The browser whose tab panel is open.
-    std::optional<ChromiumBrowser> browser() const { return browser_; }
+    std::optional<ChromiumBrowser> browser() const { return browser_.value(); }
     /// Counts how often the process list was told to focus its search field.
-    std::int64_t focusSearch() const { return focusSearch_; }
+    std::int64_t focusSearch() const { return focusSearch_.value(); }
 
     /// Whether the usage screen is to begin at what slowed the machine down; asked once, the
     /// answer is no from then on.
     bool takeCausesWanted();
 
-    void setScreen(Screen screen);
-    void setExpandedID(std::optional<std::string> id);
-    void setBrowser(std::optional<ChromiumBrowser> browser);
+    void setScreen(Screen screen) { screen_ = screen; }
+    void setExpandedID(std::optional<std::string> id) { expandedID_ = std::move(id); }
+    void setBrowser(std::optional<ChromiumBrowser> browser) { browser_ = browser; }
 
     /// Goes to the process list and has it focus its search field.
     void find();
@@ -49,11 +51,14 @@ Q_SIGNALS:
     void focusSearchChanged();
 
 private:
-    Screen screen_ = Screen::overview;
-    std::optional<std::string> expandedID_;
-    std::optional<ChromiumBrowser> browser_;
-    std::int64_t focusSearch_ = 0;
     bool causesWanted_ = false;
+    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(Router, Screen, screen_, Screen::overview,
+                                         &Router::screenChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(Router, std::optional<std::string>, expandedID_,
+                               &Router::expandedIDChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(Router, std::optional<ChromiumBrowser>, browser_,
+                               &Router::browserChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(Router, std::int64_t, focusSearch_, &Router::focusSearchChanged)
 };
 
 } // namespace pacelet

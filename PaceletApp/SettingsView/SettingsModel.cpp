@@ -102,8 +102,8 @@ QCoro::Task<> SettingsModel::clear(QPointer<SettingsModel> model, Scheduler& sch
             clearIgnoringFailure(causes);
         });
     co_await clearing;
-    if (model && !std::exchange(model->cleared_, true)) {
-        Q_EMIT model->clearedChanged();
+    if (model) {
+        model->cleared_ = true;
     }
 }
 

@@ -8,6 +8,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QProperty>
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
@@ -45,7 +46,7 @@ public:
     bool checksForUpdates() const { return objects_.updater.automaticallyChecksForUpdates(); }
     bool keepHistory() const { return objects_.monitor.keepHistory(); }
     QuestionModel* question() { return &question_; }
-    bool cleared() const { return cleared_; }
+    bool cleared() const { return cleared_.value(); }
     QString clearTitle() const;
     QString trouble() const;
 
@@ -76,7 +77,8 @@ private:
     SharedObjects objects_;
     bool startAtLogin_;
     QuestionModel question_;
-    bool cleared_ = false;
+    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(SettingsModel, bool, cleared_, false,
+                                         &SettingsModel::clearedChanged)
 };
 
 } // namespace pacelet

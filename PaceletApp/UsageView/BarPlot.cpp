@@ -61,14 +61,11 @@ void BarPlot::setChart(BarChart chart) {
 }
 
 void BarPlot::setMarked(int place) {
-    const int next = std::clamp(place, -1, static_cast<int>(chart_.bars.size()) - 1);
-    if (std::exchange(marked_, next) != next) {
-        Q_EMIT markedChanged();
-    }
+    marked_ = std::clamp(place, -1, static_cast<int>(chart_.bars.size()) - 1);
 }
 
 const ChartBar* BarPlot::markedBar() const {
-    return marked_ >= 0 ? &chart_.bars[static_cast<std::size_t>(marked_)] : nullptr;
+    return marked_ >= 0 ? &chart_.bars[static_cast<std::size_t>(marked_.value())] : nullptr;
 }
 
 QString BarPlot::value() const {
@@ -106,7 +103,7 @@ int BarPlot::barAt(qreal x) const {
 
 void BarPlot::moveMark(int bars) {
     const int count = static_cast<int>(chart_.bars.size());
-    const int from = marked_ >= 0 ? marked_ : bars > 0 ? -1 : count;
+    const int from = marked_ >= 0 ? marked_.value() : bars > 0 ? -1 : count;
     setMarked(std::max(0, from + bars));
 }
 
@@ -122,7 +119,7 @@ void BarPlot::paint(QPainter* painter) {
     painter->setPen(Qt::NoPen);
     painter->setBrush(color_);
     const qreal scale = painter->deviceTransform().m11();
-    const int outstanding = marked_ >= 0 ? marked_ : chosen_;
+    const int outstanding = marked_ >= 0 ? marked_.value() : chosen_;
     for (std::size_t place = 0; place < chart_.bars.size(); ++place) {
         const QRectF box = edges(chart_.bars[place]);
         const qreal left = snapped(box.left(), scale);

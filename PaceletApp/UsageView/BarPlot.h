@@ -3,6 +3,7 @@
 #include "PaceletApp/UsageView/UsageCharts.h"
 
 #include <QColor>
+#include <QProperty>
 #include <QQuickPaintedItem>
 #include <QtQml/qqmlregistration.h>
 
@@ -31,7 +32,7 @@ public:
     const BarChart& chart() const { return chart_; }
     /// The mark stays on the bar of the same time.
     void setChart(BarChart chart);
-    int marked() const { return marked_; }
+    int marked() const { return marked_.value(); }
     /// A place beyond the last bar means the last one, one before the first means none.
     void setMarked(int place);
     QString value() const;
@@ -59,8 +60,8 @@ private:
 
     BarChart chart_;
     QColor color_;
-    int marked_ = -1;
     int chosen_ = -1;
+    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(BarPlot, int, marked_, -1, &BarPlot::markedChanged)
 };
 
 } // namespace pacelet

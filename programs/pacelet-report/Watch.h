@@ -5,13 +5,15 @@
 #include "Core/Sampling/BusyTracker.h"
 #include "programs/pacelet-report/Answer.h"
 
+#include <utility>
+
 namespace pacelet::report {
 
 /// Looks at one machine again and again, each look measured against the one before.
 class Watch {
 public:
-    Watch(const Platform& machine, const ProcessCatalog& catalog)
-        : machine_{machine},
+    Watch(Platform machine, const ProcessCatalog& catalog)
+        : machine_{std::move(machine)},
           catalog_{catalog} {}
 
     /// Throws what `readMachine` throws.

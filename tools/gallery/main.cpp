@@ -79,9 +79,7 @@ bool takeAll(const Arguments& arguments) {
     return album.isComplete();
 }
 
-} // namespace
-
-int main(int argc, char** argv) {
+int run(int argc, char** argv) {
     const std::vector<std::string_view> words(argv + 1, argv + argc);
     const auto parsed = pacelet::gallery::parse(words);
     if (const auto* complaint = std::get_if<pacelet::gallery::Complaint>(&parsed)) {
@@ -99,10 +97,16 @@ int main(int argc, char** argv) {
     const QApplication application{argc, argv};
     QApplication::setQuitOnLastWindowClosed(false);
     pacelet::installFonts();
+    return takeAll(arguments) ? 0 : 1;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
     try {
-        return takeAll(arguments) ? 0 : 1;
+        return run(argc, argv);
     } catch (const std::exception& error) {
-        fmt::print(stderr, "pacelet-gallery: {}\n", error.what());
+        std::fprintf(stderr, "pacelet-gallery: %s\n", error.what());
         return 1;
     }
 }

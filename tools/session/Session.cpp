@@ -2,8 +2,8 @@
 
 #include "PaceletApp/Application/Program.h"
 
+#include <QAbstractEventDispatcher>
 #include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QEvent>
 #include <QEventLoop>
 
@@ -16,11 +16,13 @@ namespace pacelet {
 
 namespace {
 
-/// Long enough for a frame and for what follows it.
-constexpr int turnMilliseconds = 20;
+/// A window that draws for ever comes to no end.
+constexpr int mostTurns = 1000;
 
-/// What one turn brings forth, the next ones take in.
-constexpr int turnsToSettle = 3;
+/// Qt keeps every frame waiting for 5 ms, in case that more is to be drawn.
+void drawAtOnce() {
+    qputenv("QT_QPA_UPDATE_IDLE_TIME", "0");
+}
 
 std::unique_ptr<Simulated::SimulatedMac> scenarioNamed(std::string_view name, std::uint64_t seed) {
     auto mac = Simulated::makeScenario(name, seed);
@@ -40,6 +42,7 @@ Session::Session(std::unique_ptr<Simulated::SimulatedMac> mac,
                  BrowserExtension* extension)
     : mac_{std::move(mac)},
       scheduler_{mac_->machine, [this](Seconds span) { mac_->machine.advance(span); }} {
+    drawAtOnce();
     Platform platform = mac_->platform();
     platform.system = system;
     platform.browserExtension = extension;
@@ -61,24 +64,14 @@ void Session::open(Screen screen) {
 
 void Session::pass(double seconds) {
     scheduler_.advance(Seconds{seconds});
-    QElapsedTimer timer;
-    timer.start();
-    while (timer.elapsed() < turnMilliseconds) {
-        QCoreApplication::processEvents(QEventLoop::AllEvents, turnMilliseconds);
-        takeIn();
+    QAbstractEventDispatcher* const dispatcher = QAbstractEventDispatcher::instance();
+    // What is deleted or settled last may still have something to tell.
+    int idleTurns = 0;
+    for (int turn = 0; turn < mostTurns && idleTurns < 2; ++turn) {
+        idleTurns = dispatcher->processEvents(QEventLoop::AllEvents) ? 0 : idleTurns + 1;
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        scheduler_.settle();
     }
-}
-
-void Session::settle() {
-    for (int turns = 0; turns < turnsToSettle; ++turns) {
-        QCoreApplication::processEvents();
-        takeIn();
-    }
-}
-
-void Session::takeIn() {
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    scheduler_.settle();
 }
 
 } // namespace pacelet

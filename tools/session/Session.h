@@ -38,13 +38,7 @@ public:
     /// Lets virtual time pass, and what it brought reach the window.
     void pass(double seconds);
 
-    /// The same for whoever takes thousands of steps: what has happened reaches the window, but for
-    /// what waits for real time.
-    void settle();
-
 private:
-    void takeIn();
-
     std::unique_ptr<Simulated::SimulatedMac> mac_;
     VirtualScheduler scheduler_;
     std::unique_ptr<Application> application_;

@@ -103,7 +103,8 @@ TEST(TabCleanup, MeasuresTheExtensionsOfOneBrowser) {
         ExtensionUsage expected;
     } rows[] = {
         {"", {}},
-        {"  123   4567 " + helper + "\n\n 7 1 " + helper + " --x\n", {2, 4568 * 1024}},
+        {"  123   4567 " + helper + "\n\n 7 1 " + helper + " --x\n",
+         {2, std::int64_t{4568} * 1024}},
         {"1 10 " + app + "/Contents/Helper --type=renderer\n", {}},
         {"1 10 /Applications/Brave Browser.app/Contents/Helper --extension-process\n", {}},
         {"1 10  " + helper, {}}, // the second blank belongs to the command

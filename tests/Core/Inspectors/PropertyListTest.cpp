@@ -161,11 +161,11 @@ TEST(PropertyListLimits, KeepHostileFilesFromTheDecoder) {
     std::vector<std::string> chain{dictionary(1, 2), "\x51k"};
     std::vector<std::string> doubling = chain;
     for (std::size_t level = 2; level < 100; ++level) {
-        chain.push_back(dictionary(1, level + 1));
+        chain.emplace_back(dictionary(1, level + 1));
         doubling.push_back(arrayOfTwo(level + 1));
     }
-    chain.push_back("\x09");
-    doubling.push_back("\x09");
+    chain.emplace_back("\x09");
+    doubling.emplace_back("\x09");
     EXPECT_TRUE(allow(assemble(chain)));
     EXPECT_TRUE(PropertyList::parse(assemble(chain)));
     EXPECT_FALSE(allow(assemble(doubling))) << "two to the power of a hundred nodes";

@@ -1,6 +1,7 @@
 #include "Core/Inspectors/WindowCensus.h"
 
 #include <gmock/gmock.h>
+#include <map>
 #include <numeric>
 
 namespace pacelet {
@@ -36,20 +37,29 @@ TEST(WindowCensus, CountsWindowsPerProcess) {
 }
 
 TEST(WindowCensus, SkipsWhatIsNoNormalWindow) {
-    for (const WindowDictionary& each :
-         {with("kCGWindowLayer", std::int64_t{25}), with("kCGWindowLayer", 0.0),
-          with("kCGWindowLayer", false), without("kCGWindowLayer"),
-          with("kCGWindowIsOnscreen", false), with("kCGWindowOwnerPID", "1"),
-          with("kCGWindowOwnerPID", true), with("kCGWindowOwnerPID", std::int64_t{1} << 31),
-          with("kCGWindowOwnerPID", 1.5), with("kCGWindowOwnerPID", 1e300),
-          without("kCGWindowOwnerPID"), with("kCGWindowOwnerName", std::int64_t{1}),
-          without("kCGWindowOwnerName")}) {
-        EXPECT_TRUE(WindowCensus::count({each}).empty());
+    const std::map<std::string_view, WindowDictionary> skipped{
+        {"a higher layer", with("kCGWindowLayer", std::int64_t{25})},
+        {"a layer that is no integer", with("kCGWindowLayer", 0.0)},
+        {"a layer that is a truth value", with("kCGWindowLayer", false)},
+        {"no layer", without("kCGWindowLayer")},
+        {"off the screen", with("kCGWindowIsOnscreen", false)},
+        {"an owner in words", with("kCGWindowOwnerPID", "1")},
+        {"an owner that is a truth value", with("kCGWindowOwnerPID", true)},
+        {"an owner past 32 bits", with("kCGWindowOwnerPID", std::int64_t{1} << 31)},
+        {"half an owner", with("kCGWindowOwnerPID", 1.5)},
+        {"an owner past all integers", with("kCGWindowOwnerPID", 1e300)},
+        {"no owner", without("kCGWindowOwnerPID")},
+        {"a name that is a number", with("kCGWindowOwnerName", std::int64_t{1})},
+        {"no name", without("kCGWindowOwnerName")}};
+    for (const auto& [about, each] : skipped) {
+        EXPECT_TRUE(WindowCensus::count({each}).empty()) << about;
     }
-    for (const WindowDictionary& each :
-         {without("kCGWindowIsOnscreen"), with("kCGWindowIsOnscreen", std::int64_t{0}),
-          with("kCGWindowOwnerPID", 1.0)}) {
-        EXPECT_THAT(WindowCensus::count({each}), ElementsAre(WindowCount{"A", 1, 1}));
+    const std::map<std::string_view, WindowDictionary> counted{
+        {"nothing said of the screen", without("kCGWindowIsOnscreen")},
+        {"a number said of the screen", with("kCGWindowIsOnscreen", std::int64_t{0})},
+        {"an owner that is a whole number", with("kCGWindowOwnerPID", 1.0)}};
+    for (const auto& [about, each] : counted) {
+        EXPECT_THAT(WindowCensus::count({each}), ElementsAre(WindowCount{"A", 1, 1})) << about;
     }
 }
 

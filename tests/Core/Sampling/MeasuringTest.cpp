@@ -141,8 +141,9 @@ TEST(MemoryStats, SplitsPhysicalMemory) {
     EXPECT_EQ(MemoryStats::read(kernel).used(), 0);
 
     kernel.statistics = VMStatistics64{1, 2, 3, 4, 5, 10};
+    constexpr std::int64_t page = 16384;
     EXPECT_EQ(MemoryStats::read(kernel),
-              (MemoryBreakdown{1'000'000, 7 * 16384, 2 * 16384, 4 * 16384, 8 * 16384, 16384}));
+              (MemoryBreakdown{1'000'000, 7 * page, 2 * page, 4 * page, 8 * page, page}));
     kernel.statistics->purgeable_count = 4'000'000'000;
     EXPECT_EQ(MemoryStats::read(kernel).app, 0) << "more purgeable than anonymous pages";
     constexpr auto huge = std::numeric_limits<std::int64_t>::max();

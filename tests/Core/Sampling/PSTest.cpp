@@ -19,8 +19,8 @@ TEST(PSParser, ReadsColumnsAndKeepsBlanksInPaths) {
         "MacOS/Two  Words \n"
         "+3 -4 5 u 0:00.00 -1 -2.5  bare");
     ASSERT_EQ(samples.size(), 3U);
-    EXPECT_EQ(samples[0],
-              (ProcessSample{1, 0, 0, "root", 541.72, 12345 * 1024, 0.3, "/sbin/launchd"}));
+    EXPECT_EQ(samples[0], (ProcessSample{1, 0, 0, "root", 541.72, std::int64_t{12345} * 1024, 0.3,
+                                         "/sbin/launchd"}));
     EXPECT_EQ(samples[1].path, "/Applications/Two Words.app/Contents/MacOS/Two  Words ");
     EXPECT_EQ(samples[1].name(), "Two  Words ");
     EXPECT_EQ(samples[1].cpuTime, 3723.5);

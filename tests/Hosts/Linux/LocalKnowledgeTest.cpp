@@ -43,7 +43,7 @@ protected:
 
     void manual(const std::string& name, const std::string& source) {
         folder.write("man/" + name, "");
-        const gzFile file = ::gzopen(path("man/" + name + ".gz").c_str(), "wb");
+        gzFile file = ::gzopen(path("man/" + name + ".gz").c_str(), "wb");
         ::gzwrite(file, source.data(), static_cast<unsigned>(source.size()));
         ::gzclose(file);
     }

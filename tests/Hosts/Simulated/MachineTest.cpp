@@ -92,8 +92,8 @@ TEST(Machine, ClocksGoTogetherButTheWallClockMayJumpAndProcessesSleep) {
     const MonotonicTime monotonic = mac->machine.monotonicNow();
     const Seconds uptime = mac->kernel.systemUptime();
     std::vector<std::string> told;
-    const ObserverHandle handle = mac->workspace.observeSleep([&] { told.push_back("sleep"); },
-                                                              [&] { told.push_back("wake"); });
+    const ObserverHandle handle = mac->workspace.observeSleep([&] { told.emplace_back("sleep"); },
+                                                              [&] { told.emplace_back("wake"); });
     const double before = sample(*mac).at(1).cpuTime;
     mac->sleepFor(hours(8));
     EXPECT_THAT(told, ElementsAre("sleep", "wake"));

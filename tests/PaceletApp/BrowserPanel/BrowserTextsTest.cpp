@@ -68,7 +68,7 @@ TEST(BrowserTexts, countInEnglish) {
         {counts(1, 1), "1 tabs in 1 window"},
         {counts(140, 9), "140 tabs in 9 windows"},
         {windowTabs(1), "· 1 tabs"},
-        {extensions({1, 4567 * 1024}), "Extensions: 1 running, 4.5 MB"},
+        {extensions({1, std::int64_t{4567} * 1024}), "Extensions: 1 running, 4.5 MB"},
         {closeDuplicates(1), "Close 1 duplicate"},
         {closeDuplicates(2), "Close 2 duplicates"},
         {closeDuplicatesTitle(1), "Close 1 duplicate tab?"},

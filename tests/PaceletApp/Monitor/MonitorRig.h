@@ -61,8 +61,8 @@ inline ProcessCatalog smallCatalog() {
 /// A monitor on a simulated Mac in virtual time.
 class MonitorRig : public ::testing::Test {
 protected:
-    void make(std::optional<ProcessCatalog> catalog = smallCatalog()) {
-        monitor = std::make_unique<Monitor>(mac.platform(), scheduler, std::move(catalog));
+    void make(const std::optional<ProcessCatalog>& catalog = smallCatalog()) {
+        monitor = std::make_unique<Monitor>(mac.platform(), scheduler, catalog);
     }
 
     /// Starts, and lets the first tick end.

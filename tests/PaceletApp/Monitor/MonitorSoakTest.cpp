@@ -136,7 +136,7 @@ protected:
         finishWork(); // what is being written is on the disk, or lost, by then
         diskFails_ = false;
         mac.machine.clearFailures();
-        const std::size_t which = static_cast<std::size_t>(below(6));
+        const auto which = static_cast<std::size_t>(below(6));
         const Failure failures[] = {ToolMissing{"/bin/ps"}, ToolFails{"/bin/ps", 1, {}},
                                     ToolPrints{"/bin/ps", "\xff rubbish\n"},
                                     FolderUnwritable{monitor->usageStore().directory}};

@@ -92,8 +92,9 @@ TEST(ProcessViewport, makesTheRowsInViewAndTurnsThemOver) {
     EXPECT_LE(rows, 14);
     QSignalSpy inserted{viewed.table.rows(), &QAbstractItemModel::rowsInserted};
     QSignalSpy removed{viewed.table.rows(), &QAbstractItemModel::rowsRemoved};
-    for (double y = 400 * rowHeight; y < 500 * rowHeight; y += 31) {
-        viewed.scroll(y);
+    const double start = 400 * rowHeight;
+    for (int step = 0; start + 31 * step < 500 * rowHeight; ++step) {
+        viewed.scroll(start + 31 * step);
     }
     viewed.scroll(1100 * rowHeight);
     std::ranges::reverse(viewed.sample.groups);

@@ -177,8 +177,9 @@ pid_t childWithNumber(pid_t number) {
     arguments.set_tid = reinterpret_cast<std::uint64_t>(&number);
     arguments.set_tid_size = 1;
     const auto child = static_cast<pid_t>(::syscall(SYS_clone3, &arguments, sizeof arguments));
-    while (child == 0) {
+    if (child == 0) {
         ::pause();
+        ::_exit(0);
     }
     return child;
 }

@@ -41,7 +41,7 @@ protected:
 
 TEST_F(Preferences, ComeBackAfterARestart) {
     const std::string path = folder.path() / "deep/pacelet/preferences.json";
-    const std::string bytes{"\0\xff\n\"{}=", 8};
+    const std::string bytes = std::string("\0\xff\n\"{}=", 7);
     {
         PreferencesFile file{path, log};
         EXPECT_FALSE(file.boolean("on"));

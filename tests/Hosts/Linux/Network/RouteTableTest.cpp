@@ -90,20 +90,22 @@ TEST(RouteTable, ChoosesTheRouteThatTrafficTakes) {
                                             {.index = 2, .name = "wired", .carriesTraffic = true},
                                             {.index = 3, .name = "radio", .carriesTraffic = true}};
     struct Row {
+        std::string_view about;
         std::vector<DefaultRoute> routes;
         std::string_view name;
     };
-    const std::vector<Row> rows{{{}, ""},
-                                {{{false, 0, 1}}, ""},
-                                {{{false, 0, 9}}, ""},
-                                {{{false, 600, 3}, {false, 100, 2}}, "wired"},
-                                {{{false, 0, 1}, {false, 600, 3}}, "radio"},
-                                {{{false, 100, 3}, {false, 100, 2}}, "radio"},
-                                {{{true, 0, 3}, {false, 900, 2}}, "wired"},
-                                {{{false, 0, 1}, {true, 1024, 3}}, "radio"}};
+    const std::vector<Row> rows{
+        {"no route", {}, ""},
+        {"one that carries nothing", {{false, 0, 1}}, ""},
+        {"one of an unknown interface", {{false, 0, 9}}, ""},
+        {"the least metric", {{false, 600, 3}, {false, 100, 2}}, "wired"},
+        {"the least metric of those that carry", {{false, 0, 1}, {false, 600, 3}}, "radio"},
+        {"the first of equals", {{false, 100, 3}, {false, 100, 2}}, "radio"},
+        {"IPv4 before IPv6", {{true, 0, 3}, {false, 900, 2}}, "wired"},
+        {"IPv6 where IPv4 carries nothing", {{false, 0, 1}, {true, 1024, 3}}, "radio"}};
     for (const Row& row : rows) {
         const Interface* chosen = defaultInterface(row.routes, interfaces);
-        EXPECT_EQ(chosen == nullptr ? "" : chosen->name, row.name);
+        EXPECT_EQ(chosen == nullptr ? "" : chosen->name, row.name) << row.about;
     }
     const auto ethernet = [](std::uint16_t hardware, std::string kind) {
         return isEthernet({.hardwareType = hardware, .virtualKind = std::move(kind)});

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Core/Support/Descriptor.h"
+#include "Core/Support/Precondition.h"
 
 #include <algorithm>
 #include <arpa/inet.h>
@@ -43,7 +44,9 @@ public:
         address.sin_family = AF_INET;
         address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
         socklen_t size = sizeof address;
-        ::bind(listener_.get(), reinterpret_cast<const sockaddr*>(&address), size);
+        precondition(::bind(listener_.get(), reinterpret_cast<const sockaddr*>(&address), size) ==
+                         0,
+                     "no port is free");
         ::listen(listener_.get(), 64);
         ::getsockname(listener_.get(), reinterpret_cast<sockaddr*>(&address), &size);
         base_ = fmt::format("http://127.0.0.1:{}", ntohs(address.sin_port));

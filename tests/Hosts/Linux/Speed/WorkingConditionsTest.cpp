@@ -53,7 +53,7 @@ TEST(Responsiveness, IsTheMeanOfSeparateAndLoadedConnections) {
     EXPECT_EQ(combinedPerMinute({}, 300), 300);
 
     std::vector<Seconds> twenty(19, Seconds{1});
-    twenty.push_back(Seconds{50});
+    twenty.emplace_back(50);
     EXPECT_EQ(trimmedMean(twenty), Seconds{1});
     EXPECT_EQ(lowerMedian({Seconds{3}, Seconds{1}, Seconds{2}, Seconds{9}}), Seconds{2});
 }

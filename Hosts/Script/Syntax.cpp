@@ -1,5 +1,6 @@
-#include "Hosts/Script/ExpressionParser.h"
 #include "Hosts/Script/Syntax.h"
+
+#include "Hosts/Script/ExpressionParser.h"
 #include "Hosts/Script/TokenCursor.h"
 
 #include <utility>
