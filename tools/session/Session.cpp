@@ -24,9 +24,6 @@ void drawAtOnce() {
     qputenv("QT_QPA_UPDATE_IDLE_TIME", "0");
 }
 
-/// What one turn brings forth, the next ones take in.
-constexpr int turnsToSettle = 3;
-
 std::unique_ptr<Simulated::SimulatedMac> scenarioNamed(std::string_view name, std::uint64_t seed) {
     auto mac = Simulated::makeScenario(name, seed);
     if (!mac) {
@@ -89,20 +86,9 @@ void Session::pass(double seconds) {
     int idleTurns = 0;
     for (int turn = 0; turn < mostTurns && idleTurns < 2; ++turn) {
         idleTurns = dispatcher->processEvents(QEventLoop::AllEvents) ? 0 : idleTurns + 1;
-        takeIn();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        scheduler_.settle();
     }
-}
-
-void Session::settle() {
-    for (int turns = 0; turns < turnsToSettle; ++turns) {
-        QCoreApplication::processEvents();
-        takeIn();
-    }
-}
-
-void Session::takeIn() {
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    scheduler_.settle();
 }
 
 } // namespace pacelet

@@ -43,13 +43,8 @@ public:
     /// Lets virtual time pass, and what it brought reach the window.
     void pass(double seconds);
 
-    /// The same for whoever takes thousands of steps: what has happened reaches the window, but for
-    /// what waits for real time.
-    void settle();
-
 private:
     void start(const Platform& platform, std::optional<ProcessCatalog> catalog);
-    void takeIn();
 
     std::unique_ptr<Simulated::SimulatedMac> mac_;
     std::unique_ptr<Recorded::Replay> replay_;

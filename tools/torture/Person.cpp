@@ -137,7 +137,7 @@ QQuickWindow* Person::anyWindow(Random& random) {
     auto shown = windowsOnShow(application);
     if (shown.empty()) {
         application.showWindow();
-        session_.settle();
+        session_.pass(0);
         shown = windowsOnShow(application);
     }
     return shown.empty() ? nullptr : anyOf(random, shown);

@@ -64,9 +64,9 @@ void Torture::check() {
 }
 
 void Torture::settle() {
-    session_.settle();
+    session_.pass(0);
     motion_.arrive();
-    session_.settle();
+    session_.pass(0);
 }
 
 std::string Torture::act(const Step& step) {

@@ -41,7 +41,6 @@ int playHere(int argc, char** argv, std::uint64_t seed, const Places& places) {
     ::setrlimit(RLIMIT_CPU, &limit);
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_QUICK_BACKEND", "software");
-    qputenv("QT_QPA_UPDATE_IDLE_TIME", "0");
     const QApplication application{argc, argv};
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::styleHints()->setCursorFlashTime(0);
