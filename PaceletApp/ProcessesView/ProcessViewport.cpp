@@ -11,7 +11,7 @@ namespace {
 constexpr double lineHeight = 57;
 
 /// Rows made beyond either edge: those that Tab goes to next, and a scroll runs into first.
-constexpr std::size_t margin = 3;
+constexpr std::size_t rowsBeyond = 3;
 
 } // namespace
 
@@ -206,7 +206,7 @@ std::vector<ListedProcess> ProcessViewport::rowsToShow() {
         listed.current = listed.id == currentID_;
         listed.y = geometry_.top(row);
     };
-    const auto range = geometry_.rowsBetween(y_, viewHeight_, margin);
+    const auto range = geometry_.rowsBetween(y_, viewHeight_, rowsBeyond);
     if (currentID_ && currentRow_ < range.first) {
         add(currentRow_);
     }
