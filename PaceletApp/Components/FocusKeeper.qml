@@ -16,7 +16,7 @@ QtObject {
         target: keeper.holder
 
         function onVisibleChanged() {
-            Qt.callLater(keeper.handOn);
+            Qt.callLater(keeper.handOn); // qmllint disable
         }
     }
 
@@ -30,5 +30,5 @@ QtObject {
         }
     }
 
-    onHolderChanged: Qt.callLater(keeper.handOn)
+    onHolderChanged: Qt.callLater(keeper.handOn) // qmllint disable
 }

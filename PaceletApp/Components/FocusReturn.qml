@@ -24,7 +24,7 @@ QtObject {
         }
 
         function onOpened() {
-            Qt.callLater(keeper.holdFast);
+            Qt.callLater(keeper.holdFast); // qmllint disable
         }
 
         function onClosed() {
@@ -48,5 +48,5 @@ QtObject {
         popup.forceActiveFocus(Qt.PopupFocusReason);
     }
 
-    onHolderChanged: Qt.callLater(keeper.holdFast)
+    onHolderChanged: Qt.callLater(keeper.holdFast) // qmllint disable
 }
