@@ -59,7 +59,8 @@ std::vector<std::string> namesOn(sd_bus* bus) {
         std::free(*name);
     }
     std::free(listed);
-    std::ranges::stable_partition(names, [](std::string_view name) { return !isNumber(name); });
+    std::stable_partition(names.begin(), names.end(),
+                          [](std::string_view name) { return !isNumber(name); });
     return names;
 }
 
