@@ -13,7 +13,7 @@ for fuzzer in build/fuzz-coverage/bin/*-fuzzer; do
     mkdir -p "$grown"
     LLVM_PROFILE_FILE=$out/$name.profraw "$fuzzer" -runs=0 "fuzz/corpus/$name" "$grown" >"$out/$name.log" 2>&1 ||
         { cat "$out/$name.log"; exit 1; }
-    objects+=(-object "$fuzzer")
+    objects+=(${objects:+-object} "$fuzzer")
 done
 llvm-profdata merge -sparse "$out"/*.profraw -o "$out/all.profdata"
 mapfile -t parsers < <(grep -v '^#' fuzz/parsers.txt)

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <fmt/format.h>
+#include <utility>
 
 namespace pacelet::Recorded {
 
@@ -50,8 +51,8 @@ std::string withPath(std::string_view text, std::string_view from, std::string_v
 
 } // namespace
 
-Disguise::Disguise(const std::string& home, std::uint32_t uid, OperatingSystem system)
-    : home_{home},
+Disguise::Disguise(std::string home, std::uint32_t uid, OperatingSystem system)
+    : home_{std::move(home)},
       homeAlias_{system == OperatingSystem::macOS ? "/Users/user" : "/home/user"},
       uid_{uid} {
     if (home_ == "/") {

@@ -16,7 +16,7 @@ namespace pacelet::Recorded {
 class Disguise {
 public:
     /// Of the person with this home folder and number.
-    Disguise(const std::string& home, std::uint32_t uid, OperatingSystem system);
+    Disguise(std::string home, std::uint32_t uid, OperatingSystem system);
 
     /// Any text in plain UTF-8, with other names in the place of people's home folders and media. A
     /// text that was hidden stays as it is.
