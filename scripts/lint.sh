@@ -18,7 +18,7 @@ if [ "${1:-}" != --cheap ]; then
 import json, sys
 for command in json.load(open(sys.argv[1])):
     file = command["file"]
-    if not any(made in file for made in ("autogen", "qmlcache", ".rcc", "qmltyperegistrations")):
+    if not any(made in file for made in ("autogen", "qmlcache", ".rcc", "qmltyperegistrations", "_qml_cxx")):
         print(file)
 PY
 fi
