@@ -3,7 +3,9 @@
 #include "tools/torture/Draw.h"
 
 #include <QAccessible>
+#include <QAccessibleActionInterface>
 #include <QPointer>
+#include <QRegularExpression>
 #include <QTest>
 #include <QWheelEvent>
 
@@ -39,10 +41,32 @@ std::vector<QQuickItem*> pressable(QQuickItem& below) {
     return found;
 }
 
+/// All that a screen reader can act upon, below this.
+void collectActing(QAccessibleInterface* face, std::vector<QAccessibleInterface*>& found) {
+    if (face == nullptr || !face->isValid() || face->state().invisible) {
+        return;
+    }
+    if (face->actionInterface() != nullptr && !face->state().disabled) {
+        found.push_back(face);
+    }
+    for (int place = 0; place < face->childCount(); ++place) {
+        collectActing(face->child(place), found);
+    }
+}
+
 std::string nameOf(QQuickItem& item) {
     QAccessibleInterface* const face = QAccessible::queryAccessibleInterface(&item);
     const QString spoken = face != nullptr ? face->text(QAccessible::Name) : QString{};
     return spoken.isEmpty() ? item.metaObject()->className() : spoken.toStdString();
+}
+
+/// The name of a control, whatever machine it speaks of. Types are numbered as they are loaded.
+std::string kindOf(QQuickItem& item) {
+    static const QRegularExpression data{
+        QStringLiteral("(?<=Quit |Close |about |Review ).+|[\\d.,]+|(?<=^.{24}).+")};
+    const QString type = QString::fromLatin1(item.metaObject()->className()).section(u'_', 0, 0);
+    const QString name = QString::fromStdString(nameOf(item)).remove(data);
+    return (type + u' ' + name.section(u'_', 0, 0)).toStdString();
 }
 
 QPoint middle(const QQuickItem& item) {
@@ -120,6 +144,8 @@ std::string Person::act(Verb verb, Random& random) {
     switch (verb) {
     case Verb::press:
         return press(random);
+    case Verb::speak:
+        return speak(random);
     case Verb::key:
         return key(random);
     case Verb::type:
@@ -185,8 +211,19 @@ void Person::strike(QQuickWindow& window, Qt::Key key, Qt::KeyboardModifiers mod
     }
 }
 
-/// One of them, often one that does something to the machine.
+void Person::pressed(QQuickItem& item) {
+    ++presses_[kindOf(item)];
+}
+
+/// One of them, often one that does something to the machine, or that was pressed least so far.
 QQuickItem* Person::dear(Random& random, const std::vector<QQuickItem*>& items) {
+    for (QQuickItem* const item : items) {
+        presses_.try_emplace(kindOf(*item));
+    }
+    if (chance(random, 25)) {
+        return *std::ranges::min_element(
+            items, {}, [this](QQuickItem* item) { return presses_.at(kindOf(*item)); });
+    }
     if (chance(random, 40)) {
         std::vector<QQuickItem*> acting;
         std::ranges::copy_if(items, std::back_inserter(acting), [](QQuickItem* item) {
@@ -222,15 +259,47 @@ std::string Person::press(Random& random) {
     const std::string name = nameOf(item);
     const QPoint place = middle(item);
     if (QRect{{}, window->size()}.contains(place) && chance(random, 75)) {
+        pressed(item);
         click(*window, place);
         return fmt::format("clicks on \"{}\"", name);
     }
     if (modals.empty() || isInside(&item, modals.back())) {
+        pressed(item);
         item.forceActiveFocus(Qt::TabFocusReason);
         strike(*window, chance(random, 50) ? Qt::Key_Space : Qt::Key_Return, {});
         return fmt::format("presses \"{}\" by key", name);
     }
     return fmt::format("cannot reach \"{}\"", name);
+}
+
+std::string Person::speak(Random& random) {
+    QQuickWindow* const window = anyWindow(random);
+    std::vector<QAccessibleInterface*> faces;
+    if (window != nullptr) {
+        collectActing(QAccessible::queryAccessibleInterface(window), faces);
+    }
+    if (faces.empty()) {
+        return "hears of nothing to press";
+    }
+    QAccessibleInterface& face = *anyOf(random, faces);
+    const QStringList names = face.actionInterface()->actionNames();
+    if (names.empty()) {
+        return "hears of nothing to do";
+    }
+    const QString action = anyOf(random, names);
+    auto* const item = qobject_cast<QQuickItem*>(face.object());
+    const std::string name = item != nullptr ? nameOf(*item) : "the window";
+    for (const Asking& asking : askedIn(*window)) {
+        if (item != nullptr && asking.confirm == item &&
+            action == QAccessibleActionInterface::pressAction()) {
+            agreed_.push_back(asking.title);
+        }
+    }
+    if (item != nullptr) {
+        pressed(*item);
+    }
+    face.actionInterface()->doAction(action);
+    return fmt::format("has the screen reader do \"{}\" to \"{}\"", action.toStdString(), name);
 }
 
 std::string Person::key(Random& random) {

@@ -32,6 +32,9 @@ std::unique_ptr<Simulated::SimulatedMac> machineOf(std::uint64_t seed) {
 Torture::Torture(std::uint64_t seed)
     : session_{machineOf(seed), Session::bundledCatalog(),
                seed % 4 == 3 ? OperatingSystem::linuxDesktop : OperatingSystem::macOS} {
+    VirtualScheduler& scheduler = session_.scheduler();
+    session_.mac().machine.setStandStill([&scheduler] { scheduler.standStill(); });
+    session_.mac().tools.setTiming([&scheduler](Seconds span) { scheduler.standStill(span); });
     // What is made once is there from now on.
     session_.application().showWindow();
     settle();
