@@ -60,13 +60,15 @@ std::string nameOf(QQuickItem& item) {
     return spoken.isEmpty() ? item.metaObject()->className() : spoken.toStdString();
 }
 
-/// The name of a control, whatever machine it speaks of. Types are numbered as they are loaded.
+/// What control it is, whatever machine it speaks of. Types are numbered as they are loaded.
 std::string kindOf(QQuickItem& item) {
-    static const QRegularExpression data{
-        QStringLiteral("(?<=Quit |Close |about |Review ).+|[\\d.,]+|(?<=^.{24}).+")};
     const QString type = QString::fromLatin1(item.metaObject()->className()).section(u'_', 0, 0);
-    const QString name = QString::fromStdString(nameOf(item)).remove(data);
-    return (type + u' ' + name.section(u'_', 0, 0)).toStdString();
+    if (type == u"QQuickAbstractButton" || type == u"NotedCauseRow") {
+        return type.toStdString(); // a row, named for what it tells of
+    }
+    static const QRegularExpression data{
+        QStringLiteral("(?<=Quit |Close |about |Review |Earlier: ).+|[\\d.,]+|(?<=^.{24}).+")};
+    return (type + u' ' + QString::fromStdString(nameOf(item)).remove(data)).toStdString();
 }
 
 QPoint middle(const QQuickItem& item) {

@@ -37,8 +37,8 @@ struct Owner {
     std::string_view name() const { return face->name(); }
     /// The user's own application, which may be quit.
     bool isOwn() const {
-        return isApp() && face->user.uid == Simulated::ann.uid &&
-               id.starts_with("/Applications/") && id != "/Applications/Pacelet.app";
+        return isApp() && face->user.uid == Simulated::ann.uid && !id.starts_with("/System/") &&
+               !id.starts_with("/usr/") && id != "/Applications/Pacelet.app";
     }
     void add(const Process& process, double share) {
         const std::string stem = id.substr(id.rfind('/') + 1, id.size() - id.rfind('/') - 5);
