@@ -284,7 +284,10 @@ std::string Person::speak(Random& random) {
         return "hears of nothing to press";
     }
     QAccessibleInterface& face = *anyOf(random, faces);
-    const QStringList names = face.actionInterface()->actionNames();
+    QStringList names = face.actionInterface()->actionNames();
+    if (names.size() > 1 && chance(random, 85)) {
+        names.removeAll(QAccessibleActionInterface::setFocusAction());
+    }
     if (names.empty()) {
         return "hears of nothing to do";
     }
@@ -297,7 +300,7 @@ std::string Person::speak(Random& random) {
             agreed_.push_back(asking.title);
         }
     }
-    if (item != nullptr) {
+    if (item != nullptr && action != QAccessibleActionInterface::setFocusAction()) {
         pressed(*item);
     }
     face.actionInterface()->doAction(action);

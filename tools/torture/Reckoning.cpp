@@ -41,8 +41,9 @@ struct Owner {
                !id.starts_with("/usr/") && id != "/Applications/Pacelet.app";
     }
     void add(const Process& process, double share) {
-        const std::string stem = id.substr(id.rfind('/') + 1, id.size() - id.rfind('/') - 5);
-        const bool isMain = isApp() && process.path == id + "/Contents/MacOS/" + stem;
+        const std::size_t slash = id.rfind('/');
+        const bool isMain = isApp() && process.path == id + "/Contents/MacOS" +
+                                                           id.substr(slash, id.size() - slash - 4);
         if (!hasMain && (isMain || share > busiest)) {
             face = &process;
             hasMain = isMain;
@@ -144,8 +145,7 @@ private:
     void hogs() {
         const double grave = std::max(200.0, 25.0 * static_cast<double>(world_.hardware.cores));
         for (const Owner& owner : owners_) {
-            // Below a core's 40%, the window server's work is no cause of any kind.
-            if (owner.isTold || owner.percent < 80 || owner.name() == "WindowServer") {
+            if (owner.isTold || owner.percent < 80) {
                 continue;
             }
             const Owner* told = &owner;

@@ -14,8 +14,8 @@ using Simulated::hours;
 using Simulated::Random;
 
 /// How often each comes, in a hundred or so.
-constexpr std::array<std::pair<Verb, int>, 12> shares{{{Verb::press, 38},
-                                                       {Verb::speak, 8},
+constexpr std::array<std::pair<Verb, int>, 12> shares{{{Verb::press, 36},
+                                                       {Verb::speak, 12},
                                                        {Verb::key, 14},
                                                        {Verb::type, 3},
                                                        {Verb::point, 6},
