@@ -285,14 +285,16 @@ std::string Person::speak(Random& random) {
     }
     QAccessibleInterface& face = *anyOf(random, faces);
     QStringList names = face.actionInterface()->actionNames();
-    if (names.size() > 1 && chance(random, 85)) {
+    auto* const item = qobject_cast<QQuickItem*>(face.object());
+    const auto modals = modalsIn(*window);
+    // It presses what stands behind a question, too, but the focus stays where Qt has it.
+    if (chance(random, 85) || !(modals.empty() || isInside(item, modals.back()))) {
         names.removeAll(QAccessibleActionInterface::setFocusAction());
     }
     if (names.empty()) {
         return "hears of nothing to do";
     }
     const QString action = anyOf(random, names);
-    auto* const item = qobject_cast<QQuickItem*>(face.object());
     const std::string name = item != nullptr ? nameOf(*item) : "the window";
     for (const Asking& asking : askedIn(*window)) {
         if (item != nullptr && asking.confirm == item &&

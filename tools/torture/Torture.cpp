@@ -50,12 +50,16 @@ std::string Torture::play(const Step& step) {
         ledger_.disturb();
     }
     std::string what = act(step);
-    settle();
-    check();
-    if (step.verb != Verb::leave && step.verb != Verb::sleep) {
-        session_.scheduler().advance(step.lasts);
+    try {
         settle();
         check();
+        if (step.verb != Verb::leave && step.verb != Verb::sleep) {
+            session_.scheduler().advance(step.lasts);
+            settle();
+            check();
+        }
+    } catch (const Broken& broken) {
+        throw Broken{fmt::format("{}, after: {}", broken.what(), what)};
     }
     return what;
 }
