@@ -15,8 +15,16 @@
 #include "programs/pacelet-report/JsonReport.h"
 #include "programs/pacelet-report/Watch.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
+#include <fmt/format.h>
+#include <iterator>
+#include <random>
+#include <unistd.h>
+
+extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, std::size_t most);
 
 namespace {
 
@@ -40,16 +48,27 @@ void showScreens(const Platform& machine) {
     });
     WindowCensus::live(machine.windowServer);
     WindowCensus::displays(machine.windowServer);
-    const std::vector<MinuteRecord> week(6000, MinuteRecord{.pressure = 2, .n = 1});
+    static const std::vector<MinuteRecord> week(6000, MinuteRecord{.pressure = 2, .n = 1});
     UpgradeAdvisor::evaluate(week, MacInfo::read(machine.tools, machine.kernel).memoryBytes, 0.5);
+}
+
+/// Of this machine, or of the one before when that speaks of itself in the same words.
+const ProcessCatalog& catalogOn(const Platform& machine) {
+    static const ProcessCatalog ofAll{CatalogFile::read(PACELET_RESOURCES "/processes.json")};
+    static HostAbilities abilities = machine.abilities;
+    static ProcessCatalog known = ofAll.on(machine.system, machine.abilities);
+    if (known.system != machine.system || abilities != machine.abilities) {
+        abilities = machine.abilities;
+        known = ofAll.on(machine.system, machine.abilities);
+    }
+    return known;
 }
 
 /// All looks at a captured machine, as the report and the screens take them.
 void replayWhole(Recorded::Capture capture) {
-    static const ProcessCatalog ofAll{CatalogFile::read(PACELET_RESOURCES "/processes.json")};
     Recorded::Replay replay{std::move(capture)};
     const Platform machine = replay.platform();
-    const ProcessCatalog catalog = ofAll.on(machine.system, machine.abilities);
+    const ProcessCatalog& catalog = catalogOn(machine);
     report::Watch watch{machine, catalog};
     CauseWatch causes;
     for (std::size_t look = 0; look < replay.looks(); ++look) {
@@ -68,7 +87,77 @@ void replayWhole(Recorded::Capture capture) {
     }
 }
 
+/// What a file would hold is what it holds, and nobody's file is written over.
+void keepInFile(const Recorded::Capture& capture) {
+    using namespace Recorded;
+    static const std::string path =
+        std::filesystem::temp_directory_path() / fmt::format("pacelet-fuzz-{}", ::getpid());
+    ::unlink(path.c_str());
+    CaptureFile::write(path, capture);
+    precondition(CaptureFile::read(path) == capture, "a capture changed in its file");
+    try {
+        CaptureFile::write(path, capture);
+        precondition(false, "a file was written over");
+    } catch (const CaptureError&) {
+        ::unlink(path.c_str());
+    }
+    try {
+        CaptureFile::read(path);
+        precondition(false, "a file was read that is gone");
+    } catch (const CaptureError&) {
+        return;
+    }
+}
+
+/// Changes one thing in a capture, which stays one: libFuzzer alone breaks its lengths.
+void change(Recorded::Capture& capture, std::minstd_rand& random) {
+    const auto any = [&](std::size_t count) { return random() % count; };
+    if (capture.answers.empty() || any(8) == 0) {
+        capture.looks.push_back({static_cast<double>(any(100'000)),
+                                 capture.looks.back().monotonic + static_cast<double>(any(9))});
+        return;
+    }
+    auto& [call, answers] = *std::next(capture.answers.begin(),
+                                       static_cast<std::ptrdiff_t>(any(capture.answers.size())));
+    std::string value = answers[any(answers.size())].value;
+    if (any(4) > 0) {
+        const std::size_t size = value.size();
+        value.resize(size + 64);
+        value.resize(
+            LLVMFuzzerMutate(reinterpret_cast<std::uint8_t*>(value.data()), size, value.size()));
+    }
+    if (any(3) == 0 && answers.back().look + 1 < capture.looks.size()) {
+        answers.push_back({answers.back().look + 1, value});
+    } else if (any(6) == 0) {
+        capture.answers.erase(std::string{call});
+    } else {
+        answers[any(answers.size())].value = value;
+    }
+}
+
 } // namespace
+
+extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size,
+                                               std::size_t most, unsigned seed) {
+    std::minstd_rand random{seed};
+    auto capture =
+        Recorded::Wire::decode<Recorded::Capture>({reinterpret_cast<const char*>(data), size});
+    if (!capture || capture->looks.empty() || random() % 4 == 0) {
+        return LLVMFuzzerMutate(data, size, most);
+    }
+    for (const auto& each : capture->answers) {
+        if (each.second.empty()) {
+            return LLVMFuzzerMutate(data, size, most);
+        }
+    }
+    change(*capture, random);
+    const std::string bytes = Recorded::Wire::encode(*std::move(capture));
+    if (bytes.size() > most) {
+        return LLVMFuzzerMutate(data, size, most);
+    }
+    std::copy(bytes.begin(), bytes.end(), data);
+    return bytes.size();
+}
 
 // Any bytes are refused, or are a capture that comes back unchanged when it is written again, and
 // is replayed to its end.
@@ -83,6 +172,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     try {
         Capture capture = CaptureFile::parse(input);
         precondition(CaptureFile::parse(Wire::encode(capture)) == capture, "a capture changed");
+        if (size < 1024 && size % 8 == 0) {
+            keepInFile(capture);
+        }
         replayWhole(std::move(capture));
     } catch (const CaptureError&) {
         // One line for the user.

@@ -26,6 +26,21 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                      (journal.entries() == byLine.entries() && journal.causes() == byLine.causes()),
                  "lines influence each other");
 
+    // A note comes back unchanged when it is written again.
+    for (const CauseJournal::Entry& entry : journal.entries()) {
+        const CauseMinute minute{entry.t,
+                                 {{journal.causes()[entry.cause], entry.severity, entry.seconds,
+                                   entry.mean, entry.highest}}};
+        std::string line = CauseLines::encode(minute);
+        CauseJournal again;
+        CauseLines::decode(line, always, again);
+        CauseJournal::Entry first = entry;
+        first.cause = 0;
+        precondition(again.entries() == std::vector{first} &&
+                         again.causes().front() == journal.causes()[entry.cause],
+                     "a note changed on its way through a file");
+    }
+
     journal.sort();
     const auto& entries = journal.entries();
     if (entries.empty()) {

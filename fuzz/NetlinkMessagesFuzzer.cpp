@@ -11,9 +11,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::vector<SocketCounters> sockets;
     parseSocketCounters(answer, LocalNetworks{}, sockets);
     const std::vector<Interface> interfaces = parseInterfaces(answer);
-    defaultInterface(parseDefaultRoutes(answer), interfaces);
+    if (const Interface* const chosen = defaultInterface(parseDefaultRoutes(answer), interfaces)) {
+        isEthernet(*chosen);
+    }
     parseFamilyNumber(answer);
-    parseWirelessInterfaces(answer);
+    for (const WirelessInterface& wireless : parseWirelessInterfaces(answer)) {
+        bandOfFrequency(wireless.frequencyMHz.value_or(0));
+    }
     parseStation(answer);
     parseNoise(answer);
     return 0;

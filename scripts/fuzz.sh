@@ -6,12 +6,12 @@ cd "$(dirname "$0")/.."
 for fuzzer in build/fuzz/bin/*-fuzzer; do
     name=$(basename "$fuzzer" -fuzzer)
     grown=build/fuzz/corpus/$name
-    dictionary=fuzz/dictionaries/$name.dict
+    options=()
+    [ -f "fuzz/dictionaries/$name.dict" ] && options+=("-dict=fuzz/dictionaries/$name.dict")
     mkdir -p "$grown"
     log=build/fuzz/$name.log
     if "$fuzzer" -runs="$1" -max_total_time="$2" -timeout=10 -artifact_prefix=build/fuzz/ \
-        ${dictionary:+$([ -f "$dictionary" ] && echo "-dict=$dictionary")} \
-        "$grown" "fuzz/corpus/$name" >"$log" 2>&1; then
+        "${options[@]}" "$grown" "fuzz/corpus/$name" >"$log" 2>&1; then
         echo "fuzz $name: $(sed -n 's/^Done \([0-9]*\) runs.*/\1 runs, no fault/p' "$log")"
     else
         cat "$log"

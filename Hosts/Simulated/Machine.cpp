@@ -64,8 +64,14 @@ void Machine::waitWhileHanging(const std::string& tool) {
         return;
     }
     ++locked->records.hungCalls;
-    released_.wait(locked.lock_,
-                   [&] { return world_.failures.ofTool<ToolHangs>(tool) == nullptr; });
+    if (standStill_) {
+        locked.lock_.unlock();
+        standStill_();
+        locked.lock_.lock();
+    } else {
+        released_.wait(locked.lock_,
+                       [&] { return world_.failures.ofTool<ToolHangs>(tool) == nullptr; });
+    }
     --locked->records.hungCalls;
 }
 

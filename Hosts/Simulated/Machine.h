@@ -5,8 +5,10 @@
 #include "Hosts/Simulated/Model/World.h"
 
 #include <condition_variable>
+#include <functional>
 #include <mutex>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace pacelet::Simulated {
@@ -56,6 +58,9 @@ public:
     /// Waits until no hang of this tool is in force any more.
     void waitWhileHanging(const std::string& tool);
 
+    /// From now on who waits for a hang to end calls this, once, in place of holding its thread.
+    void setStandStill(std::function<void()> standStill) { standStill_ = std::move(standStill); }
+
 private:
     void catchUp();
 
@@ -64,6 +69,7 @@ private:
     World world_;
     std::optional<std::chrono::steady_clock::time_point> followedUntil_;
     std::vector<BlockedFolder> blocked_;
+    std::function<void()> standStill_;
 };
 
 } // namespace pacelet::Simulated

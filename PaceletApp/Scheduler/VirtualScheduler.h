@@ -3,6 +3,8 @@
 #include "PaceletApp/Scheduler/Scheduler.h"
 
 #include <functional>
+#include <memory>
+#include <vector>
 
 namespace pacelet {
 
@@ -18,6 +20,19 @@ public:
     ~VirtualScheduler() override;
 
     MonotonicTime monotonicNow() override { return clock().monotonicNow(); }
+
+    /// Whether each piece of work that begins from now on has a thread of its own, so that it may
+    /// stand still. Still only one of all threads ever runs.
+    void useThreads(bool uses) { usesThreads_ = uses; }
+
+    /// Called by work that has a thread of its own: time passes on without it until `release`.
+    void standStill();
+
+    /// The same for so long. Work without a thread of its own takes no time.
+    void standStill(Seconds duration);
+
+    /// What stands still until it is released goes on, each at this moment.
+    void release();
 
     /// How long work started from now on takes.
     void setBackgroundDuration(Seconds duration) { backgroundDuration_ = duration; }
@@ -35,13 +50,18 @@ public:
     std::size_t pendingJobs() const { return pendingJobs_; }
 
 private:
+    class Strand;
+
     void arm() override {}
     void start(BackgroundJob& job) override;
     void jobDone(BackgroundJob&) override {}
+    void goOn(const std::shared_ptr<Strand>& strand);
 
     ClockMover moveClock_;
     Seconds backgroundDuration_{0};
     std::size_t pendingJobs_ = 0;
+    std::vector<std::shared_ptr<Strand>> standing_; ///< until they are released
+    bool usesThreads_ = false;
     bool advancing_ = false;
 };
 

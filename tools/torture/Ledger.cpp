@@ -1,7 +1,5 @@
 #include "tools/torture/Ledger.h"
 
-#include "Core/Diagnosis/Diagnosis.h"
-#include "Core/Sampling/AppGrouper.h"
 #include "Core/Support/Text.h"
 #include "tools/torture/Watch.h"
 
@@ -26,6 +24,32 @@ constexpr double slack = 0.06;
 constexpr double hundredth = 0.01;
 constexpr Seconds leastInterval{2};
 
+/// How long Spotlight is busy until something is wrong with it.
+constexpr Seconds stuckAfter{3 * 3600};
+
+double loadOf(const Simulated::World& world, const Shares& shares) {
+    double total = 0;
+    for (const auto& [pid, percent] : shares) {
+        total += percent;
+    }
+    return std::clamp(total / static_cast<double>(world.hardware.cores), 0.0, 100.0);
+}
+
+bool isAbout(double told, double load, double rounding) {
+    return std::abs(told - load) <= rounding + slack * load;
+}
+
+/// Whether the record is that of this minute, as far as anything is known of it.
+bool tells(const MinuteRecord& record, const Minute& minute) {
+    constexpr std::array<std::int64_t, 5> ranks{0, 0, 1, 0, 2};
+    return !minute.isKnown ||
+           (record.n == minute.looks && record.swap == minute.swap &&
+            record.pressure == ranks.at(static_cast<std::size_t>(minute.worstPressure)) &&
+            isAbout(record.cpu, minute.loads / static_cast<double>(minute.looks),
+                    minute.rounding) &&
+            isAbout(record.cpuMax, minute.highest, minute.rounding));
+}
+
 /// What is never ended, kept apart from the program's own list on purpose.
 constexpr std::array<std::string_view, 5> protectedPlaces{"/System/", "/usr/", "/sbin/", "/bin/",
                                                           "/Applications/Pacelet.app"};
@@ -36,7 +60,7 @@ Ledger::Ledger(Session& session)
     : session_{session} {
     Monitor& monitor = session.application().monitor();
     QObject::connect(&monitor, &Monitor::changed, &listener_, [this, &monitor](const Fields& told) {
-        if (told.hold(monitor.lastChecked)) {
+        if (told.hold(monitor.cpuHistory)) {
             lookEnded();
         }
     });
@@ -55,64 +79,47 @@ void Ledger::note(const std::string& fault) {
 
 void Ledger::lookEnded() {
     ++looks_;
-    keepMinute();
     const auto world = session_.mac().machine.lock();
     const bool isRushed = world->time.awake - lastAwake_ < leastInterval;
     // Every process's share of what a look rounds, in percent of the machine.
     rounding_ = 50 * hundredth * static_cast<double>(world->processes.all().size()) /
                 (world->time.awake - lastAwake_).count() /
                 static_cast<double>(world->hardware.cores);
-    std::vector<ProcessUsage> usages = measure(*world);
+    const Shares shares = measure(*world);
+    reckoning_.add(*world, shares);
     calmLooks_ = failing_ || isRushed ? 0 : calmLooks_ + 1;
-    judge(*world, std::move(usages));
+    judge(*world, shares);
+    keepMinute(*world, loadOf(*world, shares));
 }
 
 /// What every process has used since the last look: of the machine itself, not of its tools.
-std::vector<ProcessUsage> Ledger::measure(const Simulated::World& world) {
+Shares Ledger::measure(const Simulated::World& world) {
     const Seconds awake = world.time.awake;
     std::map<std::int32_t, Seconds> times;
-    std::vector<ProcessUsage> usages;
+    Shares shares;
     for (const Simulated::Process& process : world.processes.all()) {
         const Seconds used = process.cpuTime(awake);
         const auto before = lastTimes_.find(process.pid);
         const bool isKnown =
             before != lastTimes_.end() && awake > lastAwake_ && before->second <= used;
-        ProcessUsage usage;
-        usage.pid = process.pid;
-        usage.uid = process.user.uid;
-        usage.path = process.path;
-        usage.name = process.name();
-        usage.cpuPercent =
+        shares[process.pid] =
             isKnown ? (used - before->second) / (awake - lastAwake_) * 100 : process.load.at(awake);
-        usage.memoryBytes =
-            process.user.uid == Simulated::ann.uid ? process.footprint : process.resident;
-        usages.push_back(std::move(usage));
         times.emplace(process.pid, used);
     }
     lastTimes_ = std::move(times);
     lastAwake_ = awake;
-    return usages;
+    return shares;
 }
 
-void Ledger::judge(const Simulated::World& world, std::vector<ProcessUsage> usages) {
-    double total = 0;
-    for (const ProcessUsage& usage : usages) {
-        total += usage.cpuPercent;
-    }
-    std::vector<ProcessGroup> groups = AppGrouper::group(std::move(usages), Simulated::ann.uid);
-    history_.push_back(Smoother::cpuByID(groups));
-    if (history_.size() > Smoother::window) {
-        history_.erase(history_.begin());
-    }
+void Ledger::judge(const Simulated::World& world, const Shares& shares) {
     if (calmLooks_ < looksUntilTrue) {
         return;
     }
     ++judged_;
-    groups = Smoother::average(std::move(groups), history_);
     const Monitor& monitor = session_.application().monitor();
     const SystemSignals& signals = *monitor.signals();
-    const double load = SystemSignals::cpuLoad(total, world.hardware.cores);
-    if (std::abs(signals.cpuLoadPercent - load) > rounding_ + slack * load) {
+    const double load = loadOf(world, shares);
+    if (!isAbout(signals.cpuLoadPercent, load, rounding_)) {
         note(fmt::format("figures: a load of {:.1f}% instead of {:.1f}%", signals.cpuLoadPercent,
                          load));
     }
@@ -122,9 +129,14 @@ void Ledger::judge(const Simulated::World& world, std::vector<ProcessUsage> usag
         signals.pressure != pressureFromSysctlLevel(world.vitals.pressureLevel)) {
         note("figures: swap, disk, heat or pressure is another");
     }
+    const auto& busySince = monitor.spotlightBusySince();
+    const Memories memories{.isStuck = monitor.stuckApp().has_value(),
+                            .isSpotlightStuck =
+                                busySince && world.time.wall - *busySince > stuckAfter,
+                            .isLinux = monitor.catalog()->system == OperatingSystem::linuxDesktop};
     std::set<std::string> causes;
     for (const double scale : {1 - slack, 1.0, 1 + slack}) {
-        causes.merge(firstCauses(world, groups, scale));
+        causes.merge(reckoning_.firstCauses(world, shares, memories, scale, 2 * slack));
     }
     const Finding* const hero = monitor.result().hero();
     const std::string told = hero != nullptr ? hero->id() : "";
@@ -133,51 +145,25 @@ void Ledger::judge(const Simulated::World& world, std::vector<ProcessUsage> usag
     }
 }
 
-/// The ids of what may come first when every process uses so much more or less: the first cause,
-/// and those that a few percent keep from its place.
-std::set<std::string> Ledger::firstCauses(const Simulated::World& world,
-                                          std::vector<ProcessGroup> groups, double scale) const {
-    for (ProcessGroup& group : groups) {
-        group.cpuPercent *= scale;
-    }
-    const Monitor& monitor = session_.application().monitor();
-    SystemSignals signals;
-    signals.coreCount = world.hardware.cores;
-    signals.pressure = pressureFromSysctlLevel(world.vitals.pressureLevel);
-    signals.swapUsedBytes = world.vitals.swapUsed;
-    signals.thermal = thermalFromState(world.vitals.thermalState);
-    signals.diskFreeBytes = world.vitals.diskFree;
-    signals.diskTotalBytes = world.hardware.diskBytes;
-    signals.uptime = world.uptime().count();
-    const auto [result, weights] =
-        Diagnosis::weigh({.signals = signals,
-                          .groups = groups,
-                          .spotlightBusySince = monitor.spotlightBusySince(),
-                          .lowPowerMode = world.vitals.lowPower,
-                          .stuckApp = monitor.stuckApp(),
-                          .now = world.time.wall},
-                         *monitor.catalog());
-    std::set<std::string> ids;
-    for (std::size_t place = 0; place < weights.size(); ++place) {
-        const Finding& finding = result.findings[place];
-        if (finding.severity() == result.hero()->severity() &&
-            weights[place] >= weights.front() * (1 - 2 * slack) - 1) {
-            ids.insert(finding.id());
-        }
-    }
-    return ids.empty() ? std::set<std::string>{""} : ids;
-}
-
-void Ledger::keepMinute() {
+void Ledger::keepMinute(const Simulated::World& world, double load) {
     if (!session_.application().monitor().keepHistory()) {
         return;
     }
-    const double now = unixTime(session_.scheduler().now());
-    const auto minute = static_cast<std::int64_t>(std::floor(now / 60));
-    if (openMinute_ && *openMinute_ != minute) {
-        writing_.insert(*openMinute_);
+    const auto t = static_cast<std::int64_t>(std::floor(unixTime(world.time.wall) / 60));
+    if (openMinute_ && openMinute_->t != t) {
+        writing_.push_back(*std::exchange(openMinute_, {}));
     }
-    openMinute_ = minute;
+    if (!openMinute_) {
+        openMinute_ = Minute{.t = t};
+    }
+    Minute& minute = *openMinute_;
+    ++minute.looks;
+    minute.isKnown = minute.isKnown && calmLooks_ >= looksUntilTrue;
+    minute.loads += load;
+    minute.highest = std::max(minute.highest, load);
+    minute.rounding = std::max(minute.rounding, rounding_);
+    minute.worstPressure = std::max(minute.worstPressure, world.vitals.pressureLevel);
+    minute.swap = world.vitals.swapUsed;
 }
 
 void Ledger::checkLooks() {
@@ -237,19 +223,32 @@ void Ledger::sortMinutes(int cleared) {
     }
     if (session_.scheduler().pendingJobs() == 0) {
         clearing_ = false;
-        written_.merge(writing_);
+        written_.insert(written_.end(), writing_.begin(), writing_.end());
         writing_.clear();
     }
 }
 
 void Ledger::checkHistory() {
-    std::set<std::int64_t> kept;
-    for (const MinuteRecord& record :
-         session_.application().monitor().usageStore().load(fromUnixTime(0))) {
-        kept.insert(record.t);
+    const auto records = session_.application().monitor().usageStore().load(fromUnixTime(0));
+    hold(std::ranges::is_sorted(records, {}, &MinuteRecord::t), "history", "out of order");
+    // A clock that was set back brings a minute twice; one record stands for one of them.
+    std::multimap<std::int64_t, const MinuteRecord*> kept;
+    for (const MinuteRecord& record : records) {
+        kept.emplace(record.t, &record);
     }
-    for (const std::int64_t minute : written_) {
-        hold(kept.contains(minute), "history", fmt::format("minute {} is lost", minute));
+    for (const Minute& minute : written_) {
+        auto [at, end] = kept.equal_range(minute.t);
+        hold(at != end, "history", fmt::format("minute {} is lost", minute.t));
+        const MinuteRecord& one = *at->second;
+        at = std::find_if(at, end, [&](const auto& each) { return tells(*each.second, minute); });
+        hold(at != end, "history",
+             fmt::format(
+                 "minute {} has {} looks, load {:.1f} to {:.1f}, pressure {}, swap {} instead "
+                 "of {}, {:.1f} to {:.1f}, {}, {}",
+                 minute.t, one.n, one.cpu, one.cpuMax, one.pressure, one.swap, minute.looks,
+                 minute.loads / static_cast<double>(minute.looks), minute.highest,
+                 minute.worstPressure, minute.swap));
+        kept.erase(at);
     }
 }
 

@@ -1,8 +1,7 @@
 #pragma once
 
-#include "Core/Sampling/ProcessUsage.h"
-#include "Core/Sampling/Smoother.h"
 #include "tools/session/Session.h"
+#include "tools/torture/Reckoning.h"
 
 #include <QObject>
 
@@ -15,6 +14,18 @@
 #include <vector>
 
 namespace pacelet::torture {
+
+/// A minute as its looks found the machine.
+struct Minute {
+    std::int64_t t = 0; ///< as in `MinuteRecord`
+    std::int64_t looks = 0;
+    bool isKnown = true; ///< nothing failed in it
+    double loads = 0;    ///< the sum over the looks, in percent of the machine
+    double highest = 0;
+    double rounding = 0; ///< by how much the tools may have rounded a load
+    std::int32_t worstPressure = 1;
+    std::int64_t swap = 0; ///< at the last look
+};
 
 /// Keeps the books on a machine that is known to the last figure, and holds the program to them:
 /// its first cause, its figures, its history, and what it did to the machine.
@@ -45,12 +56,10 @@ public:
 
 private:
     void lookEnded();
-    std::vector<ProcessUsage> measure(const Simulated::World& world);
-    void judge(const Simulated::World& world, std::vector<ProcessUsage> usages);
-    std::set<std::string> firstCauses(const Simulated::World& world,
-                                      std::vector<ProcessGroup> groups, double scale) const;
+    Shares measure(const Simulated::World& world);
+    void judge(const Simulated::World& world, const Shares& shares);
     void note(const std::string& fault);
-    void keepMinute();
+    void keepMinute(const Simulated::World& world, double load);
     void sortMinutes(int cleared);
 
     Session& session_;
@@ -64,11 +73,11 @@ private:
 
     Seconds lastAwake_{0};
     std::map<std::int32_t, Seconds> lastTimes_;
-    std::vector<Smoother::CPUByID> history_;
+    Reckoning reckoning_;
 
-    std::optional<std::int64_t> openMinute_;
-    std::set<std::int64_t> writing_; ///< closed, and on their way to the disk
-    std::set<std::int64_t> written_;
+    std::optional<Minute> openMinute_;
+    std::vector<Minute> writing_; ///< closed, and on their way to the disk
+    std::vector<Minute> written_;
     int cleared_ = 0; ///< how often the user agreed to clear the history
     bool clearing_ = false;
 

@@ -187,8 +187,6 @@ std::string setClock(SimulatedMac& mac, Random& random) {
 
 std::string fail(SimulatedMac& mac, VirtualScheduler& scheduler, const std::string& history,
                  Random& random) {
-    // What hangs for good would hold this one thread, too: instead, all that starts from now on
-    // takes long.
     if (random.integer(0, 5) == 0) {
         const Seconds duration{std::exp(random.uniform(-2, 7))};
         scheduler.setBackgroundDuration(duration);
@@ -208,12 +206,13 @@ std::string fail(SimulatedMac& mac, VirtualScheduler& scheduler, const std::stri
     const std::array<std::string, 4> sysctls{"", "vm.swapusage", "kern.boottime",
                                              "kern.memorystatus_vm_pressure_level"};
     const std::string& tool = anyOf(random, tools);
-    const std::array<Failure, 17> all{
+    const std::array<Failure, 18> all{
         ToolMissing{tool},
         ToolNotPermitted{tool},
         ToolFails{tool, 1, "it failed\n"},
         ToolPrints{tool, anyOf(random, rubbish)},
-        ToolTakes{tool, Seconds{40}},
+        ToolHangs{tool},
+        ToolTakes{tool, Seconds{random.uniform(5, 400)}},
         AutomationRefused{},
         PromptCancelled{},
         ScriptFails{static_cast<std::int32_t>(random.integer(-2800, -1)), "Something is wrong."},
@@ -227,12 +226,17 @@ std::string fail(SimulatedMac& mac, VirtualScheduler& scheduler, const std::stri
         WindowsUnknown{},
         DisplaysUnknown{}};
     const Failure& failure = anyOf(random, all);
+    if (std::holds_alternative<ToolHangs>(failure) || std::holds_alternative<ToolTakes>(failure)) {
+        scheduler.useThreads(true);
+    }
     mac.machine.inject(failure);
     return fmt::format("failure {} of {}", failure.index(), tool);
 }
 
 std::string mend(SimulatedMac& mac, VirtualScheduler& scheduler) {
     mac.machine.clearFailures();
+    scheduler.release();
+    scheduler.useThreads(false);
     scheduler.setBackgroundDuration(Seconds{0});
     return "all failures end";
 }

@@ -3,7 +3,9 @@
 #include "tools/torture/Draw.h"
 
 #include <QAccessible>
+#include <QAccessibleActionInterface>
 #include <QPointer>
+#include <QRegularExpression>
 #include <QTest>
 #include <QWheelEvent>
 
@@ -39,10 +41,34 @@ std::vector<QQuickItem*> pressable(QQuickItem& below) {
     return found;
 }
 
+/// All that a screen reader can act upon, below this.
+void collectActing(QAccessibleInterface* face, std::vector<QAccessibleInterface*>& found) {
+    if (face == nullptr || !face->isValid() || face->state().invisible) {
+        return;
+    }
+    if (face->actionInterface() != nullptr && !face->state().disabled) {
+        found.push_back(face);
+    }
+    for (int place = 0; place < face->childCount(); ++place) {
+        collectActing(face->child(place), found);
+    }
+}
+
 std::string nameOf(QQuickItem& item) {
     QAccessibleInterface* const face = QAccessible::queryAccessibleInterface(&item);
     const QString spoken = face != nullptr ? face->text(QAccessible::Name) : QString{};
     return spoken.isEmpty() ? item.metaObject()->className() : spoken.toStdString();
+}
+
+/// What control it is, whatever machine it speaks of. Types are numbered as they are loaded.
+std::string kindOf(QQuickItem& item) {
+    const QString type = QString::fromLatin1(item.metaObject()->className()).section(u'_', 0, 0);
+    if (type == u"QQuickAbstractButton" || type == u"NotedCauseRow") {
+        return type.toStdString(); // a row, named for what it tells of
+    }
+    static const QRegularExpression data{
+        QStringLiteral("(?<=Quit |Close |about |Review |Earlier: ).+|[\\d.,]+|(?<=^.{24}).+")};
+    return (type + u' ' + QString::fromStdString(nameOf(item)).remove(data)).toStdString();
 }
 
 QPoint middle(const QQuickItem& item) {
@@ -120,6 +146,8 @@ std::string Person::act(Verb verb, Random& random) {
     switch (verb) {
     case Verb::press:
         return press(random);
+    case Verb::speak:
+        return speak(random);
     case Verb::key:
         return key(random);
     case Verb::type:
@@ -185,8 +213,19 @@ void Person::strike(QQuickWindow& window, Qt::Key key, Qt::KeyboardModifiers mod
     }
 }
 
-/// One of them, often one that does something to the machine.
+void Person::pressed(QQuickItem& item) {
+    ++presses_[kindOf(item)];
+}
+
+/// One of them, often one that does something to the machine, or that was pressed least so far.
 QQuickItem* Person::dear(Random& random, const std::vector<QQuickItem*>& items) {
+    for (QQuickItem* const item : items) {
+        presses_.try_emplace(kindOf(*item));
+    }
+    if (chance(random, 25)) {
+        return *std::ranges::min_element(
+            items, {}, [this](QQuickItem* item) { return presses_.at(kindOf(*item)); });
+    }
     if (chance(random, 40)) {
         std::vector<QQuickItem*> acting;
         std::ranges::copy_if(items, std::back_inserter(acting), [](QQuickItem* item) {
@@ -222,15 +261,52 @@ std::string Person::press(Random& random) {
     const std::string name = nameOf(item);
     const QPoint place = middle(item);
     if (QRect{{}, window->size()}.contains(place) && chance(random, 75)) {
+        pressed(item);
         click(*window, place);
         return fmt::format("clicks on \"{}\"", name);
     }
     if (modals.empty() || isInside(&item, modals.back())) {
+        pressed(item);
         item.forceActiveFocus(Qt::TabFocusReason);
         strike(*window, chance(random, 50) ? Qt::Key_Space : Qt::Key_Return, {});
         return fmt::format("presses \"{}\" by key", name);
     }
     return fmt::format("cannot reach \"{}\"", name);
+}
+
+std::string Person::speak(Random& random) {
+    QQuickWindow* const window = anyWindow(random);
+    std::vector<QAccessibleInterface*> faces;
+    if (window != nullptr) {
+        collectActing(QAccessible::queryAccessibleInterface(window), faces);
+    }
+    if (faces.empty()) {
+        return "hears of nothing to press";
+    }
+    QAccessibleInterface& face = *anyOf(random, faces);
+    QStringList names = face.actionInterface()->actionNames();
+    auto* const item = qobject_cast<QQuickItem*>(face.object());
+    const auto modals = modalsIn(*window);
+    // It presses what stands behind a question, too, but the focus stays where Qt has it.
+    if (chance(random, 85) || !(modals.empty() || isInside(item, modals.back()))) {
+        names.removeAll(QAccessibleActionInterface::setFocusAction());
+    }
+    if (names.empty()) {
+        return "hears of nothing to do";
+    }
+    const QString action = anyOf(random, names);
+    const std::string name = item != nullptr ? nameOf(*item) : "the window";
+    for (const Asking& asking : askedIn(*window)) {
+        if (item != nullptr && asking.confirm == item &&
+            action == QAccessibleActionInterface::pressAction()) {
+            agreed_.push_back(asking.title);
+        }
+    }
+    if (item != nullptr && action != QAccessibleActionInterface::setFocusAction()) {
+        pressed(*item);
+    }
+    face.actionInterface()->doAction(action);
+    return fmt::format("has the screen reader do \"{}\" to \"{}\"", action.toStdString(), name);
 }
 
 std::string Person::key(Random& random) {

@@ -7,6 +7,7 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -48,6 +49,10 @@ public:
     /// Does it, and says in a few words what it was.
     std::string act(Verb verb, Simulated::Random& random);
 
+    /// What was seen of all that can be pressed, and how often it was pressed: the names of
+    /// controls without what data puts into them.
+    const std::map<std::string, int>& presses() const { return presses_; }
+
     /// The titles of all questions that were agreed to, in their order.
     const std::vector<std::string>& agreed() const { return agreed_; }
 
@@ -58,13 +63,16 @@ private:
     std::string point(Simulated::Random& random);
     std::string window(Simulated::Random& random);
     QQuickWindow* anyWindow(Simulated::Random& random);
-    static QQuickItem* dear(Simulated::Random& random, const std::vector<QQuickItem*>& items);
+    std::string speak(Simulated::Random& random);
+    QQuickItem* dear(Simulated::Random& random, const std::vector<QQuickItem*>& items);
+    void pressed(QQuickItem& item);
     void click(QQuickWindow& window, QPoint place);
     void strike(QQuickWindow& window, Qt::Key key, Qt::KeyboardModifiers modifiers,
                 const QString& text = {});
 
     Session& session_;
     std::vector<std::string> agreed_;
+    std::map<std::string, int> presses_;
 };
 
 } // namespace pacelet::torture

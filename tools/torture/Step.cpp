@@ -14,7 +14,8 @@ using Simulated::hours;
 using Simulated::Random;
 
 /// How often each comes, in a hundred or so.
-constexpr std::array<std::pair<Verb, int>, 11> shares{{{Verb::press, 44},
+constexpr std::array<std::pair<Verb, int>, 12> shares{{{Verb::press, 36},
+                                                       {Verb::speak, 12},
                                                        {Verb::key, 14},
                                                        {Verb::type, 3},
                                                        {Verb::point, 6},

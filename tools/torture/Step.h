@@ -9,7 +9,8 @@ namespace pacelet::torture {
 
 /// What somebody does, or what happens to the machine.
 enum class Verb {
-    press,   ///< something that can be pressed, by pointer, key or screen reader
+    press,   ///< something that can be pressed, by pointer or key
+    speak,   ///< presses, ticks or moves something as a screen reader does
     key,     ///< a key or a shortcut
     type,    ///< words
     point,   ///< a click or a turn of the wheel, anywhere

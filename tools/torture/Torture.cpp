@@ -32,6 +32,9 @@ std::unique_ptr<Simulated::SimulatedMac> machineOf(std::uint64_t seed) {
 Torture::Torture(std::uint64_t seed)
     : session_{machineOf(seed), Session::bundledCatalog(),
                seed % 4 == 3 ? OperatingSystem::linuxDesktop : OperatingSystem::macOS} {
+    VirtualScheduler& scheduler = session_.scheduler();
+    session_.mac().machine.setStandStill([&scheduler] { scheduler.standStill(); });
+    session_.mac().tools.setTiming([&scheduler](Seconds span) { scheduler.standStill(span); });
     // What is made once is there from now on.
     session_.application().showWindow();
     settle();
@@ -47,12 +50,16 @@ std::string Torture::play(const Step& step) {
         ledger_.disturb();
     }
     std::string what = act(step);
-    settle();
-    check();
-    if (step.verb != Verb::leave && step.verb != Verb::sleep) {
-        session_.scheduler().advance(step.lasts);
+    try {
         settle();
         check();
+        if (step.verb != Verb::leave && step.verb != Verb::sleep) {
+            session_.scheduler().advance(step.lasts);
+            settle();
+            check();
+        }
+    } catch (const Broken& broken) {
+        throw Broken{fmt::format("{}, after: {}", broken.what(), what)};
     }
     return what;
 }

@@ -10,6 +10,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <set>
 #include <string>
 
@@ -54,6 +55,8 @@ public:
 
     /// Everybody goes, and nothing may stay behind. Throws `Broken`.
     void finish();
+
+    const std::map<std::string, int>& presses() const { return person_.presses(); }
 
     /// What was seen, in one line.
     std::string figures();

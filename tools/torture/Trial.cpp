@@ -19,10 +19,24 @@ namespace {
 /// Of a process in which something did not hold; others are those of signals.
 constexpr int statusBroken = 100;
 constexpr std::string_view brokenMark = "BROKEN ";
+constexpr std::string_view pressesMark = "PRESSES ";
 
 void tell(std::string_view line) {
     fmt::print("{}\n", line);
     std::fflush(stdout);
+}
+
+Presses pressesIn(std::string_view told) {
+    Presses presses;
+    forEachLine(told, [&](std::string_view line) {
+        if (line.starts_with(pressesMark)) {
+            line.remove_prefix(pressesMark.size());
+            const std::size_t blank = std::min(line.find(' '), line.size());
+            const auto times = parseInteger<int>(line.substr(0, blank));
+            presses.emplace(line.substr(blank), times.value_or(0));
+        }
+    });
+    return presses;
 }
 
 } // namespace
@@ -38,6 +52,9 @@ int play(std::uint64_t seed, const Places& places) {
             tell(torture.play(steps.at(place)));
         }
         torture.finish();
+        for (const auto& [kind, times] : torture.presses()) {
+            tell(fmt::format("{}{} {}", pressesMark, times, kind));
+        }
         tell(torture.figures());
     } catch (const Broken& broken) {
         fmt::print("\n{}{}\n", brokenMark, broken.what());
@@ -54,7 +71,8 @@ Places allPlaces(std::uint64_t seed) {
 
 Trial tryOut(const std::string& program, std::uint64_t seed, Places places) {
     Shell::Output output = Shell::run(program, {"--play", std::to_string(seed), textOf(places)});
-    Trial trial{seed, std::move(places), {}, std::move(output.stdout)};
+    Trial trial{seed, std::move(places), {}, std::move(output.stdout), {}};
+    trial.presses = pressesIn(trial.told);
     if (output.status == statusBroken) {
         const auto begin = trial.told.rfind(brokenMark);
         trial.fault = trial.told.substr(begin, trial.told.find(':', begin) - begin);

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <span>
 #include <string>
 #include <vector>
@@ -11,12 +12,16 @@ namespace pacelet::torture {
 /// The steps of a seed that are taken, by their places among all of them.
 using Places = std::vector<std::size_t>;
 
+/// How often each kind of control that was seen was pressed.
+using Presses = std::map<std::string, int>;
+
 /// How a seed was borne, in a process of its own.
 struct Trial {
     std::uint64_t seed = 0;
     Places places;     ///< the steps that were taken
     std::string fault; ///< which invariant broke, or how the program ended; empty when all held
     std::string told;  ///< what happened, a line a step
+    Presses presses;   ///< when all held
 };
 
 /// Takes these steps of the seed in this process, tells each of them on standard output, and gives

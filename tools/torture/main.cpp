@@ -64,7 +64,12 @@ public:
         for (std::thread& worker : workers) {
             worker.join();
         }
-        fmt::print("{} seeds failed\n", failed_.load());
+        for (const auto& [kind, times] : presses_) {
+            if (times == 0) {
+                fmt::print("never pressed:{}\n", kind);
+            }
+        }
+        fmt::print("{} kinds of controls seen; {} seeds failed\n", presses_.size(), failed_.load());
         return failed_ == 0 ? 0 : 1;
     }
 
@@ -74,6 +79,7 @@ private:
             const Trial trial = tryOut(program_, seed, allPlaces(seed));
             if (trial.fault.empty()) {
                 tell(fmt::format("seed {}: {}", seed, lastLine(trial.told)));
+                add(trial.presses);
                 continue;
             }
             ++failed_;
@@ -89,6 +95,13 @@ private:
         return text.substr(text.rfind('\n') + 1);
     }
 
+    void add(const Presses& presses) {
+        const std::lock_guard lock{mutex_};
+        for (const auto& [kind, times] : presses) {
+            presses_[kind] += times;
+        }
+    }
+
     void tell(const std::string& line) {
         const std::lock_guard lock{mutex_};
         fmt::print("{}\n", line);
@@ -100,6 +113,7 @@ private:
     std::uint64_t end_;
     std::atomic<int> failed_ = 0;
     std::mutex mutex_;
+    Presses presses_;
 };
 
 } // namespace

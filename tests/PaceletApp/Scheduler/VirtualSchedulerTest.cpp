@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <memory>
 #include <numeric>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -77,6 +78,32 @@ TEST_F(VirtualSchedulerTest, NothingRunsWhileTheMachineSleepsAndAllThatFellDueRu
     EXPECT_TRUE(seen.empty());
     scheduler->settle();
     EXPECT_EQ(seen, (Seen{"100 a slept"}));
+}
+
+TEST_F(VirtualSchedulerTest, TimePassesOnWithoutWorkThatStandsStill) {
+    const auto worker = [this](std::optional<Seconds> span) -> QCoro::Task<> {
+        auto work = scheduler->runInBackground([this, span] {
+            note("begins");
+            span ? scheduler->standStill(*span) : scheduler->standStill();
+            note("goes on");
+        });
+        co_await work;
+        note("is done");
+    };
+    scheduler->useThreads(true);
+    detach(worker(Seconds{7}));
+    detach(worker({}));
+    scheduler->advance(Seconds{5});
+    EXPECT_EQ(seen, (Seen{"0 begins", "0 begins"}));
+    scheduler->advance(Seconds{5});
+    EXPECT_EQ(scheduler->pendingJobs(), 1U);
+    scheduler->release();
+    detach(worker({}));
+    scheduler->settle();
+    EXPECT_EQ(seen, (Seen{"0 begins", "0 begins", "7 goes on", "7 is done", "10 goes on",
+                          "10 is done", "10 begins"}));
+    scheduler.reset();
+    EXPECT_EQ(seen.back(), "10 is done") << "closing waits for work";
 }
 
 TEST_F(VirtualSchedulerTest, ClosingUnwindsAllThatWaits) {
