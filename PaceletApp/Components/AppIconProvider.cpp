@@ -2,10 +2,12 @@
 
 #include <QBuffer>
 #include <QImageReader>
-#include <QRunnable>
+#include <QMetaObject>
 #include <QUrl>
 
 #include <algorithm>
+#include <string>
+#include <utility>
 
 namespace pacelet {
 
@@ -27,37 +29,35 @@ QImage decoded(const EncodedImage& icon, int side) {
     return reader.read();
 }
 
-class Response : public QQuickImageResponse, public QRunnable {
+class Response : public QQuickImageResponse {
 public:
-    Response(Workspace& workspace, std::string path, int side)
-        : workspace_{workspace},
-          path_{std::move(path)},
-          side_{side} {
-        setAutoDelete(false);
-    }
-
     QQuickTextureFactory* textureFactory() const override {
         return QQuickTextureFactory::textureFactoryForImage(image_);
     }
 
-    void run() override {
-        if (const auto icon = workspace_.icon(path_, side_)) {
-            image_ = decoded(*icon, side_);
-        }
-        if (image_.isNull()) {
-            // An error would be logged for each such application.
-            image_ = QImage{1, 1, QImage::Format_ARGB32_Premultiplied};
-            image_.fill(Qt::transparent);
-        }
+    /// Whoever asked deletes this in its own thread as soon as that is told, so that no other
+    /// thread may tell it: an emission looks at its sender once more when all have heard.
+    void finish(QImage image) {
+        image_ = std::move(image);
         Q_EMIT finished();
     }
 
 private:
-    Workspace& workspace_;
-    std::string path_;
-    int side_;
     QImage image_;
 };
+
+QImage read(Workspace& workspace, const std::string& path, int side) {
+    QImage image;
+    if (const auto icon = workspace.icon(path, side)) {
+        image = decoded(*icon, side);
+    }
+    if (image.isNull()) {
+        // An error would be logged for each such application.
+        image = QImage{1, 1, QImage::Format_ARGB32_Premultiplied};
+        image.fill(Qt::transparent);
+    }
+    return image;
+}
 
 } // namespace
 
@@ -69,9 +69,14 @@ AppIconProvider::AppIconProvider(Workspace& workspace)
 QQuickImageResponse* AppIconProvider::requestImageResponse(const QString& id,
                                                            const QSize& requestedSize) {
     const int wanted = std::max(requestedSize.width(), requestedSize.height());
-    auto* response = new Response{workspace_, QUrl::fromPercentEncoding(id.toUtf8()).toStdString(),
-                                  wanted > 0 ? wanted : defaultSide};
-    pool_.start(response);
+    auto* const response = new Response;
+    pool_.start([response, &workspace = workspace_,
+                 path = QUrl::fromPercentEncoding(id.toUtf8()).toStdString(),
+                 side = wanted > 0 ? wanted : defaultSide] {
+        QMetaObject::invokeMethod(
+            response, [response, image = read(workspace, path, side)] { response->finish(image); },
+            Qt::QueuedConnection);
+    });
     return response;
 }
 
