@@ -57,7 +57,7 @@ truth: ## Speed test and traffic list against lines of known speed, in network n
 	@scripts/build.sh release truth delay-line
 	@scripts/truth.sh
 
-figures: ## What the window costs: a start, memory, and processor time over four minutes
+figures: ## What the window costs, and those of other task managers: a start, memory, processor time
 	@scripts/build.sh release window-figures
 	@scripts/window-figures.sh
 

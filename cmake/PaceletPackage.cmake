@@ -26,6 +26,7 @@ string(JOIN ", " CPACK_DEBIAN_PACKAGE_DEPENDS
   ca-certificates
   fonts-inter
   fonts-jetbrains-mono
+  libcurl4
   qml6-module-qtqml
   qml6-module-qtqml-models
   qml6-module-qtqml-workerscript

@@ -42,12 +42,11 @@ int runInDesktop(LiveDesktop desktop, bool isHidden, int argc, char** argv) {
                                   "already.");
     }
     desktop.tellQt();
-    Program program{argc, argv};
+    Program program{argc, argv, isHidden ? Program::Beginning::hidden : Program::Beginning::shown};
     desktop.isConnected();
     DesktopHost host;
     ProgramSurroundings surroundings = host.surroundings();
     surroundings.instance = &instance;
-    surroundings.isHidden = isHidden;
     return program.run(host.platform(), surroundings);
 }
 

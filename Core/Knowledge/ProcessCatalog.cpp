@@ -99,31 +99,22 @@ ProcessCatalog ProcessCatalog::bundled(const ResourceLocations& locations) {
 
 ProcessCatalog ProcessCatalog::on(OperatingSystem thisSystem,
                                   const HostAbilities& itsAbilities) const {
-    ProcessCatalog catalog{{}, thisSystem, itsAbilities};
-    std::ranges::copy_if(
-        entries, std::back_inserter(catalog.entries),
-        [&](const CatalogEntry& entry) { return entry.system.value_or(thisSystem) == thisSystem; });
-    for (CatalogEntry& entry : catalog.entries) {
+    std::vector<CatalogEntry> those;
+    std::ranges::copy_if(entries, std::back_inserter(those), [&](const CatalogEntry& entry) {
+        return entry.system.value_or(thisSystem) == thisSystem;
+    });
+    for (CatalogEntry& entry : those) {
         std::erase_if(entry.fixes, [&](FixID fix) { return !offered(fix, itsAbilities); });
         if (thisSystem != OperatingSystem::macOS) {
             reword(entry, thisSystem);
         }
     }
-    return catalog;
+    return {std::move(those), thisSystem, itsAbilities};
 }
 
 const CatalogEntry* ProcessCatalog::entryFor(std::string_view name, std::string_view path) const {
-    for (const CatalogEntry& entry : entries) {
-        if (std::ranges::find(entry.match.names, name) != entry.match.names.end()) {
-            return &entry;
-        }
-    }
-    for (const CatalogEntry& entry : entries) {
-        if (anyPrefixOf(entry.match.pathPrefixes, path)) {
-            return &entry;
-        }
-    }
-    return nullptr;
+    const CatalogEntry* const named = index_.withName(entries, name);
+    return named != nullptr ? named : index_.withPrefixOf(entries, path);
 }
 
 Explanation ProcessCatalog::explain(std::string_view name, std::string_view path,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Core/Knowledge/CatalogEntry.h"
+#include "Core/Knowledge/CatalogIndex.h"
 #include "Core/Platform/BackgroundItem.h"
 #include "Core/Platform/HostAbilities.h"
 #include "Core/Sampling/ProcessGroup.h"
@@ -9,6 +10,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace pacelet {
@@ -29,6 +31,15 @@ inline constexpr std::string_view unknownDeveloper = "Unknown developer";
 /// The store of knowledge: explains processes and background items, by fallback if it must.
 /// Immutable once loaded, so any thread may read it.
 struct ProcessCatalog {
+    ProcessCatalog() = default;
+    ProcessCatalog(std::vector<CatalogEntry> all,
+                   OperatingSystem itsSystem = OperatingSystem::macOS,
+                   const HostAbilities& itsAbilities = {})
+        : entries{std::move(all)},
+          system{itsSystem},
+          abilities{itsAbilities},
+          index_{entries} {}
+
     std::vector<CatalogEntry> entries; ///< in file order: the first match wins
     OperatingSystem system = OperatingSystem::macOS;
     HostAbilities abilities{};
@@ -62,6 +73,8 @@ struct ProcessCatalog {
 
 private:
     const CatalogEntry* entryFor(std::string_view name, std::string_view path) const;
+
+    CatalogIndex index_;
 };
 
 } // namespace pacelet

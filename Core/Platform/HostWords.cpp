@@ -67,6 +67,24 @@ bool begins(std::string_view text, std::string_view phrase) {
            (text.size() == phrase.size() || isSeam(phrase.back(), text[phrase.size()]));
 }
 
+/// Which characters a phrase may begin with: at most places of a sentence none does.
+constexpr auto firstCharacters = [] {
+    std::array<bool, 256> firsts{};
+    for (const Phrase& phrase : linuxPhrases) {
+        firsts[static_cast<unsigned char>(phrase.onMac.front())] = true;
+    }
+    return firsts;
+}();
+
+const Phrase* phraseAt(std::string_view sentence) {
+    if (!firstCharacters[static_cast<unsigned char>(sentence.front())]) {
+        return nullptr;
+    }
+    const auto* const found = std::ranges::find_if(
+        linuxPhrases, [&](const Phrase& candidate) { return begins(sentence, candidate.onMac); });
+    return found != linuxPhrases.end() ? found : nullptr;
+}
+
 } // namespace
 
 std::string on(OperatingSystem system, std::string_view sentence) {
@@ -74,22 +92,22 @@ std::string on(OperatingSystem system, std::string_view sentence) {
         return std::string{sentence};
     }
     std::string result;
+    result.reserve(sentence.size() + sentence.size() / 8);
     while (!sentence.empty()) {
-        const auto phrase = std::ranges::find_if(linuxPhrases, [&](const Phrase& candidate) {
-            return begins(sentence, candidate.onMac);
-        });
-        if (phrase != linuxPhrases.end()) {
+        if (const Phrase* const phrase = phraseAt(sentence)) {
             result += phrase->here;
             sentence.remove_prefix(phrase->onMac.size());
         }
         // What follows is the rest of a word, or what divides it from the next.
-        do {
-            if (sentence.empty()) {
-                return result;
-            }
-            result += sentence.front();
-            sentence.remove_prefix(1);
-        } while (!sentence.empty() && !isSeam(result.back(), sentence.front()));
+        if (sentence.empty()) {
+            break;
+        }
+        std::size_t end = 1;
+        while (end < sentence.size() && !isSeam(sentence[end - 1], sentence[end])) {
+            ++end;
+        }
+        result += sentence.substr(0, end);
+        sentence.remove_prefix(end);
     }
     return result;
 }

@@ -53,7 +53,8 @@ BrowserConnections::Settings connectionSettings(const LinuxSettings& settings, P
 } // namespace
 
 LinuxHost::LinuxHost(const LinuxSettings& settings)
-    : kernel_{settings.procFolder, settings.sysFolder, settings.runFolder, clock_},
+    : kernel_{settings.procFolder, settings.sysFolder, settings.runFolder, clock_,
+              [this](std::int32_t pid) { return ps_.memory(pid); }},
       ps_{settings.procFolder, settings.places, clock_},
       knowledge_{{settings.places, startFolders(settings.places, settings.configFolder)},
                  [this](auto questions) { return ps_.origins(questions); }},

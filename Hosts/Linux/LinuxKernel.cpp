@@ -10,6 +10,7 @@
 #include <cstring>
 #include <sys/statvfs.h>
 #include <unistd.h>
+#include <utility>
 
 namespace pacelet::Linux {
 
@@ -107,13 +108,13 @@ constexpr std::array sysctls{
 } // namespace
 
 LinuxKernel::LinuxKernel(const std::string& procFolder, const std::string& sysFolder,
-                         const std::string& runFolder, Clock& clock)
+                         const std::string& runFolder, Clock& clock, Footprints::Counters counters)
     : proc_{procFolder},
       sys_{sysFolder},
       run_{runFolder},
       thermalZones_{sysFolder + "/class/thermal"},
       clock_{clock},
-      footprints_{proc_, clock} {}
+      footprints_{proc_, clock, std::move(counters)} {}
 
 std::optional<std::size_t> LinuxKernel::sysctlbyname(std::string_view name,
                                                      std::span<std::byte> record) {

@@ -16,7 +16,7 @@ class LinuxKernel final : public Kernel {
 public:
     /// The folders are "/proc", "/sys" and "/run" but in tests. `clock` counts from boot.
     LinuxKernel(const std::string& procFolder, const std::string& sysFolder,
-                const std::string& runFolder, Clock& clock);
+                const std::string& runFolder, Clock& clock, Footprints::Counters counters = {});
 
     std::optional<std::size_t> sysctlbyname(std::string_view name,
                                             std::span<std::byte> record) override;

@@ -119,6 +119,11 @@ PSTool::origins(std::span<const ProgramQuestion> questions) {
     return origins;
 }
 
+std::optional<CountedMemory> PSTool::memory(std::int32_t pid) {
+    const std::lock_guard lock{mutex_};
+    return processes_.memory(pid);
+}
+
 std::string PSTool::table() {
     std::string text;
     text.reserve(usualSize_);

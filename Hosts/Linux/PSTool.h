@@ -35,6 +35,9 @@ public:
     /// or runs another program now.
     std::vector<std::optional<ProcessOrigin>> origins(std::span<const ProgramQuestion> questions);
 
+    /// The counters of a process's memory as of the last listing, or later.
+    std::optional<CountedMemory> memory(std::int32_t pid);
+
 private:
     std::string table();
     std::string commandLines();

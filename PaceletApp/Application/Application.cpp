@@ -27,7 +27,8 @@ QScreen* screenAt(QPoint place) {
 } // namespace
 
 Application::Application(const Platform& platform, Scheduler& scheduler,
-                         const std::optional<ProcessCatalog>& catalog)
+                         const std::optional<ProcessCatalog>& catalog,
+                         std::unique_ptr<QQmlEngine> engine)
     : words_{platform.system},
       platform_{platform},
       scheduler_{scheduler},
@@ -35,7 +36,11 @@ Application::Application(const Platform& platform, Scheduler& scheduler,
       monitor_{platform, scheduler, catalog},
       actions_{platform, scheduler, monitor_, router_, tidyvaultWebsite},
       updater_{UpdateSettings{}, nullptr},
-      speedTester_{platform, scheduler} {
+      speedTester_{platform, scheduler},
+      engine_{std::move(engine)} {
+    if (engine_) {
+        addIcons(*engine_, platform_.workspace);
+    }
     connect(&preferences_, &AppPreferences::showMenuBarChanged, this, &Application::showTray);
 }
 
@@ -49,7 +54,6 @@ Application::~Application() {
 
 void Application::start() {
     monitor_.start();
-    showTray();
 }
 
 void Application::showTray() {
@@ -64,7 +68,8 @@ void Application::showTray() {
 
 QQmlEngine& Application::engine() {
     if (!engine_) {
-        engine_ = makeEngine(platform_.workspace);
+        engine_ = makeEngine();
+        addIcons(*engine_, platform_.workspace);
         pacelet::setWishes(*engine_, wishes_);
     }
     return *engine_;

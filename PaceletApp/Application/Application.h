@@ -31,9 +31,11 @@ class Application final : public QObject {
 
 public:
     /// The host behind `platform` and the scheduler outlive this. Without a catalog there is
-    /// nothing to see but one message.
+    /// nothing to see but one message. `engine` may read its files already; null for one that is
+    /// made when the first window opens.
     Application(const Platform& platform, Scheduler& scheduler,
-                const std::optional<ProcessCatalog>& catalog);
+                const std::optional<ProcessCatalog>& catalog,
+                std::unique_ptr<QQmlEngine> engine = nullptr);
     ~Application() override;
 
     Monitor& monitor() { return monitor_; }
@@ -43,8 +45,11 @@ public:
 
     AppUpdater& updater() { return updater_; }
 
-    /// Starts sampling, and shows the tray item. Opens no window.
+    /// Starts sampling. Shows nothing.
     void start();
+
+    /// Shows the tray item, unless the user wants none.
+    void showTray();
 
     /// What the desktop asks of its programs; nothing until told.
     void setWishes(const DesktopWishes& wishes);
@@ -89,7 +94,6 @@ protected:
 
 private:
     void trayPressed();
-    void showTray();
     bool mayLeaveUnseen() const;
     SharedObjects sharedObjects();
     void openWindow();

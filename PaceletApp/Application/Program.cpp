@@ -12,9 +12,11 @@
 #include <QIcon>
 #include <QQuickWindow>
 #include <QScreen>
+#include <QTimer>
 
 #include <fmt/core.h>
 
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <stdexcept>
@@ -28,6 +30,9 @@ namespace {
 
 /// How long the end of the program waits for tools that are still running.
 constexpr Seconds patience{1};
+
+/// The tray item comes a moment after the window, which comes so much the sooner.
+constexpr std::chrono::milliseconds trayDelay{200};
 
 /// What Qt did with its messages before the start.
 QtMessageHandler usualHandler = nullptr;
@@ -75,9 +80,18 @@ void openFromDock(Application& application) {
 }
 #endif
 
-int runUntilQuit(const Platform& platform, Scheduler& scheduler,
-                 const ProgramSurroundings& surroundings) {
-    Application application{platform, scheduler, loadCatalog(ownResources())};
+/// Who reads the files of the window waits for this thread wherever a module has to be made known
+/// on it.
+void letReaderGoOn() {
+    QCoreApplication::sendPostedEvents();
+}
+
+} // namespace
+
+int Program::runUntilQuit(const Platform& platform, Scheduler& scheduler,
+                          const ProgramSurroundings& surroundings) {
+    Application application{platform, scheduler, loadCatalog(ownResources()), std::move(engine_)};
+    letReaderGoOn();
     QObject::connect(&application, &Application::quitRequested, qApp, &QCoreApplication::quit,
                      Qt::QueuedConnection);
     if (surroundings.wishes) {
@@ -102,13 +116,14 @@ int runUntilQuit(const Platform& platform, Scheduler& scheduler,
     openFromDock(application);
 #endif
     application.start();
-    if (!surroundings.isHidden) {
+    if (beginning_ == Beginning::shown) {
         application.showWindow();
+        QTimer::singleShot(trayDelay, &application, &Application::showTray);
+    } else {
+        application.showTray();
     }
     return QCoreApplication::exec();
 }
-
-} // namespace
 
 ResourceLocations resourcesOf(const std::filesystem::path& programFolder) {
     if (programFolder.filename() != "MacOS") {
@@ -127,9 +142,15 @@ void postToUI(std::function<void()> function) {
                               Qt::QueuedConnection);
 }
 
-Program::Program(int& argc, char** argv)
-    : application_{prepared(argc), argv} {
+Program::Program(int& argc, char** argv, Beginning beginning)
+    : beginning_{beginning},
+      application_{prepared(argc), argv} {
     qInstallMessageHandler(usualHandler);
+    if (beginning_ == Beginning::shown) {
+        // Meanwhile this thread finds the fonts, and all that the window is to show.
+        engine_ = makeEngine();
+        readAhead(*engine_);
+    }
     QGuiApplication::setApplicationName(QStringLiteral("pacelet"));
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Pacelet"));
     QGuiApplication::setDesktopFileName(QStringLiteral("app.pacelet.Pacelet"));
@@ -137,6 +158,7 @@ Program::Program(int& argc, char** argv)
     // The program lives on in the tray.
     QGuiApplication::setQuitOnLastWindowClosed(false);
     installFonts();
+    letReaderGoOn();
 }
 
 int Program::run(const Platform& platform, const ProgramSurroundings& surroundings) {

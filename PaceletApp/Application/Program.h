@@ -6,12 +6,15 @@
 #include "PaceletApp/Application/QuitSignals.h"
 
 #include <QApplication>
+#include <QQmlEngine>
 
 #include <filesystem>
 #include <functional>
+#include <memory>
 
 namespace pacelet {
 
+class Scheduler;
 class SingleInstance;
 
 /// Where the resources of a program in this folder stand: those of a Mac's application in its
@@ -33,15 +36,17 @@ struct ProgramSurroundings {
     std::function<void()> stopLongTools{};
     /// Tells of the program, for the menu bar of an application.
     std::function<void()> showAbout{};
-    bool isHidden = false; ///< begins in the tray, without the main window
 };
 
 /// The frame of a program with a window.
 class Program {
 public:
+    /// How a program begins: with its window, or in the tray alone.
+    enum class Beginning { shown, hidden };
+
     /// Connects to the windowing system. Where that cannot be used, the program ends here, with a
     /// line that says so. Throws `std::runtime_error` where the system gives it no thread.
-    Program(int& argc, char** argv);
+    Program(int& argc, char** argv, Beginning beginning = Beginning::shown);
 
     /// Shows the main window, if it is not to be hidden, on the machine behind `platform`, and
     /// lives on without it until the user ends the program, by a signal maybe. Gives the program's
@@ -49,7 +54,12 @@ public:
     int run(const Platform& platform, const ProgramSurroundings& surroundings = {});
 
 private:
+    int runUntilQuit(const Platform& platform, Scheduler& scheduler,
+                     const ProgramSurroundings& surroundings);
+
+    Beginning beginning_;
     QApplication application_;
+    std::unique_ptr<QQmlEngine> engine_; ///< until the window has it
     QuitSignals quitSignals_;
 };
 

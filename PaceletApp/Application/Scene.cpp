@@ -38,11 +38,23 @@ Scene::~Scene() {
     window_->grabWindow();
 }
 
-std::unique_ptr<QQmlEngine> makeEngine(Workspace& workspace) {
+std::unique_ptr<QQmlEngine> makeEngine() {
     auto engine = std::make_unique<QQmlEngine>();
     installScreens(*engine);
-    engine->addImageProvider(QStringLiteral("appicon"), new AppIconProvider{workspace});
     return engine;
+}
+
+void readAhead(QQmlEngine& engine) {
+    for (const char* const file : {"MainWindow.qml", "OverviewView.qml"}) {
+        auto* const reading = new QQmlComponent{&engine, QUrl{moduleFolder + QLatin1String{file}},
+                                                QQmlComponent::Asynchronous, &engine};
+        // What was read stays with the engine.
+        QObject::connect(reading, &QQmlComponent::statusChanged, reading, &QObject::deleteLater);
+    }
+}
+
+void addIcons(QQmlEngine& engine, Workspace& workspace) {
+    engine.addImageProvider(QStringLiteral("appicon"), new AppIconProvider{workspace});
 }
 
 void setWishes(QQmlEngine& engine, const DesktopWishes& wishes) {

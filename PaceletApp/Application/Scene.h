@@ -30,9 +30,15 @@ private:
     std::unique_ptr<QQuickWindow> window_;
 };
 
-/// An engine that knows the QML module, the glyphs and the icons of applications. `workspace`
-/// outlives it.
-std::unique_ptr<QQmlEngine> makeEngine(Workspace& workspace);
+/// An engine that knows the QML module and the glyphs.
+std::unique_ptr<QQmlEngine> makeEngine();
+
+/// Begins to read the files of the main window and of its first screen, and what they import, on
+/// the engine's own thread.
+void readAhead(QQmlEngine& engine);
+
+/// Has the engine know the icons of applications. `workspace` outlives it.
+void addIcons(QQmlEngine& engine, Workspace& workspace);
 
 /// Has all that is shown look as the desktop asks.
 void setWishes(QQmlEngine& engine, const DesktopWishes& wishes);

@@ -66,20 +66,29 @@ FocusScope {
         words: root.model.news
     }
 
-    QuestionDialog {
-        question: root.model.question
+    PopupPlace {
+        wanted: root.model.question.open
+        sourceComponent: QuestionDialog {
+            question: root.model.question // qmllint disable unqualified
+        }
     }
 
-    AlertDialog {
-        visible: root.model.leaving
-        title: qsTr("Pacelet goes on without its window.")
-        message: qsTr("There is no menu-bar item to open it again. Start Pacelet once more, as you did now, to bring its window back.")
-        confirmText: qsTr("Close Window")
-        onConfirmed: root.model.leave()
-        onCancelled: root.model.stay()
+    PopupPlace {
+        wanted: root.model.leaving
+        sourceComponent: AlertDialog {
+            visible: root.model.leaving // qmllint disable unqualified
+            title: qsTr("Pacelet goes on without its window.")
+            message: qsTr("There is no menu-bar item to open it again. Start Pacelet once more, as you did now, to bring its window back.")
+            confirmText: qsTr("Close Window")
+            onConfirmed: root.model.leave() // qmllint disable unqualified
+            onCancelled: root.model.stay() // qmllint disable unqualified
+        }
     }
 
-    SheetPlace {
-        model: root.model.sheet
+    PopupPlace {
+        wanted: root.model.sheet.open
+        sourceComponent: SheetPlace {
+            model: root.model.sheet // qmllint disable unqualified
+        }
     }
 }

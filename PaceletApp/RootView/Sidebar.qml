@@ -70,6 +70,10 @@ Rectangle {
     StyledButton {
         id: menuButton
 
+        /// Made when it is first opened.
+        property CommandMenu menu: null
+        readonly property bool menuShown: menu?.visible ?? false
+
         objectName: "menu button"
         anchors.right: parent.right
         anchors.rightMargin: 12
@@ -80,27 +84,32 @@ Rectangle {
         visible: sidebar.commands !== null
         symbol: "ellipsis"
         symbolSize: 16
-        labelColor: hovered || menu.visible ? Theme.text : Theme.text2
-        fill: menu.visible ? Theme.controlPressed : "transparent"
+        labelColor: hovered || menuShown ? Theme.text : Theme.text2
+        fill: menuShown ? Theme.controlPressed : "transparent"
         outline: "transparent"
         focusPolicy: Qt.TabFocus
         Accessible.role: Accessible.ButtonMenu
         Accessible.name: qsTr("Menu")
         onClicked: {
-            if (menu.visible) {
+            if (menuShown) {
                 menu.close();
                 return;
+            }
+            if (!menu) {
+                menu = menuMaker.createObject(menuButton) as CommandMenu;
             }
             menu.currentIndex = visualFocus ? 0 : -1;
             menu.open();
         }
 
-        CommandMenu {
-            id: menu
+        Component {
+            id: menuMaker
 
-            y: menuButton.height + 6
-            commands: sidebar.commands
-            onChosen: index => sidebar.commandChosen(index)
+            CommandMenu {
+                y: menuButton.height + 6
+                commands: sidebar.commands
+                onChosen: index => sidebar.commandChosen(index)
+            }
         }
     }
 

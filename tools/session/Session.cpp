@@ -67,6 +67,7 @@ void Session::start(const Platform& platform, std::optional<ProcessCatalog> cata
     application_->preferences().setOnboarded(true);
     application_->setWishes({.reducedMotion = true});
     application_->start();
+    application_->showTray();
 }
 
 std::optional<ProcessCatalog> Session::bundledCatalog() {

@@ -44,14 +44,6 @@ std::optional<std::string_view> readIn(const Descriptor& folder, const char* nam
     return file ? readWhole(file, buffer) : std::nullopt;
 }
 
-std::int32_t parentOf(std::string_view status) {
-    std::int32_t parent = 0;
-    forEachFigure(status, [&](std::string_view key, std::string_view value) {
-        parent = key == "PPid" ? parseInteger<std::int32_t>(trimmed(value)).value_or(0) : parent;
-    });
-    return parent;
-}
-
 Seconds threadTime() {
     timespec time{};
     // Cannot fail: the clock is known and the record is ours.
@@ -61,9 +53,10 @@ Seconds threadTime() {
 
 } // namespace
 
-Footprints::Footprints(const FolderReader& proc, Clock& clock)
+Footprints::Footprints(const FolderReader& proc, Clock& clock, Counters counters)
     : proc_{proc},
       clock_{clock},
+      counters_{std::move(counters)},
       allowance_{mostAtOnce} {}
 
 Footprints::~Footprints() {
@@ -79,11 +72,11 @@ Footprints::~Footprints() {
 
 std::optional<std::int64_t> Footprints::of(std::int32_t pid) {
     thread_local ReadBuffer buffer;
-    const auto status = proc_.read(ProcPath{pid, "status"}.text(), buffer);
-    const auto now = status ? parseStatusMemory(*status) : std::nullopt;
-    if (!now) {
+    const auto counted = counters_ ? counters_(pid) : readCountedMemory(proc_, pid, buffer);
+    if (!counted) {
         return std::nullopt;
     }
+    const ProcessMemory* const now = &counted->memory;
     const std::int64_t alone = now->anonymous + now->swapped;
     const Seconds uptime = clock_.monotonicNow().time_since_epoch();
     std::unique_lock lock{mutex_};
@@ -95,7 +88,7 @@ std::optional<std::int64_t> Footprints::of(std::int32_t pid) {
     auto found = samples_.find(pid);
     if (found == samples_.end() && now->total() >= largeBytes) {
         const Seconds likelyCost{static_cast<double>(now->total()) / sampledPerSecond};
-        const Siblings known = siblings(parentOf(*status));
+        const Siblings known = siblings(counted->parent);
         if (known.count < enoughSiblings && mayAfford(likelyCost, uptime)) {
             lock.unlock();
             auto sample = take(pid);
@@ -269,16 +262,16 @@ std::optional<Footprints::Sample> Footprints::take(std::int32_t pid) const {
     Sample sample;
     sample.folder = proc_.open(ProcPath{pid}.text(), O_PATH | O_DIRECTORY);
     const auto status = readIn(sample.folder, "status", buffer);
-    const auto then = status ? parseStatusMemory(*status) : std::nullopt;
+    const auto then = status ? parseCountedMemory(*status) : std::nullopt;
     if (!then) {
         return std::nullopt;
     }
-    sample.then = *then;
-    sample.parent = parentOf(*status);
+    sample.then = then->memory;
+    sample.parent = then->parent;
     const auto rollup = readIn(sample.folder, "smaps_rollup", buffer);
     const auto part = rollup ? parseSharedOut(*rollup) : std::nullopt;
     // Some programs let nobody look into them. They count as small ones do.
-    sample.bytes = part ? part->total() : then->anonymous + then->swapped;
+    sample.bytes = part ? part->total() : then->memory.anonymous + then->memory.swapped;
     sample.takenAt = sample.lastAsked = clock_.monotonicNow().time_since_epoch();
     sample.cost = threadTime() - begin;
     return sample;

@@ -7,6 +7,7 @@
 
 #include <condition_variable>
 #include <cstdint>
+#include <functional>
 #include <mutex>
 #include <optional>
 #include <thread>
@@ -25,8 +26,12 @@ namespace pacelet::Linux {
 /// same thread looks for files in memory that are held without being mapped. Safe from any thread.
 class Footprints {
 public:
-    /// Both must outlive it.
-    Footprints(const FolderReader& proc, Clock& clock);
+    /// Tells the cheap counters of a process; nothing for what has gone or has no memory of its
+    /// own.
+    using Counters = std::function<std::optional<CountedMemory>(std::int32_t pid)>;
+
+    /// Both must outlive it. Without `counters` it reads them itself.
+    Footprints(const FolderReader& proc, Clock& clock, Counters counters = {});
     Footprints(const Footprints&) = delete;
     Footprints& operator=(const Footprints&) = delete;
     ~Footprints();
@@ -79,6 +84,7 @@ private:
 
     const FolderReader& proc_;
     Clock& clock_;
+    Counters counters_;
     std::mutex mutex_;
     std::condition_variable changed_;
     Samples samples_;

@@ -92,6 +92,7 @@ bool KnownProcesses::note(KnownProcess& process, const ProcStat& stat) {
     process.ppid = stat.ppid;
     process.hasTerminal = stat.terminal != 0;
     process.hasEnded = stat.hasEnded();
+    process.memoryMark = {stat.minorFaults, stat.majorFaults, stat.residentPages};
     process.sweep = sweep_;
     return isChanged || (uptime_ >= process.nextLook && !process.hasEnded);
 }
@@ -212,6 +213,11 @@ void KnownProcesses::associateWithApp(std::int32_t pid, KnownProcess& process) {
 }
 
 const KnownProcess* KnownProcesses::find(std::int32_t pid) const {
+    const auto found = processes_.find(pid);
+    return found == processes_.end() ? nullptr : &found->second;
+}
+
+KnownProcess* KnownProcesses::find(std::int32_t pid) {
     const auto found = processes_.find(pid);
     return found == processes_.end() ? nullptr : &found->second;
 }

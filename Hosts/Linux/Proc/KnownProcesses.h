@@ -7,6 +7,7 @@
 #include "Hosts/Linux/Proc/FolderReader.h"
 #include "Hosts/Linux/Proc/ProcStat.h"
 #include "Hosts/Linux/Proc/ProcessFiles.h"
+#include "Hosts/Linux/Proc/ProcessMemory.h"
 #include "Hosts/Linux/Proc/ReapedTime.h"
 
 #include <cstdint>
@@ -14,6 +15,16 @@
 #include <string>
 
 namespace pacelet::Linux {
+
+/// What tells, in the table itself, that a process may have got other memory than it had: none
+/// comes without a fault, and none goes without less being resident.
+struct MemoryMark {
+    std::uint64_t minorFaults = 0;
+    std::uint64_t majorFaults = 0;
+    std::int64_t residentPages = 0;
+
+    bool operator==(const MemoryMark&) const = default;
+};
 
 /// What is known of a process for as long as it runs one program, and need not be read again.
 struct KnownProcess {
@@ -24,12 +35,17 @@ struct KnownProcess {
     std::uint64_t startCode = 0;
     std::uint64_t startStack = 0;
 
-    std::int32_t ppid = 0; ///< this and the three below as they were noted last
+    std::int32_t ppid = 0; ///< this and the four below as they were noted last
     bool hasTerminal = false;
     bool isKernelThread = false;
     bool hasEnded = false;
+    MemoryMark memoryMark;
     std::uint64_t sweep = 0;            ///< the last sweep in which it was there
     Seconds nextLook = Seconds::zero(); ///< uptime from which on its scope is looked at again
+
+    std::optional<MemoryMark>
+        memoryMarkThen; ///< when `memory` was read; nothing until somebody asks
+    std::optional<ProcessMemory> memory;
 
     std::string path;       ///< the path under which it appears
     std::string executable; ///< the program's real path, or the script's
@@ -68,6 +84,7 @@ public:
 
     /// The process with this number as it was noted last; null when it was not.
     const KnownProcess* find(std::int32_t pid) const;
+    KnownProcess* find(std::int32_t pid);
 
     std::size_t size() const { return processes_.size(); }
 

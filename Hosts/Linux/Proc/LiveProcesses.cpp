@@ -114,6 +114,20 @@ void LiveProcesses::learnPending() {
     }
 }
 
+std::optional<CountedMemory> LiveProcesses::memory(std::int32_t pid) {
+    KnownProcess* const process = known_.find(pid);
+    if (process == nullptr) {
+        return readCountedMemory(proc_, pid, buffer_);
+    }
+    if (process->memoryMarkThen != process->memoryMark) {
+        const auto counted = readCountedMemory(proc_, pid, buffer_);
+        process->memory = counted ? std::optional{counted->memory} : std::nullopt;
+        process->memoryMarkThen = process->memoryMark;
+    }
+    return process->memory ? std::optional{CountedMemory{*process->memory, process->ppid}}
+                           : std::nullopt;
+}
+
 std::optional<std::string_view> LiveProcesses::commandLine(std::int32_t pid) {
     return proc_.read(ProcPath{pid, "cmdline"}.text(), buffer_);
 }

@@ -45,6 +45,10 @@ public:
     /// What is known of a process since the last `read`; null when it was not there.
     const KnownProcess* known(std::int32_t pid) const { return known_.find(pid); }
 
+    /// The kernel's counters of a process's memory, which are read anew only when the last `read`
+    /// tells that they may have changed. Nothing for what has gone or has no memory of its own.
+    std::optional<CountedMemory> memory(std::int32_t pid);
+
     /// The command line of a process, NULs between its arguments, valid until the next call. Empty
     /// for a kernel thread and for what has ended; nothing when the process is not there any more.
     std::optional<std::string_view> commandLine(std::int32_t pid);

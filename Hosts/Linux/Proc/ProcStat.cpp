@@ -58,10 +58,11 @@ bool readFields(Fields fields, ProcStat& stat) {
     }
     stat.state = state.front();
     std::uint32_t flags = 0;
-    // Passed over: process group and session; terminal's group; four counts of page faults;
-    // priority, niceness, threads, timer; virtual size.
+    // Passed over: process group and session; terminal's group; page faults of children; priority,
+    // niceness, threads, timer; virtual size.
     const bool isWhole = fields.read(stat.ppid) && fields.skip(2) && fields.read(stat.terminal) &&
-                         fields.skip(1) && fields.read(flags) && fields.skip(4) &&
+                         fields.skip(1) && fields.read(flags) && fields.read(stat.minorFaults) &&
+                         fields.skip(1) && fields.read(stat.majorFaults) && fields.skip(1) &&
                          fields.read(stat.userTime) && fields.read(stat.systemTime) &&
                          fields.read(stat.reapedUserTime) && fields.read(stat.reapedSystemTime) &&
                          fields.skip(4) && fields.read(stat.startTime) && fields.skip(1) &&

@@ -14,6 +14,8 @@ struct ProcStat {
     std::int32_t ppid = 0;
     std::int32_t terminal = 0; ///< device of the controlling terminal; 0 without one
     bool isKernelThread = false;
+    std::uint64_t minorFaults = 0;
+    std::uint64_t majorFaults = 0;
     std::uint64_t userTime = 0;
     std::uint64_t systemTime = 0;
     std::uint64_t reapedUserTime = 0; ///< of all children that it has waited for

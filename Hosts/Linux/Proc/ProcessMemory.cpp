@@ -1,6 +1,7 @@
 #include "Hosts/Linux/Proc/ProcessMemory.h"
 
 #include "Hosts/Linux/Proc/KeyedFigures.h"
+#include "Hosts/Linux/Proc/ProcPath.h"
 
 #include <array>
 #include <limits>
@@ -44,10 +45,29 @@ std::optional<ProcessMemory> parseMemory(std::string_view text, const MemoryKeys
                          figures[2].bytes.value_or(0)};
 }
 
+std::int32_t parentOf(std::string_view status) {
+    std::int32_t parent = 0;
+    forEachFigure(status, [&](std::string_view key, std::string_view value) {
+        parent = key == "PPid" ? parseInteger<std::int32_t>(trimmed(value)).value_or(0) : parent;
+    });
+    return parent;
+}
+
 } // namespace
 
 std::optional<ProcessMemory> parseStatusMemory(std::string_view status) {
     return parseMemory(status, {"RssAnon", "RssShmem", "VmSwap"});
+}
+
+std::optional<CountedMemory> parseCountedMemory(std::string_view status) {
+    const auto memory = parseStatusMemory(status);
+    return memory ? std::optional{CountedMemory{*memory, parentOf(status)}} : std::nullopt;
+}
+
+std::optional<CountedMemory> readCountedMemory(const FolderReader& proc, std::int32_t pid,
+                                               ReadBuffer& buffer) {
+    const auto status = proc.read(ProcPath{pid, "status"}.text(), buffer);
+    return status ? parseCountedMemory(*status) : std::nullopt;
 }
 
 std::optional<ProcessMemory> parseSharedOut(std::string_view smapsRollup) {

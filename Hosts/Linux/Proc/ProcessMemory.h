@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Hosts/Linux/Proc/FolderReader.h"
+
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -20,9 +22,23 @@ struct ProcessMemory {
     bool operator==(const ProcessMemory&) const = default;
 };
 
+/// The same with whose child the process is.
+struct CountedMemory {
+    ProcessMemory memory;
+    std::int32_t parent = 0;
+
+    bool operator==(const CountedMemory&) const = default;
+};
+
 /// Out of `status`, which is cheap to read. Nothing for what has no memory of its own (a kernel
 /// thread, a process that has ended).
 std::optional<ProcessMemory> parseStatusMemory(std::string_view status);
+
+std::optional<CountedMemory> parseCountedMemory(std::string_view status);
+
+/// The same of a process. Nothing for what has gone, either.
+std::optional<CountedMemory> readCountedMemory(const FolderReader& proc, std::int32_t pid,
+                                               ReadBuffer& buffer);
 
 /// Out of `smaps_rollup`, for which the kernel goes through every page: pages that several
 /// processes have are divided among them. Nothing where it does not tell the parts.

@@ -61,7 +61,8 @@ void SentBytes::closed(int socket) {
 }
 
 Transfer::Transfer(TransferLoop& loop, const std::string& url, ConnectionUse use)
-    : loop_{loop} {
+    : loop_{loop},
+      curl_{loop.curl_} {
     prepare(url, use);
     set(CURLOPT_WRITEFUNCTION, &Transfer::take);
     set(CURLOPT_WRITEDATA, this);
@@ -69,7 +70,8 @@ Transfer::Transfer(TransferLoop& loop, const std::string& url, ConnectionUse use
 }
 
 Transfer::Transfer(TransferLoop& loop, const std::string& url, SentBytes& sent)
-    : loop_{loop} {
+    : loop_{loop},
+      curl_{loop.curl_} {
     prepare(url, ConnectionUse::loading);
     set(CURLOPT_UPLOAD, 1L);
     set(CURLOPT_CUSTOMREQUEST, "POST");
@@ -86,19 +88,19 @@ Transfer::Transfer(TransferLoop& loop, const std::string& url, SentBytes& sent)
 }
 
 Transfer::~Transfer() {
-    curl_multi_remove_handle(loop_.multi_.get(), handle_.get());
+    curl_.multiRemoveHandle(loop_.multi_.get(), handle_.get());
 }
 
 template<typename Value>
 void Transfer::set(CURLoption option, Value value) {
-    const CURLcode code = curl_easy_setopt(handle_.get(), option, value);
+    const CURLcode code = curl_.easySetopt(handle_.get(), option, value);
     if (code != CURLE_OK) {
-        throw SpeedFailure{curl_easy_strerror(code)};
+        throw SpeedFailure{curl_.easyStrerror(code)};
     }
 }
 
 void Transfer::prepare(const std::string& url, ConnectionUse use) {
-    handle_.reset(curl_easy_init());
+    handle_.reset(curl_.easyInit());
     if (!handle_) {
         throw SpeedFailure{"out of memory"};
     }
@@ -130,9 +132,9 @@ void Transfer::prepare(const std::string& url, ConnectionUse use) {
 }
 
 void Transfer::start() {
-    const CURLMcode code = curl_multi_add_handle(loop_.multi_.get(), handle_.get());
+    const CURLMcode code = curl_.multiAddHandle(loop_.multi_.get(), handle_.get());
     if (code != CURLM_OK) {
-        throw SpeedFailure{curl_multi_strerror(code)};
+        throw SpeedFailure{curl_.multiStrerror(code)};
     }
 }
 
@@ -164,7 +166,7 @@ void Transfer::requireSuccess() const {
         throw SpeedFailure{"the server's answer is too long"};
     }
     if (*result_ != CURLE_OK) {
-        throw SpeedFailure{error_.front() != '\0' ? error_.data() : curl_easy_strerror(*result_)};
+        throw SpeedFailure{error_.front() != '\0' ? error_.data() : curl_.easyStrerror(*result_)};
     }
     if (status() < 200 || status() > 299) {
         throw SpeedFailure{fmt::format("the server answers with status {}", status())};
@@ -173,23 +175,23 @@ void Transfer::requireSuccess() const {
 
 long Transfer::status() const {
     long status = 0;
-    curl_easy_getinfo(handle_.get(), CURLINFO_RESPONSE_CODE, &status);
+    curl_.easyGetinfo(handle_.get(), CURLINFO_RESPONSE_CODE, &status);
     return status;
 }
 
 bool Transfer::joinedAnother() const {
     long made = 0;
     long version = 0;
-    curl_easy_getinfo(handle_.get(), CURLINFO_NUM_CONNECTS, &made);
-    curl_easy_getinfo(handle_.get(), CURLINFO_HTTP_VERSION, &version);
+    curl_.easyGetinfo(handle_.get(), CURLINFO_NUM_CONNECTS, &made);
+    curl_.easyGetinfo(handle_.get(), CURLINFO_HTTP_VERSION, &version);
     return made == 0 && version == CURL_HTTP_VERSION_2_0;
 }
 
 Seconds Transfer::timeBetween(CURLINFO begin, CURLINFO end) const {
     curl_off_t from = 0;
     curl_off_t to = 0;
-    curl_easy_getinfo(handle_.get(), begin, &from);
-    curl_easy_getinfo(handle_.get(), end, &to);
+    curl_.easyGetinfo(handle_.get(), begin, &from);
+    curl_.easyGetinfo(handle_.get(), end, &to);
     return std::chrono::microseconds{std::max<curl_off_t>(to - from, 0)};
 }
 

@@ -83,10 +83,11 @@ private:
     void start();
 
     struct Closer {
-        void operator()(CURL* handle) const { curl_easy_cleanup(handle); }
+        void operator()(CURL* handle) const { Curl::library().easyCleanup(handle); }
     };
 
     TransferLoop& loop_;
+    const Curl& curl_;
     std::unique_ptr<CURL, Closer> handle_;
     std::array<char, CURL_ERROR_SIZE> error_{};
     std::optional<std::int64_t> limit_;

@@ -13,26 +13,9 @@ namespace {
 /// How long a stop may go unnoticed.
 constexpr Seconds longestWait{0.05};
 
-/// The library wants to be set up once, before all threads that use it.
-void setUpLibrary() {
-    static const CURLcode result = curl_global_init(CURL_GLOBAL_DEFAULT);
-    if (result != CURLE_OK) {
-        throw SpeedFailure{curl_easy_strerror(result)};
-    }
-}
-
-CURLM* newMulti() {
-    setUpLibrary();
-    CURLM* multi = curl_multi_init();
-    if (multi == nullptr) {
-        throw SpeedFailure{"out of memory"};
-    }
-    return multi;
-}
-
-void require(CURLMcode code) {
+void require(const Curl& curl, CURLMcode code) {
     if (code != CURLM_OK) {
-        throw SpeedFailure{curl_multi_strerror(code)};
+        throw SpeedFailure{curl.multiStrerror(code)};
     }
 }
 
@@ -47,29 +30,32 @@ TransferLoop::TransferLoop(const SpeedServer& server, const std::string& endpoin
     : server_{server},
       deadline_{deadline},
       stopped_{stopped},
-      multi_{newMulti()} {
+      multi_{curl_.multiInit()} {
+    if (!multi_) {
+        throw SpeedFailure{"out of memory"};
+    }
     if (!endpoint.empty()) {
-        connectTo_.reset(curl_slist_append(nullptr, ("::" + endpoint + ':').c_str()));
+        connectTo_.reset(curl_.slistAppend(nullptr, ("::" + endpoint + ':').c_str()));
     }
     // A server would have to be asked before each upload whether it wants it.
-    headers_.reset(curl_slist_append(nullptr, "Expect:"));
+    headers_.reset(curl_.slistAppend(nullptr, "Expect:"));
 }
 
 void TransferLoop::turn(MonotonicTime until) {
     int underWay = 0;
-    require(curl_multi_perform(multi_.get(), &underWay));
+    require(curl_, curl_.multiPerform(multi_.get(), &underWay));
     const Seconds wait =
         std::clamp(std::min(until, deadline_) - steadyNow(), Seconds{}, longestWait);
-    require(curl_multi_poll(multi_.get(), nullptr, 0,
-                            static_cast<int>(std::ceil(wait.count() * 1000)), nullptr));
+    require(curl_, curl_.multiPoll(multi_.get(), nullptr, 0,
+                                   static_cast<int>(std::ceil(wait.count() * 1000)), nullptr));
     if (stopped_) {
         throw SpeedFailure{"stopped"};
     }
-    require(curl_multi_perform(multi_.get(), &underWay));
+    require(curl_, curl_.multiPerform(multi_.get(), &underWay));
     int left = 0;
-    while (const CURLMsg* message = curl_multi_info_read(multi_.get(), &left)) {
+    while (const CURLMsg* message = curl_.multiInfoRead(multi_.get(), &left)) {
         char* transfer = nullptr;
-        curl_easy_getinfo(message->easy_handle, CURLINFO_PRIVATE, &transfer);
+        curl_.easyGetinfo(message->easy_handle, CURLINFO_PRIVATE, &transfer);
         reinterpret_cast<Transfer*>(transfer)->result_ = message->data.result;
     }
 }

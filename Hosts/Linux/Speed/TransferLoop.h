@@ -1,10 +1,10 @@
 #pragma once
 
 #include "Core/Support/Time.h"
+#include "Hosts/Linux/Speed/Curl.h"
 #include "Hosts/Linux/Speed/SpeedServer.h"
 
 #include <atomic>
-#include <curl/curl.h>
 #include <memory>
 #include <string>
 
@@ -18,6 +18,7 @@ class TransferLoop {
 public:
     /// `stopped` ends every wait at once; no wait goes beyond `deadline`. `endpoint` is the host to
     /// connect to; empty for that of each address. All that is referred to outlives the loop.
+    /// Throws `SpeedFailure` where there is no library that loads anything.
     TransferLoop(const SpeedServer& server, const std::string& endpoint, MonotonicTime deadline,
                  const std::atomic<bool>& stopped);
 
@@ -31,12 +32,13 @@ private:
     friend class Transfer;
 
     struct Closer {
-        void operator()(CURLM* multi) const { curl_multi_cleanup(multi); }
+        void operator()(CURLM* multi) const { Curl::library().multiCleanup(multi); }
     };
     struct ListFreer {
-        void operator()(curl_slist* list) const { curl_slist_free_all(list); }
+        void operator()(curl_slist* list) const { Curl::library().slistFreeAll(list); }
     };
 
+    const Curl& curl_ = Curl::library();
     const SpeedServer& server_;
     MonotonicTime deadline_;
     const std::atomic<bool>& stopped_;

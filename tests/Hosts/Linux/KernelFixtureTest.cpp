@@ -1,4 +1,5 @@
 #include "Hosts/Linux/LinuxKernel.h"
+#include "Hosts/Linux/Proc/LiveProcesses.h"
 #include "Hosts/Linux/SystemClock.h"
 #include "tests/Support/TemporaryFolder.h"
 
@@ -58,6 +59,31 @@ TEST(LinuxKernel, ReadsAMachineThatTellsEverything) {
     std::array<char, 8> small{};
     EXPECT_FALSE(kernel.sysctlbyname("hw.model", std::as_writable_bytes(std::span{small})))
         << "it does not fit";
+}
+
+TEST(LiveProcesses, CountMemoryAnewWhereTheTableTellsOfAChange) {
+    const TemporaryFolder root;
+    const auto write = [&](int faults, int pages, const std::string& anonymous) {
+        root.write("proc/77/stat", "77 (x) S 1 1 1 0 -1 0 " + std::to_string(faults) +
+                                       " 0 0 0 5 5 0 0 20 0 1 0 100 4096 " + std::to_string(pages) +
+                                       " 0 1 2 3\n");
+        root.write("proc/77/status", "PPid:\t9\nRssAnon:\t" + anonymous + " kB\n");
+    };
+    write(5, 10, "12");
+    LiveProcesses processes{(root.path() / "proc").string(), {}};
+    const auto bytes = [&] {
+        processes.read(Seconds{100});
+        const auto counted = processes.memory(77);
+        return counted ? counted->memory.anonymous / 1024 : -1;
+    };
+    EXPECT_EQ(bytes(), 12);
+    write(5, 10, "13");
+    EXPECT_EQ(bytes(), 12) << "nothing tells of a change";
+    write(6, 10, "14");
+    EXPECT_EQ(bytes(), 14) << "it touched a page";
+    write(6, 9, "15");
+    EXPECT_EQ(bytes(), 15) << "it gave a page back";
+    EXPECT_EQ(processes.memory(78), std::nullopt);
 }
 
 TEST(LinuxKernel, InventsNothingOnAMachineThatTellsNothing) {

@@ -19,14 +19,15 @@ std::string statLine(std::int32_t pid, const std::string& comm, const ProcStat& 
     const auto text = [](auto number) { return ' ' + std::to_string(number); };
     return std::to_string(pid) + " (" + comm + ") " + stat.state + text(stat.ppid) + " 91 92" +
            text(stat.terminal) + " -1" + text(stat.isKernelThread ? 2129984 : 4194304) +
-           " 93 94 95 96" + text(stat.userTime) + text(stat.systemTime) +
-           text(stat.reapedUserTime) + text(stat.reapedSystemTime) + " 20 0 1 0" +
-           text(stat.startTime) + " 99" + text(stat.residentPages) + " 18446744073709551615" +
-           text(stat.startCode) + " 101" + text(stat.startStack) + " 0 0 0\n";
+           text(stat.minorFaults) + " 94" + text(stat.majorFaults) + " 96" + text(stat.userTime) +
+           text(stat.systemTime) + text(stat.reapedUserTime) + text(stat.reapedSystemTime) +
+           " 20 0 1 0" + text(stat.startTime) + " 99" + text(stat.residentPages) +
+           " 18446744073709551615" + text(stat.startCode) + " 101" + text(stat.startStack) +
+           " 0 0 0\n";
 }
 
 ProcStat someStat(std::int32_t pid, std::string_view comm) {
-    return {pid, comm, 'S', 7, 34816, false, 1234, 56, 97, 98, 146653, 380, 4096, 8192};
+    return {pid, comm, 'S', 7, 34816, false, 93, 95, 1234, 56, 97, 98, 146653, 380, 4096, 8192};
 }
 
 TEST(ProcStat, SurvivesWhateverAProgramCallsItself) {
@@ -53,6 +54,8 @@ TEST(ProcStat, TakesTheExtremesAndKnowsKernelThreads) {
                            0,
                            -1,
                            true,
+                           most,
+                           most,
                            most,
                            most,
                            most,

@@ -80,15 +80,23 @@ Environment DesktopSession::environment() const {
 
 ChildProgram DesktopSession::start(const std::string& program, std::vector<std::string> arguments,
                                    const Environment& more) const {
-    arguments.insert(arguments.begin(), PACELET_BIN_DIR "/" + program);
+    arguments.insert(arguments.begin(),
+                     program.starts_with('/') ? program : PACELET_BIN_DIR "/" + program);
     Environment all = environment();
     all.insert(all.end(), more.begin(), more.end());
     return {arguments, all};
 }
 
 std::vector<SeenWindow> DesktopSession::windows() const {
+    std::vector<SeenWindow> found = allWindows();
+    std::erase_if(found, [ours = windowClass()](const SeenWindow& window) {
+        return window.windowClass != ours;
+    });
+    return found;
+}
+
+std::vector<SeenWindow> DesktopSession::allWindows() const {
     std::vector<SeenWindow> found;
-    const std::string ours = windowClass();
     const PropertyQuestion list{connection_, connection_.root(),
                                 connection_.atom("_NET_CLIENT_LIST"), XCB_ATOM_WINDOW};
     for (const xcb_window_t id : list.numbers()) {
@@ -104,9 +112,11 @@ std::vector<SeenWindow> DesktopSession::windows() const {
         // The class stands behind the name of the program.
         const std::string names = kind.text();
         const auto both = splitDroppingEmpty(names, '\0');
-        if (size && place && !both.empty() && both.back() == ours) {
-            found.push_back(
-                {id, name.text(), {place->dst_x, place->dst_y, size->width, size->height}});
+        if (size && place && !both.empty()) {
+            found.push_back({id,
+                             name.text(),
+                             std::string{both.back()},
+                             {place->dst_x, place->dst_y, size->width, size->height}});
         }
     }
     return found;
@@ -132,7 +142,7 @@ xcb_window_t DesktopSession::activeWindow() const {
     return active.empty() ? xcb_window_t{XCB_WINDOW_NONE} : active.front();
 }
 
-std::optional<Area> DesktopSession::find(std::uint32_t colour, const Area& area) const {
+std::vector<std::uint32_t> DesktopSession::pixels(const Area& area) const {
     const auto picture =
         replyTo(connection_.get(),
                 xcb_get_image(connection_.get(), XCB_IMAGE_FORMAT_Z_PIXMAP, connection_.root(),
@@ -141,18 +151,34 @@ std::optional<Area> DesktopSession::find(std::uint32_t colour, const Area& area)
                               static_cast<std::uint16_t>(area.height), ~0U),
                 xcb_get_image_reply);
     if (!picture) {
+        return {};
+    }
+    std::vector<std::uint32_t> pixels(static_cast<std::size_t>(area.width * area.height));
+    std::memcpy(pixels.data(), xcb_get_image_data(picture.get()), pixels.size() * 4);
+    for (std::uint32_t& pixel : pixels) {
+        pixel &= 0xFFFFFF;
+    }
+    return pixels;
+}
+
+std::size_t DesktopSession::colours(const Area& area) const {
+    std::vector<std::uint32_t> all = pixels(area);
+    std::ranges::sort(all);
+    return static_cast<std::size_t>(std::ranges::unique(all).begin() - all.begin());
+}
+
+std::optional<Area> DesktopSession::find(std::uint32_t colour, const Area& area) const {
+    const std::vector<std::uint32_t> all = pixels(area);
+    if (all.empty()) {
         return std::nullopt;
     }
-    const std::uint8_t* const bytes = xcb_get_image_data(picture.get());
     int left = area.width;
     int right = 0;
     int top = area.height;
     int bottom = 0;
     for (int y = 0; y < area.height; ++y) {
         for (int x = 0; x < area.width; ++x) {
-            std::uint32_t pixel = 0;
-            std::memcpy(&pixel, bytes + 4 * (y * area.width + x), 4);
-            if ((pixel & 0xFFFFFF) == colour) {
+            if (all[static_cast<std::size_t>(y * area.width + x)] == colour) {
                 left = std::min(left, x);
                 right = std::max(right, x + 1);
                 top = std::min(top, y);

@@ -32,6 +32,7 @@ struct Area {
 struct SeenWindow {
     xcb_window_t id = XCB_WINDOW_NONE;
     std::string title;
+    std::string windowClass;
     Area area; ///< without the window manager's frame
 };
 
@@ -51,12 +52,16 @@ public:
     /// The user's own folder, with the preferences of somebody who knows the program.
     const TemporaryFolder& home() const { return home_; }
 
-    /// Starts one of the programs that were built; `more` is added to its environment.
+    /// Starts one of the programs that were built, or any other by its path; `more` is added to its
+    /// environment.
     ChildProgram start(const std::string& program, std::vector<std::string> arguments = {},
                        const Environment& more = {}) const;
 
     /// The windows of the program, in the order in which they came.
     std::vector<SeenWindow> windows() const;
+
+    /// Those of all programs.
+    std::vector<SeenWindow> allWindows() const;
 
     /// Whether the window has this state, such as "_NET_WM_STATE_SKIP_TASKBAR".
     bool hasState(xcb_window_t window, const std::string& state) const;
@@ -69,6 +74,9 @@ public:
 
     /// Where the pixels of exactly this colour (0xRRGGBB) stand within `area`.
     std::optional<Area> find(std::uint32_t colour, const Area& area) const;
+
+    /// How many colours stand within `area`.
+    std::size_t colours(const Area& area) const;
     static constexpr Area tray() { return {0, height - trayHeight, width, trayHeight}; }
 
     void point(int x, int y) const;
@@ -80,6 +88,7 @@ public:
 
 private:
     Environment environment() const;
+    std::vector<std::uint32_t> pixels(const Area& area) const;
     xcb_keycode_t keyOf(std::uint32_t symbol) const;
     void send(std::uint8_t type, std::uint8_t detail, int x = 0, int y = 0) const;
 
