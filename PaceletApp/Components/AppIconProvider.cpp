@@ -2,11 +2,11 @@
 
 #include <QBuffer>
 #include <QImageReader>
-#include <QMetaObject>
+#include <QRunnable>
 #include <QUrl>
 
 #include <algorithm>
-#include <string>
+#include <functional>
 #include <utility>
 
 namespace pacelet {
@@ -29,28 +29,9 @@ QImage decoded(const EncodedImage& icon, int side) {
     return reader.read();
 }
 
-class Response : public QQuickImageResponse {
-public:
-    QQuickTextureFactory* textureFactory() const override {
-        return QQuickTextureFactory::textureFactoryForImage(image_);
-    }
-
-    /// Whoever asked deletes this in its own thread as soon as that is told, so that no other
-    /// thread may tell it: an emission looks at its sender once more when all have heard.
-    void finish(QImage image) {
-        image_ = std::move(image);
-        Q_EMIT finished();
-    }
-
-private:
-    QImage image_;
-};
-
-QImage read(Workspace& workspace, const std::string& path, int side) {
-    QImage image;
-    if (const auto icon = workspace.icon(path, side)) {
-        image = decoded(*icon, side);
-    }
+QImage iconOf(Workspace& workspace, const std::string& path, int side) {
+    const auto icon = workspace.icon(path, side);
+    QImage image = icon ? decoded(*icon, side) : QImage{};
     if (image.isNull()) {
         // An error would be logged for each such application.
         image = QImage{1, 1, QImage::Format_ARGB32_Premultiplied};
@@ -58,6 +39,40 @@ QImage read(Workspace& workspace, const std::string& path, int side) {
     }
     return image;
 }
+
+/// The work on the other thread, which its thread deletes afterwards.
+class Reading : public QObject, public QRunnable {
+    Q_OBJECT
+
+public:
+    explicit Reading(std::function<QImage()> read)
+        : read_{std::move(read)} {}
+
+    void run() override { Q_EMIT done(read_()); }
+
+Q_SIGNALS:
+    void done(const QImage& image);
+
+private:
+    std::function<QImage()> read_;
+};
+
+/// Is deleted at any moment, and as soon as it is finished, on the thread that asked: so it is
+/// there that it finishes.
+class Response : public QQuickImageResponse {
+public:
+    void finish(const QImage& image) {
+        image_ = image;
+        Q_EMIT finished();
+    }
+
+    QQuickTextureFactory* textureFactory() const override {
+        return QQuickTextureFactory::textureFactoryForImage(image_);
+    }
+
+private:
+    QImage image_;
+};
 
 } // namespace
 
@@ -69,15 +84,15 @@ AppIconProvider::AppIconProvider(Workspace& workspace)
 QQuickImageResponse* AppIconProvider::requestImageResponse(const QString& id,
                                                            const QSize& requestedSize) {
     const int wanted = std::max(requestedSize.width(), requestedSize.height());
+    auto* const reading = new Reading{
+        [this, path = QUrl::fromPercentEncoding(id.toUtf8()).toStdString(),
+         side = wanted > 0 ? wanted : defaultSide] { return iconOf(workspace_, path, side); }};
     auto* const response = new Response;
-    pool_.start([response, &workspace = workspace_,
-                 path = QUrl::fromPercentEncoding(id.toUtf8()).toStdString(),
-                 side = wanted > 0 ? wanted : defaultSide] {
-        QMetaObject::invokeMethod(
-            response, [response, image = read(workspace, path, side)] { response->finish(image); },
-            Qt::QueuedConnection);
-    });
+    QObject::connect(reading, &Reading::done, response, &Response::finish, Qt::QueuedConnection);
+    pool_.start(reading);
     return response;
 }
 
 } // namespace pacelet
+
+#include "AppIconProvider.moc"
