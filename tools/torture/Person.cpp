@@ -63,7 +63,7 @@ std::string nameOf(QQuickItem& item) {
 /// What control it is, whatever machine it speaks of. Types are numbered as they are loaded.
 std::string kindOf(QQuickItem& item) {
     const QString type = QString::fromLatin1(item.metaObject()->className()).section(u'_', 0, 0);
-    if (type == u"QQuickAbstractButton" || type == u"NotedCauseRow") {
+    if (type == u"QQuickAbstractButton" || type == u"NotedCauseRow" || type == u"CheckBox") {
         return type.toStdString(); // a row, named for what it tells of
     }
     static const QRegularExpression data{
