@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """mutants.py [--count N] [--seed S] [--jobs J] [--log FILE] [--tests] PART...: tries N small changes to parts of the
 code against these parts' tests. A change that no test notices is printed: either a test is missing, or the change
-means nothing, which judged.txt then says. PART is a folder of parts.txt; none stands for all, and a count of 0 for
-every change there is. --tests tells which tests never were the only ones to notice a change."""
+means nothing, which judged.txt then says. PART is a folder of parts.txt, or one above; none stands for all, and a
+count of 0 for every change there is. --tests tells which tests never were the only ones to notice a change."""
 
 import argparse
 import collections
@@ -197,7 +197,10 @@ def main():
     wish = parser.parse_args()
 
     tests = {part: targets.split() for part, targets in (line.split(":") for line in listed("parts.txt"))}
-    parts = wish.parts or list(tests)
+    parts = [part for part in tests
+             if not wish.parts or any(f"{part}/".startswith(f"{name}/") for name in wish.parts)]
+    if not parts:
+        sys.exit("mutants: no such part in parts.txt")
     judged = [pattern(row) for row in listed("judged.txt")]
 
     def means_nothing(change):
