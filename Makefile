@@ -75,12 +75,14 @@ fuzz-coverage: ## How many lines of each parser the fuzzers' corpora reach
 	@scripts/build.sh fuzz-coverage
 	@scripts/fuzz-coverage.sh
 
-COUNT = 100
-PART =
+COUNT = 500
+SEED = 1
+JOBS = 2
+PART = Core
 
-mutants: ## Small changes to the code that no test notices: make mutants PART=Core/Diagnosis COUNT=200
+mutants: ## Small changes to the code that no test notices: make mutants PART=Core/Diagnosis COUNT=0 (all of them)
 	@scripts/install.sh scripts/packages.txt
-	@python3 tools/mutants/mutants.py --count $(COUNT) $(PART)
+	@python3 tools/mutants/mutants.py --count $(COUNT) --seed $(SEED) --jobs $(JOBS) $(PART)
 
 package: ## A Debian package of the programs, in build/packages
 	@scripts/build.sh release pacelet pacelet-demo pacelet-report pacelet_desktop_files

@@ -1,5 +1,6 @@
 #include "Core/Browser/TabListing.h"
 
+#include "Core/Browser/TabCleanup.h"
 #include "Core/Support/Text.h"
 
 #include <array>

@@ -318,6 +318,7 @@ void disk(Run& run) {
         return;
     }
     const auto freeBytes = static_cast<double>(signals.diskFreeBytes);
+    const double healthyBytes = static_cast<double>(signals.diskTotalBytes) * healthyShare;
     const double freeGB = freeBytes / gigabyte;
     Finding::Fields fields{.kind = FindingKind::lowDisk, .primaryFix = FixID::openTidyvault};
     if (freeGB < fullBelow) {
@@ -325,8 +326,7 @@ void disk(Run& run) {
         fields.headline = "Your disk is almost full.";
         fields.detail = run.say("Only {} free. macOS slows down when space runs low.",
                                 Format::bytes(signals.diskFreeBytes));
-    } else if (freeGB<roomyFrom&& static_cast<double>(signals.diskTotalBytes) * healthyShare>
-                   freeBytes) {
+    } else if (freeGB < roomyFrom && freeBytes < healthyBytes) {
         fields.severity = Severity::medium;
         fields.headline = "Your disk is getting full.";
         fields.detail =

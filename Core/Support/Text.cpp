@@ -36,7 +36,7 @@ Lead leadOf(unsigned char byte) {
         const auto high = static_cast<unsigned char>(byte == 0xF4 ? 0x8F : 0xBF);
         return {3, low, high};
     }
-    return {-1, 0, 0};
+    return {0, 0, 0};
 }
 
 /// The length of the sequence at the start of `text`, and whether it is whole and valid. An invalid

@@ -1,178 +1,250 @@
 #!/usr/bin/env python3
-"""mutants.py [--count N] [--seed S] PART...: changes one small thing in a part of the code, builds it and runs
-that part's tests, N times over. A change that no test notices is printed: either a test is missing, or the
-change means nothing, which judged.txt then says. PART is a folder of parts.txt; none stands for all."""
+"""mutants.py [--count N] [--seed S] [--jobs J] [--log FILE] [--tests] PART...: tries N small changes to parts of the
+code against these parts' tests. A change that no test notices is printed: either a test is missing, or the change
+means nothing, which judged.txt then says. PART is a folder of parts.txt, or one above; none stands for all, and a
+count of 0 for every change there is. --tests tells which tests never were the only ones to notice a change."""
 
 import argparse
+import collections
 import concurrent.futures
+import hashlib
+import json
 import os
 import pathlib
 import random
 import re
+import shlex
 import shutil
 import subprocess
 import sys
 import time
 
+sys.dont_write_bytecode = True
+from changes import asleep, changes_of, constants
+
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 HERE = pathlib.Path(__file__).resolve().parent
 FOLDER = ROOT / "build" / "mutants"
-
-SWAPS = {"<": "<=", "<=": "<", ">": ">=", ">=": ">", "==": "!=", "!=": "==", "&&": "||", "||": "&&",
-         "+": "-", "-": "+", "*": "/", "/": "*", "+=": "-=", "-=": "+=",
-         "true": "false", "false": "true", "min": "max", "max": "min", "front": "back", "back": "front",
-         "continue": "break", "break": "continue", "any_of": "all_of", "all_of": "any_of",
-         "starts_with": "ends_with", "ends_with": "starts_with"}
-# The layout of the code sets blanks around every operator of two values, and around no other sign.
-PATTERNS = [r"(?<= )(<=|>=|==|!=|&&|\|\||\+=|-=|[<>+\-*/])(?= )",
-            r"\b(true|false|continue|break)\b",
-            r"(?<=::)(min|max|any_of|all_of)(?=\()",
-            r"(?<=[.>])(front|back|starts_with|ends_with)(?=\()"]
-NUMBER = re.compile(r"(?<![\w.'])(\d[\d']*)(\.\d+)?(?![\w.'])")
-CONDITION = re.compile(r"^(\s*(?:\} else )?if \()([^;]*)(\) \{)$")
-CALL = re.compile(r"^\s+(?!return|co_|static_assert|using|precondition|throw|delete|case|typedef)[\w.:>\-]+\([^{}]*\);$")
+SOURCE, BUILD, KEPT = FOLDER / "tree", FOLDER / "build", FOLDER / "kept"
+MEMORY = 6 << 30
+# What the programs end with: see Switches.h, and what GoogleTest says of a failure.
+IMPOSSIBLE, FAILED = 77, 1
 
 
-def code_only(line):
-    """The line with its texts and remarks blanked out, in the same places."""
-    line = re.sub(r'"(?:\\.|[^"\\])*"|\'(?:\\.|[^\'\\])\'', lambda text: '"' * len(text.group()), line)
-    return re.sub(r"//.*", lambda text: '"' * len(text.group()), line)
+def run(command, **more):
+    return subprocess.run(command, capture_output=True, text=True, errors="replace", **more)
 
 
-def mutations(line):
-    """All lines that differ from this one by one small change."""
-    code = code_only(line)
-    if code.lstrip().startswith(("#", "template", "using", "static_assert", "///")):
-        return
-    for pattern in PATTERNS:
-        for found in re.finditer(pattern, code):
-            yield line[:found.start()] + SWAPS[found.group()] + line[found.end():]
-    for found in NUMBER.finditer(code):
-        more = str(int(found.group(1).replace("'", "")) + 1) + (found.group(2) or "")
-        yield line[:found.start()] + more + line[found.end():]
-    if found := CONDITION.match(code):
-        inner = line[found.start(2):found.end(2)]
-        yield line[:found.start(2)] + "!(" + inner + ")" + line[found.end(2):]
-    if CALL.match(code):
-        yield line[:len(line) - len(line.lstrip())] + ";"
+def write(file, text):
+    """Writes what is new; what stands there already need not be built again."""
+    if not file.is_file() or file.read_text() != text:
+        file.parent.mkdir(parents=True, exist_ok=True)
+        file.write_text(text)
 
 
-def candidates(part):
-    for file in sorted((ROOT / part).rglob("*.cpp")):
-        name = str(file.relative_to(ROOT))
-        for number, line in enumerate(file.read_text().split("\n")):
-            for changed in mutations(line):
-                yield name, number, line, changed
+def copy_tree(but):
+    files = run(["git", "ls-files", "-z", "--cached", "--others", "--exclude-standard"], cwd=ROOT, check=True).stdout
+    for name in filter(None, files.split("\0")):
+        old, new = ROOT / name, SOURCE / name
+        if name not in but and old.is_file() and not (new.exists() and new.read_bytes() == old.read_bytes()):
+            new.parent.mkdir(parents=True, exist_ok=True)
+            shutil.copy(old, new)
+    if not (BUILD / "build.ninja").exists():
+        done = run(["cmake", "-S", SOURCE, "-B", BUILD, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=None",
+                    "-DCMAKE_UNITY_BUILD=ON", "-DCMAKE_UNITY_BUILD_BATCH_SIZE=12", "-DPACELET_BENCHMARKS=OFF",
+                    f"-DCMAKE_CXX_FLAGS=-O0 -std=c++20 -w -Wno-error -Wno-narrowing -include {HERE}/Switches.h"])
+        if done.returncode != 0:
+            sys.exit(done.stderr)
 
 
-class Tree:
-    """A copy of the sources that is built apart, so that several can be changed at a time."""
+def ninja(targets, jobs):
+    done = run(["ninja", "-C", BUILD, "-j", str(jobs), *targets])
+    if done.returncode != 0:
+        sys.exit(done.stdout[-6000:])
 
-    def __init__(self, number):
-        self.source = FOLDER / f"tree-{number}"
-        self.build = FOLDER / f"build-{number}"
 
-    def prepare(self, targets):
-        files = subprocess.run(["git", "ls-files", "-z", "--cached", "--others", "--exclude-standard"], cwd=ROOT,
-                               check=True, capture_output=True, text=True).stdout.split("\0")
-        for name in filter(None, files):
-            old, new = ROOT / name, self.source / name
-            if old.is_file() and not (new.exists() and new.read_bytes() == old.read_bytes()):
-                new.parent.mkdir(parents=True, exist_ok=True)
-                shutil.copy(old, new)
-        if not (self.build / "build.ninja").exists():
-            subprocess.run(["cmake", "-S", self.source, "-B", self.build, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=None",
-                            "-DCMAKE_CXX_FLAGS=-O0", "-DPACELET_BENCHMARKS=OFF"], check=True, capture_output=True)
-        self.make(targets, check=True)
+def commands():
+    """The compiler's words for each source file, with "FILE" in its place."""
+    found = {}
+    for entry in json.loads((BUILD / "compile_commands.json").read_text()):
+        words = shlex.split(entry["command"])
+        piece = pathlib.Path(entry["file"])
+        if "/Unity/" not in entry["file"] or not piece.exists():
+            continue
+        words = [word for word in words[:words.index("-o")]] + ["-S", "-o", "/dev/null", "-fmax-errors=0"]
+        for name in re.findall(r'#include "([^"]+)"', piece.read_text()):
+            found[os.path.relpath(name, SOURCE)] = words + ["-iquote", str(pathlib.Path(name).parent)]
+    return found
 
-    def make(self, targets, check=False):
-        done = subprocess.run(["ninja", "-C", self.build, "-j", "1" if not check else str(os.cpu_count()), *targets],
-                              capture_output=True, text=True)
-        if check and done.returncode != 0:
-            sys.exit(done.stdout[-4000:])
-        return done.returncode == 0
 
-    def passes(self, targets, patience):
-        for target in targets:
-            try:
-                done = subprocess.run([self.build / "bin" / target, "--gtest_brief=1", "--gtest_fail_fast"],
-                                      cwd=self.source, capture_output=True, timeout=patience,
-                                      env={**os.environ, "QT_QPA_PLATFORM": "offscreen"})
-            except subprocess.TimeoutExpired:
-                return False
-            if done.returncode != 0:
-                return False
-        return True
+def kept(name):
+    return KEPT / (name.replace("/", ",") + ".json")
 
-    def judge(self, mutant, targets, patience):
-        """"caught", "survived", or "void" where it does not even compile."""
-        name, number, _, changed = mutant
-        file = self.source / name
-        text = file.read_text()
-        lines = text.split("\n")
-        lines[number] = changed
+
+def state_of(name, text):
+    """What it depends on which changes compile."""
+    return hashlib.sha256((name + text + (HERE / "changes.py").read_text()).encode()).hexdigest()
+
+
+def possible(name, text, command):
+    """The changes of a file that compile side by side, and the text with all of them asleep. What the compiler
+    complains of is left out, until it complains no more."""
+    state = state_of(name, text)
+    memory = kept(name)
+    changes, plain = changes_of(name, text), constants(text)
+    if memory.is_file() and (known := json.loads(memory.read_text()))["state"] == state:
+        changes = [change for change in changes if change.number in set(known["changes"])]
+        plain = {line: piece for line, piece in plain.items() if line in set(known["plain"])}
+        return changes, asleep(text, [piece for change in changes for piece in change.pieces] + list(plain.values()))
+    trial = KEPT / (name.replace("/", ",") + ".trial.cpp")
+    for _ in range(40):
+        changed = asleep(text, [piece for change in changes for piece in change.pieces] + list(plain.values()))
+        write(trial, f'#line 1 "{trial}"\n{changed}')
+        done = run([*command, trial])
+        if done.returncode == 0:
+            trial.unlink()
+            break
+        wrong = {int(line) for line in re.findall(rf"^{trial}:(\d+):", done.stderr, re.MULTILINE)}
+        fewer = [change for change in changes if not wrong & {
+            text.count("\n", 0, place) + 1 for piece in change.pieces for place in piece[:2]}]
+        less = {line: piece for line, piece in plain.items() if line not in wrong}
+        if len(fewer) == len(changes) and len(less) == len(plain):
+            # A complaint about a line that is as it was: it may be some constant's that is none any more.
+            fewer, less = (changes, {}) if plain else ([], {})
+        changes, plain = fewer, less
+    else:
+        changes, plain, changed = [], {}, text
+    write(memory, json.dumps({"state": state, "changes": [change.number for change in changes],
+                              "plain": list(plain)}))
+    return changes, changed
+
+
+def attempt(tests, patience, number, all_tests=False):
+    """(verdict, names of the tests that failed, only the first unless all are wished): "caught", "survived", or
+    "void" where it would not even compile."""
+    failed = []
+    for test in tests:
+        if failed and not all_tests:
+            break
+        environment = {**os.environ, "QT_QPA_PLATFORM": "offscreen", "PACELET_MUTANT": str(number),
+                       "RC_PARAMS": "seed=1"}
         try:
-            file.write_text("\n".join(lines))
-            if not self.make(targets):
-                return "void"
-            return "survived" if self.passes(targets, patience) else "caught"
-        finally:
-            file.write_text(text)
+            done = run(["prlimit", f"--cpu={int(patience[test])}", f"--as={MEMORY}", "--core=0", BUILD / "bin" / test,
+                        *([] if all_tests else ["--gtest_fail_fast"])],
+                       cwd=SOURCE, timeout=60 + 5 * patience[test], env=environment)
+            output, code = done.stdout, done.returncode
+        except subprocess.TimeoutExpired as late:
+            output, code = (late.stdout or b"").decode(errors="replace"), -1
+        if code == IMPOSSIBLE:
+            return "void", []
+        if code != 0:
+            names = set(re.findall(r"^\[  FAILED  \] ([\w./]+\.[\w./]+)", output, re.MULTILINE))
+            if code != FAILED:
+                names |= set(re.findall(r"^\[ RUN      \] (\S+)", output, re.MULTILINE)[-1:])
+            failed += [f"{test}:{name}" for name in sorted(names)] or [test]
+    return ("caught" if failed else "survived"), failed
 
 
 def listed(file):
     return [line for line in (HERE / file).read_text().splitlines() if line and not line.startswith("#")]
 
 
+def prepare(tests, parts, jobs):
+    """Builds the programs with every change of these parts asleep in them, and returns the changes by part."""
+    files = {part: [str(file.relative_to(ROOT)) for file in sorted((ROOT / part).glob("*.cpp"))] for part in tests}
+    changeable = {name for names in files.values() for name in names}
+    copy_tree({name for name in changeable if (SOURCE / name).exists()})
+    targets = sorted({target for part in parts for target in tests[part]})
+    # Before the changes come in: what is made by the build must be there when they are tried one file at a time.
+    ninja(targets, jobs)
+    words = commands()
+    found = []
+
+    def change(task):
+        part, name = task
+        text = (ROOT / name).read_text()
+        changes, changed = possible(name, text, words[name])
+        write(SOURCE / name, changed)
+        return part, name, changes, len(changes_of(name, text))
+
+    for part, names in files.items():
+        for name in names:
+            if part not in parts and not kept(name).is_file():
+                write(SOURCE / name, (ROOT / name).read_text())
+    with concurrent.futures.ThreadPoolExecutor(jobs) as pool:
+        tasks = [(part, name) for part in parts for name in files[part]]
+        for part, name, changes, every in pool.map(change, tasks):
+            found += [(part, each) for each in changes]
+            if every > len(changes):
+                print(f"{name}: {every - len(changes)} of {every} changes left out", file=sys.stderr, flush=True)
+    ninja(targets, jobs)
+    return found
+
+
+def pattern(row):
+    """One row of judged.txt: file, line and changed line, in which * stands for anything."""
+    return re.compile(re.escape(" | ".join(row.split(" | ")[:3])).replace(r"\*", ".*"))
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("--count", type=int, default=100)
+    parser.add_argument("--count", type=int, default=0)
     parser.add_argument("--seed", type=int, default=1)
+    parser.add_argument("--jobs", type=int, default=os.cpu_count())
+    parser.add_argument("--log", type=argparse.FileType("a"))
+    parser.add_argument("--tests", action="store_true")
     parser.add_argument("parts", nargs="*", metavar="PART")
     wish = parser.parse_args()
 
     tests = {part: targets.split() for part, targets in (line.split(":") for line in listed("parts.txt"))}
-    parts = wish.parts or list(tests)
-    meaningless = {tuple(field.strip() for field in line.split(" | ")[:3]) for line in listed("judged.txt")}
-    found = [(part, mutant) for part in parts for mutant in candidates(part)]
-    chosen = random.Random(wish.seed).sample(found, min(wish.count, len(found)))
-    chosen = [each for each in chosen
-              if (each[1][0], each[1][2].strip(), each[1][3].strip()) not in meaningless]
-    targets = sorted({target for part in parts for target in tests[part]})
+    parts = [part for part in tests
+             if not wish.parts or any(f"{part}/".startswith(f"{name}/") for name in wish.parts)]
+    if not parts:
+        sys.exit("mutants: no such part in parts.txt")
+    judged = [pattern(row) for row in listed("judged.txt")]
 
-    trees = [Tree(number) for number in range(os.cpu_count())]
-    for tree in trees:
-        tree.prepare(targets)
+    def means_nothing(change):
+        return any(row.fullmatch(" | ".join(change.key())) for row in judged)
+
+    found = prepare(tests, parts, wish.jobs)
+    chosen = found if wish.count == 0 else random.Random(wish.seed).sample(found, min(wish.count, len(found)))
+    chosen = [(part, change) for part, change in chosen if not means_nothing(change)]
+
     patience = {}
-    for part in parts:
-        begin = time.monotonic()
-        if not trees[0].passes(tests[part], 600):
-            sys.exit(f"mutants: the tests of {part} fail without a change")
-        patience[part] = 5 + 10 * (time.monotonic() - begin)
+    for test in sorted({test for part in parts for test in tests[part]}):
+        begin = os.times()
+        verdict, failed = attempt([test], {test: 600}, -1)
+        end = os.times()
+        if verdict != "survived":
+            sys.exit(f"mutants: without a change {' '.join(failed)} fails")
+        patience[test] = 3 + 5 * (end.children_user - begin.children_user +
+                                  end.children_system - begin.children_system)
 
-    free = list(trees)
-
-    def work(each):
-        part, mutant = each
-        tree = free.pop()
-        try:
-            return each, tree.judge(mutant, tests[part], patience[part])
-        finally:
-            free.append(tree)
-
-    counts = {}
-    with concurrent.futures.ThreadPoolExecutor(len(trees)) as pool:
-        for (part, (name, number, line, changed)), verdict in pool.map(work, chosen):
-            counts.setdefault(part, {"caught": 0, "survived": 0, "void": 0})[verdict] += 1
+    counts = {part: collections.Counter() for part in parts}
+    noticed, alone = collections.Counter(), collections.Counter()
+    begin = time.monotonic()
+    with concurrent.futures.ThreadPoolExecutor(wish.jobs) as pool:
+        tries = pool.map(lambda each: attempt(tests[each[0]], patience, each[1].number, wish.tests), chosen)
+        for (part, change), (verdict, failed) in zip(chosen, tries):
+            counts[part][verdict] += 1
+            noticed.update(failed)
+            alone.update(failed if len(failed) == 1 else [])
+            if wish.log:
+                wish.log.write(f"{verdict} {change.told()}\n  {' '.join(failed)}\n")
+                wish.log.flush()
             if verdict == "survived":
-                print(f"{name}:{number + 1}\n  - {line.strip()}\n  + {changed.strip()}", flush=True)
-    caught = survived = 0
-    for part, count in sorted(counts.items()):
-        caught += count["caught"]
-        survived += count["survived"]
+                print(change.told(), flush=True)
+    total = collections.Counter()
+    for part, count in counts.items():
+        total += count
         print(f"{part}: {count['caught']} caught, {count['survived']} survived, {count['void']} void")
-    if caught + survived > 0:
-        print(f"caught {100 * caught / (caught + survived):.1f}% of {caught + survived} in {len(found)} possible")
+    tried = total["caught"] + total["survived"]
+    if tried > 0:
+        print(f"caught {100 * total['caught'] / tried:.1f}% of {tried}, out of {len(found)} possible, "
+              f"{(time.monotonic() - begin) / tried:.2f} s each")
+    if wish.tests:
+        for test, count in sorted(noticed.items()):
+            print(f"{test}: noticed {count}, {alone[test]} alone")
 
 
 if __name__ == "__main__":

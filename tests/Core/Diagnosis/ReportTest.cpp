@@ -37,18 +37,6 @@ TEST(Status, FollowsTheGravestFinding) {
     }
 }
 
-TEST(DiagnosisResult, LeadsWithOneCauseAndShowsFourMore) {
-    DiagnosisResult result;
-    EXPECT_EQ(result.hero(), nullptr);
-    EXPECT_TRUE(result.more().empty());
-    for (std::size_t count = 1; count <= 7; ++count) {
-        result.findings.push_back(of(Severity::low, std::to_string(count)));
-        EXPECT_EQ(result.hero()->groupID(), "1");
-        EXPECT_EQ(result.more().size(), std::min<std::size_t>(count - 1, 4));
-    }
-    EXPECT_EQ(result.more().back().groupID(), "5");
-}
-
 TEST(Report, PrintsStatusCausesSignalsAndGroups) {
     SystemSignals signals;
     signals.cpuLoadPercent = 11.6;

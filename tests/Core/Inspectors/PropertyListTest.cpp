@@ -170,6 +170,11 @@ TEST(PropertyListLimits, KeepHostileFilesFromTheDecoder) {
     EXPECT_TRUE(PropertyList::parse(assemble(chain)));
     EXPECT_FALSE(allow(assemble(doubling))) << "two to the power of a hundred nodes";
     EXPECT_FALSE(allow(assemble({dictionary(1, 0), "\x51k"}))) << "holds itself";
+    for (const auto& [fromEnd, width] : {std::pair{26, '\0'}, {26, '\t'}, {25, '\0'}, {25, '\t'}}) {
+        std::string odd = assemble({dictionary(1, 2), "\x51k", "\x09"});
+        odd[odd.size() - fromEnd] = width;
+        EXPECT_FALSE(allow(odd)) << "numbers are of 1 to 8 bytes";
+    }
 
     std::string longText = "\x5F\x12";
     appendNumber(longText, 1 << 20, 4);

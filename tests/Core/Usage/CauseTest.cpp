@@ -97,11 +97,11 @@ TEST(CausesOf, NameEachCauseOnceWithoutItsPid) {
 
 const CauseMinute example{
     29545920,
-    {{safari, Severity::medium, 60, 123.45, 150}, {spotlight, Severity::low, 12.5, 60, 60}}};
+    {{safari, Severity::medium, 60, 123.45, 150}, {spotlight, Severity::low, 0.5, 60, 60}}};
 const std::string exampleLine =
     R"({"t":29545920,"causes":[{"kind":"cpuHog","severity":"medium","id":"/Applications/Safari.app",)"
     R"("name":"Safari","seconds":60,"mean":123.45,"max":150},{"kind":"spotlight","severity":"low",)"
-    R"("id":"","name":"","seconds":12.5,"mean":60,"max":60}]})";
+    R"("id":"","name":"","seconds":0.5,"mean":60,"max":60}]})";
 
 CauseJournal decode(std::string text,
                     std::int64_t earliest = std::numeric_limits<std::int64_t>::min()) {
@@ -116,7 +116,7 @@ TEST(CauseLines, ReadBackWhatTheyWrote) {
     EXPECT_THAT(journal.causes(), ElementsAre(safari, spotlight));
     ASSERT_EQ(journal.entries().size(), 4U);
     EXPECT_EQ(journal.entries()[3],
-              (CauseJournal::Entry{example.t, 1, Severity::low, 12.5, 60, 60}));
+              (CauseJournal::Entry{example.t, 1, Severity::low, 0.5, 60, 60}));
     EXPECT_TRUE(decode(exampleLine, example.t + 1).entries().empty());
 }
 
@@ -132,8 +132,8 @@ TEST(CauseLines, LoseABadLineWholeAndNoOther) {
              {"\"spotlight\"", "\"a later kind\""},
              {"\"low\"", "1"},
              {"60,\"mean", "60.01,\"mean"},
-             {"12.5", "0"},
-             {"12.5", "1e999"},
+             {"0.5", "0"},
+             {"0.5", "1e999"},
              {",\"max\":60}", "}"},
              {"\"name\":\"Safari\"", "\"name\":null"},
              {"[{", "[7,{"}}) {

@@ -51,6 +51,7 @@ TEST(UpgradeAdvisor, WantsADayOfMinutesOnTwoDays) {
     EXPECT_EQ(evaluate(std::vector<MinuteRecord>(2000), gigabyte, 0),
               UpgradeVerdict{NotEnoughData{33}});
     EXPECT_EQ(evaluate(quiet(1440, 1), gigabyte, 1), UpgradeVerdict{Healthy{24}});
+    EXPECT_EQ(evaluate(quiet(1440, 1440), gigabyte, 1), UpgradeVerdict{NotEnoughData{24}});
     const UpgradeVerdict none = evaluate({}, gigabyte, 1);
     EXPECT_EQ(none, UpgradeVerdict{NotEnoughData{0}});
     EXPECT_EQ(hoursMeasured(none), 0);
