@@ -45,9 +45,9 @@ asan-core: ## The same for what has no screens: Core, the hosts, and the long-li
 	@scripts/build.sh asan tests-core tests-host tests-live
 	@ctest --preset asan -j2 -L "core|host|live"
 
-tsan: ## The tests under the thread sanitizer
-	@scripts/build.sh tsan
-	@ctest --preset tsan -j2
+tsan: ## The same under the thread sanitizer
+	@scripts/build.sh tsan tests-core tests-host tests-live
+	@ctest --preset tsan -j2 -L "core|host|live"
 
 bench: ## Every benchmark
 	@scripts/build.sh release

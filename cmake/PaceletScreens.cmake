@@ -8,7 +8,7 @@ function(pacelet_qml_module target)
     foreach(file ${found})
       get_filename_component(name ${file} NAME)
       set_source_files_properties(${file} PROPERTIES QT_RESOURCE_ALIAS ${name})
-      string(REGEX REPLACE "[/.]" "_" cache ${file})
+      string(REGEX REPLACE "\\.qml$" "_qml" cache ${file})
       list(APPEND caches ${CMAKE_CURRENT_BINARY_DIR}/.rcc/qmlcache/${target}_${cache}.cpp)
     endforeach()
     list(APPEND files ${found})
@@ -16,8 +16,8 @@ function(pacelet_qml_module target)
     target_include_directories(${target} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}/${folder})
   endforeach()
   set_source_files_properties(Components/Theme.qml PROPERTIES QT_QML_SINGLETON_TYPE TRUE)
-  # Our warnings are for our own code, not for what is made from QML.
-  set_source_files_properties(${caches} PROPERTIES COMPILE_OPTIONS -w)
+  # What is made from QML is bytecode with one big header each: compiled in one piece.
+  set_source_files_properties(${caches} PROPERTIES UNITY_GROUP "${target}_qml")
   qt_add_qml_module(${target}
     URI Pacelet
     VERSION 1.0

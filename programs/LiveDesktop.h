@@ -16,6 +16,7 @@
 #include <optional>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace pacelet {
 
@@ -69,22 +70,33 @@ public:
 
     /// Before Qt connects to it. Where text is to be larger, all is drawn larger, so that nothing
     /// is cut: rows and buttons fit their texts.
-    void tellQt() const {
-        qputenv("QT_QPA_PLATFORM", display_.plugin.c_str());
+    void tellQt() {
+        tell("QT_QPA_PLATFORM", display_.plugin.c_str());
         if (display_.plugin.starts_with("wayland") &&
             qEnvironmentVariableIsEmpty("QT_SCALE_FACTOR")) {
-            qputenv("QT_SCALE_FACTOR", QByteArray::number(Linux::textScaleOfDesktop()));
+            tell("QT_SCALE_FACTOR", QByteArray::number(Linux::textScaleOfDesktop()));
         }
     }
 
-    /// Once Qt has.
-    void isConnected() { display_.connection.reset(); }
+    /// Once Qt has. Programs that we start later are not told what was meant for ours.
+    void isConnected() {
+        for (const auto& [name, before] : told_) {
+            before.isNull() ? qunsetenv(name) : qputenv(name, before);
+        }
+        display_.connection.reset();
+    }
 
 private:
     explicit LiveDesktop(Linux::ChosenDisplay display)
         : display_{std::move(display)} {}
 
+    void tell(const char* name, const QByteArray& value) {
+        told_.emplace_back(name, qgetenv(name));
+        qputenv(name, value);
+    }
+
     Linux::ChosenDisplay display_;
+    std::vector<std::pair<const char*, QByteArray>> told_; ///< what the environment said before
 };
 
 /// This machine, for a program with a window. To be made once there is a QCoreApplication.

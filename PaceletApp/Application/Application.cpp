@@ -118,8 +118,8 @@ void Application::openWindow() {
     connect(&mainScene_->window(), &QWindow::visibilityChanged, this, &Application::windowChanged);
     QQuickWindow& opened = mainScene_->window();
     opened.installEventFilter(this);
-    if (room_) {
-        opened.setProperty("room", QSizeF{room_()});
+    if (const QSize room = room_ ? room_() : QSize{}; room.isValid()) {
+        opened.setProperty("room", QSizeF{room});
         opened.setWindowStates(opened.property("takesScreen").toBool() ? Qt::WindowMaximized
                                                                        : Qt::WindowNoState);
     }

@@ -23,10 +23,13 @@ QAction::MenuRole roleOf(Command::Action action) {
         return QAction::ApplicationSpecificRole;
     case Command::Action::quit:
         return QAction::QuitRole;
-    default:
-        // Or Qt guesses one from the words.
-        return QAction::NoRole;
+    case Command::Action::checkNow:
+    case Command::Action::find:
+    case Command::Action::showScreen:
+    case Command::Action::closeWindow:
+        break;
     }
+    return QAction::NoRole; // or Qt guesses one from the words
 }
 
 } // namespace

@@ -10,6 +10,7 @@
 
 #include <QFile>
 #include <QIcon>
+#include <QQuickWindow>
 #include <QScreen>
 #include <QTimer>
 
@@ -61,7 +62,7 @@ int& prepared(int& argc) {
     checkThreads();
     // Nothing here needs a graphics card, and the light renderer keeps the program itself cheap.
     if (qEnvironmentVariableIsEmpty("QT_QUICK_BACKEND")) {
-        qputenv("QT_QUICK_BACKEND", "software");
+        QQuickWindow::setSceneGraphBackend(QStringLiteral("software"));
     }
     usualHandler = qInstallMessageHandler(endPlainly);
     return argc;
@@ -103,10 +104,12 @@ int Program::runUntilQuit(const Platform& platform, Scheduler& scheduler,
     }
     application.setRoom([] {
         const QScreen* const screen = QGuiApplication::primaryScreen();
-        const QSize room = screen != nullptr ? screen->availableSize() : QSize{};
+        if (screen == nullptr) {
+            return QSize{};
+        }
         // A Wayland compositor tells nobody what its panel takes.
-        constexpr QSize panel{0, 40};
-        return QGuiApplication::platformName().startsWith(u"wayland") ? room - panel : room;
+        const bool isWayland = QGuiApplication::platformName().startsWith(u"wayland");
+        return screen->availableSize() - QSize{0, isWayland ? 40 : 0};
     });
 #ifdef Q_OS_MACOS
     const ApplicationMenu menu{application, surroundings.showAbout};

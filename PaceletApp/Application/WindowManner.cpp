@@ -138,6 +138,7 @@ void bringForward(QWindow& window, const Activation& activation) {
         qputenv("XDG_ACTIVATION_TOKEN", activation.token);
     }
     show(window);
+    qunsetenv("XDG_ACTIVATION_TOKEN"); // nor does a program have it that we start
     if (isGiven) {
         if (const auto time = activation.time()) {
             activateAsOf(connection, window, *time);

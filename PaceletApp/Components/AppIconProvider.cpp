@@ -6,6 +6,8 @@
 #include <QUrl>
 
 #include <algorithm>
+#include <functional>
+#include <utility>
 
 namespace pacelet {
 
@@ -27,35 +29,48 @@ QImage decoded(const EncodedImage& icon, int side) {
     return reader.read();
 }
 
-class Response : public QQuickImageResponse, public QRunnable {
+QImage iconOf(Workspace& workspace, const std::string& path, int side) {
+    const auto icon = workspace.icon(path, side);
+    QImage image = icon ? decoded(*icon, side) : QImage{};
+    if (image.isNull()) {
+        // An error would be logged for each such application.
+        image = QImage{1, 1, QImage::Format_ARGB32_Premultiplied};
+        image.fill(Qt::transparent);
+    }
+    return image;
+}
+
+/// The work on the other thread, which its thread deletes afterwards.
+class Reading : public QObject, public QRunnable {
+    Q_OBJECT
+
 public:
-    Response(Workspace& workspace, std::string path, int side)
-        : workspace_{workspace},
-          path_{std::move(path)},
-          side_{side} {
-        setAutoDelete(false);
+    explicit Reading(std::function<QImage()> read)
+        : read_{std::move(read)} {}
+
+    void run() override { Q_EMIT done(read_()); }
+
+Q_SIGNALS:
+    void done(const QImage& image);
+
+private:
+    std::function<QImage()> read_;
+};
+
+/// Is deleted at any moment, and as soon as it is finished, on the thread that asked: so it is
+/// there that it finishes.
+class Response : public QQuickImageResponse {
+public:
+    void finish(const QImage& image) {
+        image_ = image;
+        Q_EMIT finished();
     }
 
     QQuickTextureFactory* textureFactory() const override {
         return QQuickTextureFactory::textureFactoryForImage(image_);
     }
 
-    void run() override {
-        if (const auto icon = workspace_.icon(path_, side_)) {
-            image_ = decoded(*icon, side_);
-        }
-        if (image_.isNull()) {
-            // An error would be logged for each such application.
-            image_ = QImage{1, 1, QImage::Format_ARGB32_Premultiplied};
-            image_.fill(Qt::transparent);
-        }
-        Q_EMIT finished();
-    }
-
 private:
-    Workspace& workspace_;
-    std::string path_;
-    int side_;
     QImage image_;
 };
 
@@ -69,10 +84,15 @@ AppIconProvider::AppIconProvider(Workspace& workspace)
 QQuickImageResponse* AppIconProvider::requestImageResponse(const QString& id,
                                                            const QSize& requestedSize) {
     const int wanted = std::max(requestedSize.width(), requestedSize.height());
-    auto* response = new Response{workspace_, QUrl::fromPercentEncoding(id.toUtf8()).toStdString(),
-                                  wanted > 0 ? wanted : defaultSide};
-    pool_.start(response);
+    auto* const reading = new Reading{
+        [this, path = QUrl::fromPercentEncoding(id.toUtf8()).toStdString(),
+         side = wanted > 0 ? wanted : defaultSide] { return iconOf(workspace_, path, side); }};
+    auto* const response = new Response;
+    QObject::connect(reading, &Reading::done, response, &Response::finish, Qt::QueuedConnection);
+    pool_.start(reading);
     return response;
 }
 
 } // namespace pacelet
+
+#include "AppIconProvider.moc"

@@ -102,7 +102,7 @@ int run(int argc, char** argv) {
     try {
         return takeAll(arguments) ? 0 : 1;
     } catch (const pacelet::Recorded::CaptureError& error) {
-        fmt::print(stderr, "pacelet-gallery: {} {}\n", arguments.scenario, error.what());
+        fmt::print(stderr, "pacelet-gallery: {} {}\n", arguments.capture, error.what());
         return 1;
     }
 }

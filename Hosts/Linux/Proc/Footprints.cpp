@@ -96,6 +96,8 @@ std::optional<std::int64_t> Footprints::of(std::int32_t pid) {
             if (sample) {
                 allowance_ += likelyCost - sample->cost;
                 found = keep(pid, *std::move(sample));
+            } else {
+                found = samples_.find(pid);
             }
         } else {
             wish(pid, now->total());

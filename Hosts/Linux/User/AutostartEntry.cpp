@@ -95,7 +95,8 @@ void AutostartEntry::renew() {
     std::string former = today;
     former.erase(former.rfind(trayOnly), trayOnly.size());
     if (!readFile(path_, mostBytes, text) && text == former) {
-        replaceFile(path_, today, Outlives::crash);
+        // Where it cannot be written, the entry opens the window as before.
+        static_cast<void>(replaceFile(path_, today, Outlives::crash));
     }
 }
 
