@@ -3,6 +3,7 @@
 #include "PaceletApp/Application/IdleMemory.h"
 #include "PaceletApp/Application/PanelPlace.h"
 #include "PaceletApp/Application/WindowManner.h"
+#include "PaceletApp/Components/AppIconProvider.h"
 #include "PaceletApp/MenuBarView/MenuBarModel.h"
 #include "PaceletApp/SettingsView/SettingsModel.h"
 #include "PaceletApp/Websites.h"
@@ -39,7 +40,7 @@ Application::Application(const Platform& platform, Scheduler& scheduler,
       speedTester_{platform, scheduler},
       engine_{std::move(engine)} {
     if (engine_) {
-        addIcons(*engine_, platform_.workspace);
+        AppIconProvider::install(*engine_, platform_.workspace);
     }
     connect(&preferences_, &AppPreferences::showMenuBarChanged, this, &Application::showTray);
 }
@@ -69,7 +70,7 @@ void Application::showTray() {
 QQmlEngine& Application::engine() {
     if (!engine_) {
         engine_ = makeEngine();
-        addIcons(*engine_, platform_.workspace);
+        AppIconProvider::install(*engine_, platform_.workspace);
         pacelet::setWishes(*engine_, wishes_);
     }
     return *engine_;

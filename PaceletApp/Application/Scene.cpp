@@ -2,7 +2,6 @@
 
 #include "Core/Platform/Workspace.h"
 #include "Core/Support/Precondition.h"
-#include "PaceletApp/Components/AppIconProvider.h"
 #include "PaceletApp/Components/ScreenModule.h"
 
 #include <QQmlComponent>
@@ -51,10 +50,6 @@ void readAhead(QQmlEngine& engine) {
         // What was read stays with the engine.
         QObject::connect(reading, &QQmlComponent::statusChanged, reading, &QObject::deleteLater);
     }
-}
-
-void addIcons(QQmlEngine& engine, Workspace& workspace) {
-    engine.addImageProvider(QStringLiteral("appicon"), new AppIconProvider{workspace});
 }
 
 void setWishes(QQmlEngine& engine, const DesktopWishes& wishes) {

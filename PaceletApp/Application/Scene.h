@@ -12,8 +12,6 @@
 
 namespace pacelet {
 
-class Workspace;
-
 /// A window of QML with the model that it binds to. Both live while it is open, and no longer.
 class Scene {
 public:
@@ -36,9 +34,6 @@ std::unique_ptr<QQmlEngine> makeEngine();
 /// Begins to read the files of the main window and of its first screen, and what they import, on
 /// the engine's own thread.
 void readAhead(QQmlEngine& engine);
-
-/// Has the engine know the icons of applications. `workspace` outlives it.
-void addIcons(QQmlEngine& engine, Workspace& workspace);
 
 /// Has all that is shown look as the desktop asks.
 void setWishes(QQmlEngine& engine, const DesktopWishes& wishes);

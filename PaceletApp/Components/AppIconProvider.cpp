@@ -2,14 +2,29 @@
 
 #include <QBuffer>
 #include <QImageReader>
+#include <QQmlEngine>
 #include <QRunnable>
 #include <QUrl>
 
 #include <algorithm>
 #include <functional>
+#include <mutex>
+#include <optional>
+#include <string>
 #include <utility>
 
 namespace pacelet {
+
+/// Where icons come from, for as long as they do.
+struct AppIconProvider::Source {
+    std::mutex mutex;
+    Workspace* workspace; ///< null when it is not to be asked any more
+
+    std::optional<EncodedImage> icon(const std::string& path, int side) {
+        const std::lock_guard lock{mutex};
+        return workspace != nullptr ? workspace->icon(path, side) : std::nullopt;
+    }
+};
 
 namespace {
 
@@ -29,8 +44,8 @@ QImage decoded(const EncodedImage& icon, int side) {
     return reader.read();
 }
 
-QImage iconOf(Workspace& workspace, const std::string& path, int side) {
-    const auto icon = workspace.icon(path, side);
+QImage iconOf(AppIconProvider::Source& source, const std::string& path, int side) {
+    const auto icon = source.icon(path, side);
     QImage image = icon ? decoded(*icon, side) : QImage{};
     if (image.isNull()) {
         // An error would be logged for each such application.
@@ -76,8 +91,18 @@ private:
 
 } // namespace
 
-AppIconProvider::AppIconProvider(Workspace& workspace)
-    : workspace_{workspace} {
+void AppIconProvider::install(QQmlEngine& engine, Workspace& workspace) {
+    const auto source = std::make_shared<Source>();
+    source->workspace = &workspace;
+    engine.addImageProvider(QStringLiteral("appicon"), new AppIconProvider{source});
+    QObject::connect(&engine, &QObject::destroyed, [source] {
+        const std::lock_guard lock{source->mutex};
+        source->workspace = nullptr;
+    });
+}
+
+AppIconProvider::AppIconProvider(std::shared_ptr<Source> source)
+    : source_{std::move(source)} {
     pool_.setMaxThreadCount(1);
 }
 
@@ -85,8 +110,8 @@ QQuickImageResponse* AppIconProvider::requestImageResponse(const QString& id,
                                                            const QSize& requestedSize) {
     const int wanted = std::max(requestedSize.width(), requestedSize.height());
     auto* const reading = new Reading{
-        [this, path = QUrl::fromPercentEncoding(id.toUtf8()).toStdString(),
-         side = wanted > 0 ? wanted : defaultSide] { return iconOf(workspace_, path, side); }};
+        [source = source_, path = QUrl::fromPercentEncoding(id.toUtf8()).toStdString(),
+         side = wanted > 0 ? wanted : defaultSide] { return iconOf(*source, path, side); }};
     auto* const response = new Response;
     QObject::connect(reading, &Reading::done, response, &Response::finish, Qt::QueuedConnection);
     pool_.start(reading);

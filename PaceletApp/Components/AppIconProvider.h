@@ -5,6 +5,10 @@
 #include <QQuickAsyncImageProvider>
 #include <QThreadPool>
 
+#include <memory>
+
+class QQmlEngine;
+
 namespace pacelet {
 
 /// Serves "image://appicon/PATH", PATH percent-encoded: the icon of the application at that path,
@@ -12,14 +16,19 @@ namespace pacelet {
 /// icon it is a picture of one pixel.
 class AppIconProvider : public QQuickAsyncImageProvider {
 public:
-    /// `workspace` outlives the engine that owns the provider.
-    explicit AppIconProvider(Workspace& workspace);
+    /// Has `engine` know the icons. `workspace` outlives the engine, and is not asked any more once
+    /// that goes: Qt may keep a provider, and ask it, for a while longer.
+    static void install(QQmlEngine& engine, Workspace& workspace);
 
     QQuickImageResponse* requestImageResponse(const QString& id,
                                               const QSize& requestedSize) override;
 
+    struct Source;
+
 private:
-    Workspace& workspace_;
+    explicit AppIconProvider(std::shared_ptr<Source> source);
+
+    std::shared_ptr<Source> source_;
     QThreadPool pool_;
 };
 

@@ -128,7 +128,7 @@ TEST(ProcessIcon, showsTheIconOrElseATileAndAsksForNothingItDoesNotNeed) {
         const auto& [path, hasIcon, asked] = each;
         IconsOnly workspace;
         Stage stage{"Loader { objectName: \"loader\"; sourceComponent: ProcessIcon {} }"};
-        stage.engine().addImageProvider(QStringLiteral("appicon"), new AppIconProvider{workspace});
+        AppIconProvider::install(stage.engine(), workspace);
         QObject* icon = stage.property("loader", "item").value<QObject*>();
         icon->setProperty("appPath", QString::fromUtf8(path));
         const auto isAsExpected = [&, expected = hasIcon] {
