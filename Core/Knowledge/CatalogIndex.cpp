@@ -56,8 +56,7 @@ CatalogIndex::CatalogIndex(std::span<const CatalogEntry> entries) {
     std::ranges::sort(names_);
     std::ranges::sort(prefixes_);
     std::ranges::sort(prefixSizes_);
-    const auto doubles = std::ranges::unique(prefixSizes_);
-    prefixSizes_.erase(doubles.begin(), doubles.end());
+    prefixSizes_.erase(std::unique(prefixSizes_.begin(), prefixSizes_.end()), prefixSizes_.end());
 }
 
 const CatalogEntry* CatalogIndex::withName(std::span<const CatalogEntry> entries,
