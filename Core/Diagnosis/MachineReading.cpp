@@ -21,8 +21,9 @@ void addFacts(std::vector<ProcessGroup>& groups, ProgramKnowledge& knowledge) {
         questions.push_back({primary.pid, primary.path});
     }
     auto answers = knowledge.about(questions);
-    for (std::size_t place = 0; place < groups.size(); ++place) {
-        groups[place].facts = std::move(answers[place]);
+    auto answer = answers.begin();
+    for (ProcessGroup& group : groups) {
+        group.facts = std::move(*answer++);
     }
 }
 

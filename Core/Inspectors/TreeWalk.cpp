@@ -37,7 +37,7 @@ struct Level {
 
     std::string takePending() {
         const std::size_t begin = pending.rfind('\0', pending.size() - 2) + 1;
-        std::string name = pending.substr(begin, pending.size() - begin - 1);
+        std::string name = pending.c_str() + begin;
         pending.resize(begin);
         return name;
     }
@@ -119,8 +119,7 @@ private:
             return;
         }
         struct stat facts {};
-        if ((entry.d_type != DT_REG && entry.d_type != DT_UNKNOWN) ||
-            ::fstatat(folder, entry.d_name, &facts, AT_SYMLINK_NOFOLLOW) != 0) {
+        if (::fstatat(folder, entry.d_name, &facts, AT_SYMLINK_NOFOLLOW) != 0) {
             return;
         }
         if (S_ISDIR(facts.st_mode)) {

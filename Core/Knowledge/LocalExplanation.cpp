@@ -45,7 +45,7 @@ bool beginsPlainly(std::string_view text, Names names) {
 std::string_view withoutName(std::string_view text, Names names) {
     for (const std::string_view name : names) {
         for (const std::string_view dash : {" - ", " -- ", ": "}) {
-            if (!name.empty() && text.size() > name.size() + dash.size() &&
+            if (!name.empty() &&
                 asciiLowercased(text.substr(0, name.size())) == asciiLowercased(name) &&
                 text.substr(name.size()).starts_with(dash)) {
                 return text.substr(name.size() + dash.size());

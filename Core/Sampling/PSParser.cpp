@@ -47,15 +47,14 @@ public:
         : at_{line.data()},
           end_{line.data() + line.size()} {}
 
-    /// Digits and a blank, at most nine of them so that they fit any integer.
+    /// Digits and a blank, few enough of them that they fit any integer.
     template<typename Integer>
     bool integer(Integer& value) {
-        constexpr int mostDigits = 9;
         skipBlanks();
         std::int64_t digits = 0;
         const int count = readDigits(digits);
         value = static_cast<Integer>(digits);
-        return count > 0 && count <= mostDigits && isAtBlank();
+        return count > 0 && isAtBlank();
     }
 
     /// Digits, a point, two digits at the most and a blank: exact as one division.

@@ -36,7 +36,7 @@ constexpr std::array<std::string_view, 7> keys{"kind",    "severity", "id", "nam
 /// The place of `key` among the keys, which is most often the likely one; their number when it is
 /// none of them.
 std::size_t placeOf(std::string_view key, std::size_t likely) {
-    if (likely < keys.size() && keys[likely] == key) {
+    if (keys[likely] == key) {
         return likely;
     }
     return static_cast<std::size_t>(std::ranges::find(keys, key) - keys.begin());
@@ -76,7 +76,7 @@ bool decodeNotes(const simdjson::dom::array& list, std::vector<ReadNote>& notes)
         unsigned met = 0;
         std::size_t likely = 0;
         for (const simdjson::dom::key_value_pair member : members) {
-            const std::size_t place = placeOf(member.key, likely++);
+            const std::size_t place = placeOf(member.key, likely++ % keys.size());
             if (!decodeValue(member.value, place, note)) {
                 return false;
             }

@@ -59,8 +59,7 @@ std::vector<Tally> tally(const std::vector<MinuteRecord>& records, std::int64_t 
 std::vector<UsageBucket> bucket(const std::vector<MinuteRecord>& records, std::int64_t minutes) {
     precondition(minutes >= 1, "a bucket must hold a minute at least");
     std::vector<Tally> tallies = tally(records, minutes);
-    std::sort(tallies.begin(), tallies.end(),
-              [](const Tally& left, const Tally& right) { return left.key < right.key; });
+    std::ranges::sort(tallies, {}, &Tally::key);
     std::vector<UsageBucket> buckets;
     buckets.reserve(tallies.size());
     for (const Tally& each : tallies) {

@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -31,11 +32,13 @@ public:
     bool forceTerminate() override { return ++forceTerminateCalls > 0; }
 };
 
-/// A desktop of applications that a test launches, on which nothing opens.
+/// A desktop of applications that a test launches, on which no address opens.
 class FakeWorkspace : public Workspace {
 public:
     std::vector<std::shared_ptr<FakeApplication>> applications;
     bool restartAsks = true;
+    std::set<std::string> installed; ///< identifiers
+    std::string opened;              ///< the last address or path
 
     /// Adds a running copy of the bundle, with its main executable in the usual place.
     FakeApplication& launch(const std::string& bundle, const std::string& name) {
@@ -50,9 +53,11 @@ public:
     }
     bool isRunning(const std::string&) override { return false; }
     bool asksBeforeRestart() override { return restartAsks; }
-    bool openURL(const std::string&) override { return false; }
-    std::optional<std::string> applicationPath(const std::string&) override { return {}; }
-    void openApplication(const std::string&) override {}
+    bool openURL(const std::string& url) override { return (opened = url).empty(); }
+    std::optional<std::string> applicationPath(const std::string& identifier) override {
+        return installed.contains(identifier) ? std::optional{"/" + identifier} : std::nullopt;
+    }
+    void openApplication(const std::string& path) override { opened = path; }
     std::optional<EncodedImage> icon(const std::string&, int) override { return {}; }
     ObserverHandle observeSleep(std::function<void()>, std::function<void()>) override {
         return {};

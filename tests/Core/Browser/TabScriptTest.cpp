@@ -47,6 +47,7 @@ TEST(TabScript, WritesTheScriptsToTheLetter) {
     EXPECT_EQ(merge({"12", {R"(https://a.example/?q="x"&p=\)", "2024"}, {"13", ""}, "Work"},
                     ChromiumBrowser::brave),
               fixture("merge"));
+    EXPECT_EQ(literal("9081", false), "9081");
     EXPECT_EQ(openMemorySaver(ChromiumBrowser::edge), fixture("openMemorySaver"));
     EXPECT_EQ(merge({"1", {}, {}, {}}, ChromiumBrowser::edge),
               "tell application id \"com.microsoft.edgemac\"\nend tell");

@@ -118,7 +118,7 @@ TEST(Diagnosis, SaysWhatItFound) {
          }},
         {"memory that nobody eats",
          [&](auto& m) {
-             m.press(Pressure::critical, {app("Tint2", 1, 4'900'000)});
+             m.press(Pressure::critical, {app("Tint2", 1, 16 * GiB / 10 - 1)});
              m.leave(GiB);
          }},
         {"indexing", [](auto& m) { m.index({}); }},
@@ -194,6 +194,12 @@ TEST(Diagnosis, FiresFromItsThresholdsOnAndRanks) {
              m.stuckApp = "X";
          },
          "heat stuckApp"},
+        {"high, and both of no weight",
+         [](auto& m) {
+             m.signals.thermal = Thermal::hot;
+             m.stuckApp = "X";
+         },
+         "stuckApp heat"},
         {"by severity, then in the order of the rules",
          [](auto& m) {
              m.stuckApp = "X";

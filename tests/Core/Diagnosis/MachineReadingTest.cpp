@@ -12,6 +12,18 @@
 namespace pacelet {
 namespace {
 
+/// Tells of each program the path that it was asked for.
+struct EchoingKnowledge : ProgramKnowledge {
+    std::vector<std::shared_ptr<const ProgramFacts>>
+    about(std::span<const ProgramQuestion> questions) override {
+        std::vector<std::shared_ptr<const ProgramFacts>> answers;
+        for (const ProgramQuestion& each : questions) {
+            answers.push_back(std::make_shared<ProgramFacts>(ProgramFacts{.unit = each.path}));
+        }
+        return answers;
+    }
+};
+
 class MachineReadings : public ::testing::Test {
 protected:
     MachineReading read(const std::string& file, const std::optional<Snapshot>& previous = {},
@@ -20,11 +32,12 @@ protected:
         const std::string table{std::istreambuf_iterator<char>{stream}, {}};
         testing::FakeToolRunner tools;
         tools.answer = [&](const auto&) { return Shell::Output{0, table, ""}; };
-        return readMachine(tools, kernel, clock, previous, catalog, explaining);
+        return readMachine(tools, kernel, clock, previous, catalog, explaining, &knowledge);
     }
 
     testing::FakeKernel kernel;
     testing::FakeClock clock;
+    EchoingKnowledge knowledge;
     const ProcessCatalog catalog{CatalogFile::read(PACELET_RESOURCES "/processes.json")};
 };
 
@@ -35,6 +48,9 @@ TEST_F(MachineReadings, MeasureAgainstTheSnapshotBeforeAndExplainWhenAsked) {
     EXPECT_EQ(first.explanations.at("/Applications/Safari.app").verdict, Verdict::safe);
     EXPECT_GT(first.signals.cpuLoadPercent, 15);
     EXPECT_EQ(first.memory.total, kernel.memory);
+    for (const ProcessGroup& group : first.groups) {
+        EXPECT_EQ(group.facts->unit, group.primary().path);
+    }
 
     clock.wall += Seconds{3};
     const MachineReading second = read("mac-indexing-3s-later.txt", first.snapshot);

@@ -123,6 +123,17 @@ TEST_F(FixRunnerTest, AsksTheGateForAllBeforeItTouchesOne) {
     EXPECT_EQ(app.terminateCalls, 1);
 }
 
+TEST_F(FixRunnerTest, OpensTheBestThatIsInstalled) {
+    const FixRunner opener{workspace, tools, me, {"first.tool", "second.tool"}};
+    opener.openTidyvault("https://a.example/");
+    EXPECT_EQ(workspace.opened, "https://a.example/?ref=pacelet");
+    for (const std::string better : {"second.tool", "first.tool", "app.tidyvault.Tidyvault"}) {
+        workspace.installed.insert(better);
+        opener.openTidyvault("https://a.example/");
+        EXPECT_EQ(workspace.opened, "/" + better);
+    }
+}
+
 TEST_F(FixRunnerTest, RunsTheSystemsScripts) {
     tools.answer = [](const testing::FakeToolRunner::Call&) {
         return Shell::Output{1, "", "error: User canceled. (-128)\n"};

@@ -155,8 +155,15 @@ TEST(PropertyListLimits, KeepHostileFilesFromTheDecoder) {
           "<array ><string a=\"</array>\"/>"}) {
         EXPECT_FALSE(allow(nested(open, 10'000))) << open;
     }
-    EXPECT_FALSE(allow(xml("<string>" + repeated("&amp;", 200'000) + "</string>")));
-    EXPECT_FALSE(allow(std::string((std::size_t{2} << 20) + 1, ' ')));
+    std::string largest = xml("<dict/>");
+    largest.resize(std::size_t{2} << 20, ' ');
+    EXPECT_TRUE(allow(largest));
+    EXPECT_FALSE(allow(largest + ' '));
+    std::string entities = xml("<array/>" + std::string(1 << 15, '&'));
+    entities.resize(1 << 16, ' ');
+    EXPECT_TRUE(allow(entities));
+    entities.back() = '&';
+    EXPECT_FALSE(allow(entities)) << "one of them times 64 KB more";
 
     std::vector<std::string> chain{dictionary(1, 2), "\x51k"};
     std::vector<std::string> doubling = chain;
@@ -176,16 +183,36 @@ TEST(PropertyListLimits, KeepHostileFilesFromTheDecoder) {
         EXPECT_FALSE(allow(odd)) << "numbers are of 1 to 8 bytes";
     }
 
-    std::string longText = "\x5F\x12";
-    appendNumber(longText, 1 << 20, 4);
-    longText.append(1 << 20, 'x');
-    std::string manyTimes = "\xAF\x11";
-    appendNumber(manyTimes, 1000, 2);
-    for (int item = 0; item < 1000; ++item) {
-        appendNumber(manyTimes, 1, 2);
+    const auto times = [](std::size_t count) {
+        std::string array = "\xAF\x12";
+        appendNumber(array, count, 4);
+        for (std::size_t item = 0; item < count; ++item) {
+            appendNumber(array, 1, 2);
+        }
+        return array;
+    };
+    for (const auto& [text, units] : {std::pair{"\x5F\x12", 1 << 20}, {"\x6F\x12", 1 << 18}}) {
+        std::string megabyte = text;
+        appendNumber(megabyte, units, 4);
+        megabyte.append(units, 'x');
+        EXPECT_TRUE(allow(assemble({times(16), megabyte})));
+        EXPECT_FALSE(allow(assemble({times(17), megabyte}))) << "17 megabytes out of one";
     }
-    EXPECT_TRUE(allow(assemble({longText})));
-    EXPECT_FALSE(allow(assemble({manyTimes, longText}))) << "a gigabyte out of one megabyte";
+    constexpr std::size_t nodes = PropertyListLimits::mostNodes;
+    EXPECT_TRUE(allow(assemble({times(nodes - 1), "\x09"})));
+    EXPECT_FALSE(allow(assemble({times(nodes), "\x09"})));
+
+    // What is the list stands anywhere, and its containers may reach up to the table of offsets.
+    std::string backwards = assemble({"\x09", arrayOfTwo(0)});
+    backwards[backwards.size() - 9] = 1;
+    EXPECT_TRUE(allow(backwards));
+    using namespace std::string_literals;
+    for (const std::string& empty : {"\x5F\x10\0"s, "\x5F\x13\0\0\0\0\0\0\0\0"s}) {
+        EXPECT_TRUE(allow(assemble({empty})));
+    }
+    for (const std::string& odd : {"\x5F"s, "\x5F\x11\0"s, "\x5F\x14" + std::string(40, '\0')}) {
+        EXPECT_FALSE(allow(assemble({odd}))) << "a length of 1 to 8 bytes, and all of them there";
+    }
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -62,18 +63,20 @@ TEST(SpotlightAdvisor, PassesOverUnreadableFolders) {
     std::filesystem::permissions(folder.path() / "closed", std::filesystem::perms::owner_all);
 }
 
-/// Makes folders with long names one in another, each with a file and with a folder on either side
-/// of the next. Answers the number of files.
+/// Makes folders with long names one in another, each with a file, and with a folder that has a
+/// file on either side of the next. Answers the number of files.
 int makeDeepTree(const std::filesystem::path& root, int depth) {
     const std::string next(100, 'd');
     int at = ::open(root.c_str(), O_RDONLY | O_DIRECTORY);
     int files = 0;
     for (int level = 0; level < depth; ++level) {
-        const int file = ::openat(at, "f", O_WRONLY | O_CREAT, 0600);
-        files += ::write(file, "x", 1) == 1 ? 1 : 0;
-        ::close(file);
         for (const std::string& name : {std::string{"c"}, next, std::string{"e"}}) {
             ::mkdirat(at, name.c_str(), 0700);
+        }
+        for (const char* name : {"f", "c/f", "e/f"}) {
+            const int file = ::openat(at, name, O_WRONLY | O_CREAT, 0600);
+            files += ::write(file, "x", 1) == 1 ? 1 : 0;
+            ::close(file);
         }
         const int below = ::openat(at, next.c_str(), O_RDONLY | O_DIRECTORY);
         ::close(at);
@@ -88,8 +91,13 @@ TEST(SpotlightAdvisor, WalksDeeperThanPathsAreLong) {
     const auto shallow = folder.write("f", "x");
     const std::int64_t each = blocksOf(shallow);
     const int files = makeDeepTree(folder.path(), 120);
-    ASSERT_EQ(files, 120);
-    EXPECT_EQ(allocatedSize(folder.path()), files * each);
+    ASSERT_EQ(files, 360);
+    rlimit usual{};
+    ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &usual), 0);
+    const rlimit few{64, usual.rlim_max};
+    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &few), 0);
+    EXPECT_EQ(allocatedSize(folder.path()), files * each) << "not all of them open at once";
+    ::setrlimit(RLIMIT_NOFILE, &usual);
 }
 
 TEST(SpotlightAdvisor, StopsWhenAsked) {

@@ -61,6 +61,11 @@ TEST(WindowCensus, SkipsWhatIsNoNormalWindow) {
     for (const auto& [about, each] : counted) {
         EXPECT_THAT(WindowCensus::count({each}), ElementsAre(WindowCount{"A", 1, 1})) << about;
     }
+    for (const std::int64_t pid : {std::int64_t{INT32_MIN}, std::int64_t{INT32_MAX}}) {
+        for (const WindowValue& value : {WindowValue{pid}, WindowValue{static_cast<double>(pid)}}) {
+            EXPECT_EQ(WindowCensus::count({with("kCGWindowOwnerPID", value)}).size(), 1U) << pid;
+        }
+    }
 }
 
 struct FakeDisplay {

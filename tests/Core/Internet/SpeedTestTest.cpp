@@ -58,6 +58,7 @@ TEST(SpeedTest, RunsTheToolOnce) {
     } catch (const SpeedTestError& error) {
         EXPECT_EQ(error, SpeedTestError::failed("No connection."));
         EXPECT_NE(error, SpeedTestError::unreadable());
+        EXPECT_STREQ(error.what(), "the speed test failed: No connection.");
     }
     tools.failToLaunch();
     EXPECT_THROW(SpeedTest::run(tools, clock), LaunchError);

@@ -50,6 +50,22 @@ TEST(LocalExplanation, TellsWhatTheMachineKnowsAndFromWhere) {
         EXPECT_EQ(found.fixes, isApp ? std::vector{FixID::quitApp} : std::vector<FixID>{});
         EXPECT_TRUE(found.isFallback);
     }
+    const ProgramFacts helper{.manualLine = "helps"};
+    EXPECT_EQ(LocalExplanation::make(helper, "x", "Tower")->verdict, Verdict::review);
+    const ProgramFacts alone{.role = ProgramRole::application, .manualLine = "helps"};
+    EXPECT_EQ(LocalExplanation::make(alone, "x", {})->verdict, Verdict::review) << "what to quit?";
+}
+
+TEST(ProcessCatalog, BelievesItsEntriesBeforeWhatAnItemSaysOfItself) {
+    const ProcessCatalog catalog{{{"id", {{}, {"/opt/known"}, {"com.known"}}, "Known"}}};
+    BackgroundItem item{.label = "com.known.agent", .facts = ProgramFacts{.entryKind = "Test"}};
+    EXPECT_EQ(catalog.explain(item).title, "Known");
+    item.label = "other.service";
+    EXPECT_EQ(catalog.explain(item).title, "Test");
+    item.program = "/opt/known";
+    EXPECT_EQ(catalog.explain(item).title, "Known");
+    item.facts.reset();
+    EXPECT_EQ(catalog.explain(item).title, "Unknown developer");
 }
 
 TEST(ProcessCatalog, KeepsTheNamesOfOtherSystemsApart) {

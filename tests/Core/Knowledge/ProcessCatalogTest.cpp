@@ -1,8 +1,10 @@
 #include "Core/Knowledge/ProcessCatalog.h"
+#include "Core/Platform/HostAbilities.h"
 #include "tests/Support/Processes.h"
 #include "tests/Support/Table.h"
 
 #include <gtest/gtest.h>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -64,6 +66,22 @@ TEST(FixID, SpeaksOfTheGroup) {
     EXPECT_EQ(title(FixID::quitApp, &tower), "Quit Tower");
     EXPECT_EQ(title(FixID::quitApp, nullptr), "Quit app");
     EXPECT_EQ(title(FixID::restartMac, &tower), "Restart…");
+}
+
+TEST(FixID, IsOfferedUnlessTheMachineLacksJustIt) {
+    using enum FixID;
+    const HostAbilities noIndex{.missingPanes = {SettingsPane::battery}, .rebuildsIndex = false};
+    const std::pair<HostAbilities, std::set<FixID>> cases[] = {
+        {{}, {}},
+        {noIndex, {openBatterySettings, rebuildSpotlightIndex}},
+        {{.freesSpace = false}, {openTidyvault}},
+        {{.reviewsTabs = false}, {reviewTabs}},
+        {{.restarts = false}, {restartMac}}};
+    for (const auto& [abilities, missing] : cases) {
+        for (FixID fix = explain; fix <= restartMac; fix = FixID{static_cast<int>(fix) + 1}) {
+            EXPECT_NE(offered(fix, abilities).has_value(), missing.contains(fix)) << rawValue(fix);
+        }
+    }
 }
 
 } // namespace

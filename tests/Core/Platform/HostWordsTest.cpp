@@ -21,7 +21,7 @@ TEST(HostWords, AreTrueOfTheMachine) {
         {"Shared by all Macs, and your Mac's own",
          "Shared by all computers, and your computer's own"},
         {"Mac", "computer"},
-        {"Macaulay runs MacDown, iMac and Mac_OS on a MacBook", ""},
+        {"Macaulay runs MacDown, iMac and Mac_OS on a MacBook. Macz MacA MacZ Mac0 Mac9", ""},
         {"L\u00e9Mac\u00e9 my_kernel_task holds back", ""},
         {"", ""},
     };

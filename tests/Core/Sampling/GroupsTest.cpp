@@ -37,7 +37,7 @@ TEST(AppGrouper, FoldsHelpersIntoTheirApplication) {
     const auto groups = AppGrouper::group(
         {usage(1, app + "/Contents/Frameworks/Helper.app/Contents/MacOS/Helper", 30, 100),
          usage(2, "/usr/sbin/cupsd", 5, 7), usage(3, app + "/Contents/MacOS/Main", 1, 50),
-         usage(4, "/usr/sbin/cupsd", 5, 8)},
+         usage(4, "/usr/sbin/cupsd", 5, 8), usage(2, "/usr/sbin/again", 0, 0)},
         me);
     ASSERT_EQ(groups.size(), 3U);
     EXPECT_EQ(groups[0].id, app);

@@ -1,4 +1,5 @@
 #include "Core/Support/Text.h"
+#include "Core/Support/JsonDocument.h"
 #include "Core/Support/JsonWriter.h"
 #include "tests/Support/Table.h"
 
@@ -54,6 +55,16 @@ TEST(Text, SplitsAndTrims) {
 TEST(Text, DecodesFiles) {
     for (const auto& [bytes, text] : testing::rows<2>("Support", "decoded files")) {
         EXPECT_EQ(decodedText(bytes), text);
+    }
+}
+
+TEST(Text, MakesTextsPlainAndNumbersFit) {
+    for (const auto& [text, plain] : testing::rows<2>("Support", "texts for a terminal")) {
+        EXPECT_EQ(plainText(text), plain);
+    }
+    EXPECT_EQ(plainText(std::string_view{"\xC2\x80", 1}), "\xC2");
+    for (const auto& [json, fitting] : testing::rows<2>("Support", "numbers that fit a parser")) {
+        EXPECT_EQ(fittedNumbers(json), fitting);
     }
 }
 

@@ -44,6 +44,10 @@ TEST(CauseWatch, CountsTheTimeSinceTheLookBefore) {
     // The clock was set back.
     watch.add(Causes{found(safari, 90)}, at(200));
     EXPECT_TRUE(watch.add({}, at(260)).empty()) << "a quiet minute is none to note";
+    CauseWatch brief;
+    brief.add({}, at(59.996));
+    EXPECT_THAT(brief.add(Causes{found(safari, 90)}, at(60.2)),
+                ElementsAre(CauseMinute{day, {{safari, Severity::low, 0.01, 90, 90}}}));
 }
 
 TEST(CauseWatch, RemembersTheLatestSpellForAnHour) {
@@ -118,6 +122,12 @@ TEST(CauseLines, ReadBackWhatTheyWrote) {
     EXPECT_EQ(journal.entries()[3],
               (CauseJournal::Entry{example.t, 1, Severity::low, 0.5, 60, 60}));
     EXPECT_TRUE(decode(exampleLine, example.t + 1).entries().empty());
+    const CauseJournal turned =
+        decode(R"({"causes":[{"max":1,"later":[],"mean":2,"seconds":3,"name":"n","id":"i",)"
+               R"("severity":"low","kind":"cpuHog","more":7}],"t":29545920})");
+    EXPECT_THAT(turned.causes(), ElementsAre(Cause{FindingKind::cpuHog, "i", "n"}));
+    EXPECT_THAT(turned.entries(),
+                ElementsAre(CauseJournal::Entry{29545920, 0, Severity::low, 3, 2, 1}));
 }
 
 TEST(CauseLines, LoseABadLineWholeAndNoOther) {
@@ -176,19 +186,20 @@ TEST(CauseJournal, SumsUpAStretchLongestFirst) {
     for (const std::int64_t t : {9, 10, 16, 22, 29, 30, 40}) {
         note(safari, t, 30);
     }
+    EXPECT_EQ(journal.placeOf(safari.kind, "/another", safari.name), 1U);
     note(spotlight, 39, 60);
     note(spotlight, 11, 60);
     note(spotlight, 12, 60);
     journal.sort();
     EXPECT_THAT(journal.summary(10, 40),
-                ElementsAre(CauseSummary{1, Severity::low, Seconds{180}, 2, 39, 39},
+                ElementsAre(CauseSummary{2, Severity::low, Seconds{180}, 2, 39, 39},
                             CauseSummary{0, Severity::low, Seconds{150}, 2, 30, 30}))
         << "five minutes away is no end, six are";
     EXPECT_TRUE(journal.summary(41, 99).empty());
     const auto shares = journal.shares(10, 40, 3);
-    EXPECT_THAT(shares[1], ElementsAre(0.2F, 0, 0.1F));
+    EXPECT_THAT(shares[2], ElementsAre(0.2F, 0, 0.1F));
     EXPECT_THAT(shares[0], ElementsAre(0.1F, 0.1F, 0.05F));
-    EXPECT_THAT(journal.shares(11, 14, 2)[1], ElementsAre(1, 0)) << "two minutes, and one";
+    EXPECT_THAT(journal.shares(11, 14, 2)[2], ElementsAre(1, 0)) << "two minutes, and one";
 }
 
 TEST(CauseTexts, TellHowLongAndHowOften) {

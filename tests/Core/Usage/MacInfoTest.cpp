@@ -49,6 +49,12 @@ TEST(MacInfo, FallsBackToTheKernel) {
     kernel.set("hw.model", std::array<char, 64>{'M'});
     kernel.set("hw.optional.arm64", std::int32_t{2});
     EXPECT_EQ(MacInfo::read(tools, kernel), (MacInfo{"M", "Intel", installed, false}));
+    for (const auto& [system, isMac] : {std::pair{'D', false}, {'\0', true}}) {
+        kernel.set("kern.ostype", std::array<char, 2>{system});
+        EXPECT_EQ(MacInfo::read(tools, kernel).isMac, isMac);
+    }
+    kernel.set("kern.ostype", std::array<char, 7>{'D', 'a', 'r', 'w', 'i', 'n', '\0'});
+    EXPECT_TRUE(MacInfo::read(tools, kernel).isMac);
     kernel.set("hw.model", std::array<char, 65>{'M'});
     EXPECT_EQ(MacInfo::read(tools, kernel).name, "");
 

@@ -90,6 +90,7 @@ TEST(UsageBuckets, AveragesHoursAndDaysInAnyOrderOfRecords) {
         std::shuffle(records.begin(), records.end(), random);
     }
     EXPECT_TRUE(UsageBuckets::bucket({}, 60).empty());
+    EXPECT_THAT(UsageBuckets::bucket({record(7, 5)}, 1), ElementsAre(bucket(7, 5, 0, 0, 1)));
 }
 
 TEST(UsageBuckets, SharesPressureTakesTheHighestSwapAndLeavesGaps) {

@@ -37,15 +37,10 @@ TEST_F(FixActionsTest, OpensTheSettingsAndAsksNothing) {
     EXPECT_EQ(router.screen(), Screen::overview);
 }
 
-TEST_F(FixActionsTest, OpensTheSiblingOrItsWebsite) {
+TEST_F(FixActionsTest, OpensTheSiblingsWebsite) {
     perform(FixID::openTidyvault);
     EXPECT_THAT(mac.machine.lock()->records.openedURLs,
                 ElementsAre("https://tidyvault.example/?ref=pacelet"));
-    const std::string path = "/Applications/Tidyvault.app";
-    mac.machine.lock()->installed.push_back({"Tidyvault", "app.tidyvault.Tidyvault", path});
-    perform(FixID::openTidyvault, groupOf(notes));
-    EXPECT_EQ(mac.machine.lock()->records.openedURLs.size(), 1U);
-    EXPECT_THAT(mac.machine.lock()->records.openedApplications, ElementsAre(path));
 }
 
 TEST_F(FixActionsTest, ExplainsAGroupInTheProcessList) {
