@@ -59,7 +59,8 @@ std::vector<std::vector<float>> CauseJournal::shares(std::int64_t first, std::in
     std::vector<std::vector<float>> shares(causes_.size(), std::vector<float>(parts));
     const double partMinutes = static_cast<double>(end - first) / static_cast<double>(parts);
     const auto partOf = [&](std::int64_t t) {
-        return static_cast<std::size_t>(static_cast<double>(t - first) / partMinutes);
+        const auto part = static_cast<std::size_t>(static_cast<double>(t - first) / partMinutes);
+        return std::min(part, parts - 1); // whatever a division of long times rounds to
     };
     // Of parts that are no whole minutes long, some have a minute more than others.
     std::vector<float> secondsOf(parts);
