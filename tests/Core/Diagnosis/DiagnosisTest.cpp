@@ -262,6 +262,7 @@ TEST(Diagnosis, OffersNothingThatDoesNotWorkAndSaysWhatDoes) {
 }
 
 TEST(Diagnosis, TellsBrowsersByTheirBundleName) {
+    EXPECT_EQ(Diagnosis::spotlightLoad(std::vector{lone(1, "/x/mds", 7), lone(2, "/x/y", 9)}), 7);
     EXPECT_TRUE(Diagnosis::isBrowser(app("Google Chrome", 0)));
     EXPECT_FALSE(Diagnosis::isBrowser(app("My Google Chrome", 0)));
     EXPECT_FALSE(Diagnosis::isBrowser(app("Google Chrome Canary", 0)));
