@@ -179,6 +179,8 @@ TEST(Diagnosis, FiresFromItsThresholdsOnAndRanks) {
         {"Spotlight at its bound", one("/x/mds", 50), "spotlight:pid:1"},
         {"names are compared exactly", one("/x/Mds", 90), "cpuHog:pid:1"},
         {"photos below their bound", one("/x/photoanalysisd", 29.9), ""},
+        {"photos at their bound", one("/x/photoanalysisd", 30), "photos:pid:1"},
+        {"WindowServer at its bound", one("/x/WindowServer", 40), "windowServer:pid:1"},
         {"WindowServer below its bound", one("/x/WindowServer", 39.9), ""},
         {"a browser below both bounds",
          [](auto& m) { m.running = {app("Google Chrome", 49.9, 1'499'999'999)}; }, ""},
@@ -262,6 +264,7 @@ TEST(Diagnosis, OffersNothingThatDoesNotWorkAndSaysWhatDoes) {
 }
 
 TEST(Diagnosis, TellsBrowsersByTheirBundleName) {
+    EXPECT_EQ(Diagnosis::spotlightLoad(std::vector{lone(1, "/x/mds", 7), lone(2, "/x/y", 9)}), 7);
     EXPECT_TRUE(Diagnosis::isBrowser(app("Google Chrome", 0)));
     EXPECT_FALSE(Diagnosis::isBrowser(app("My Google Chrome", 0)));
     EXPECT_FALSE(Diagnosis::isBrowser(app("Google Chrome Canary", 0)));

@@ -128,7 +128,8 @@ TEST(PropertyList, RefusesWhatWasCutOffOrIsNotWhole) {
     const std::string head = "<dict><key>a</key><true/>";
     for (const std::string rest :
          {"<key>b</key></dict>", "<key>b</key><key>c</key><true/></dict>", "<true/></dict>", "",
-          "<key>b</key><array></dict>", "<key>b</key><what/></dict>", "</dict><dict></dict>"}) {
+          "<key>b</key><array></dict>", "<key>b</key><what/></dict>", "</dict><dict></dict>",
+          "<dict></dict>", "<?x ?></dict>"}) {
         EXPECT_FALSE(PropertyList::parse(xml(head + rest))) << rest;
     }
     EXPECT_TRUE(PropertyList::parse(head + "</dict ><!-- <array> -->\n"));
@@ -177,10 +178,12 @@ TEST(PropertyListLimits, KeepHostileFilesFromTheDecoder) {
     EXPECT_TRUE(PropertyList::parse(assemble(chain)));
     EXPECT_FALSE(allow(assemble(doubling))) << "two to the power of a hundred nodes";
     EXPECT_FALSE(allow(assemble({dictionary(1, 0), "\x51k"}))) << "holds itself";
-    for (const auto& [fromEnd, width] : {std::pair{26, '\0'}, {26, '\t'}, {25, '\0'}, {25, '\t'}}) {
+    for (const auto& [fromEnd, number] :
+         {std::pair{26, '\0'}, {26, '\t'}, {25, '\0'}, {25, '\t'}, {17, '\4'}, {33, '\x7F'}}) {
         std::string odd = assemble({dictionary(1, 2), "\x51k", "\x09"});
-        odd[odd.size() - fromEnd] = width;
-        EXPECT_FALSE(allow(odd)) << "numbers are of 1 to 8 bytes";
+        odd[odd.size() - fromEnd] = number;
+        EXPECT_FALSE(allow(odd))
+            << "numbers of 1 to 8 bytes, and all of the objects within the file";
     }
 
     const auto times = [](std::size_t count) {
@@ -206,6 +209,9 @@ TEST(PropertyListLimits, KeepHostileFilesFromTheDecoder) {
     std::string backwards = assemble({"\x09", arrayOfTwo(0)});
     backwards[backwards.size() - 9] = 1;
     EXPECT_TRUE(allow(backwards));
+    std::string overlong = assemble({"\x09", arrayOfTwo(0).substr(0, 3)});
+    overlong[overlong.size() - 9] = 1;
+    EXPECT_FALSE(allow(overlong));
     using namespace std::string_literals;
     for (const std::string& empty : {"\x5F\x10\0"s, "\x5F\x13\0\0\0\0\0\0\0\0"s}) {
         EXPECT_TRUE(allow(assemble({empty})));

@@ -65,6 +65,7 @@ TEST(SpeedTest, RunsTheToolOnce) {
 }
 
 TEST(SpeedResult, PersistsWithoutItsAbsentFields) {
+    EXPECT_EQ(megabits(93.5) + ", " + megabits(-0.4), "94 Mbps, 0 Mbps");
     SpeedResult result{93.5, 0, std::nullopt, std::nullopt, fromUnixTime(978307200.5)};
     EXPECT_EQ(result.toJson(), R"({"downloadMbps":93.5,"uploadMbps":0,"measuredAt":0.5})");
     result.responsivenessRPM = -3;

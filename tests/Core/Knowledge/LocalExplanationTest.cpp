@@ -73,10 +73,11 @@ TEST(ProcessCatalog, KeepsTheNamesOfOtherSystemsApart) {
     mac.system = OperatingSystem::macOS;
     CatalogEntry linuxOne{"linux", {{"watchdogd"}, {}, {}}, "linux"};
     linuxOne.system = OperatingSystem::linuxDesktop;
+    linuxOne.summary = "It guards your Mac.";
     const ProcessCatalog catalog{{mac, linuxOne}};
     EXPECT_EQ(catalog.on(OperatingSystem::macOS).explain("watchdogd", "", {}).title, "mac");
-    EXPECT_EQ(catalog.on(OperatingSystem::linuxDesktop).explain("watchdogd", "", {}).title,
-              "linux");
+    EXPECT_EQ(catalog.on(OperatingSystem::linuxDesktop).explain("watchdogd", "", {}).summary,
+              "It guards your computer.");
 }
 
 } // namespace

@@ -81,15 +81,17 @@ TEST(Text, RepairsBrokenUTF8) {
 TEST(JsonWriter, PutsCommasAndEscapes) {
     JsonWriter writer;
     writer.beginObject().key("a").value(std::int64_t{-1}).key("b").beginArray();
-    writer.value(true).value("x\"\\\n\t\x01").beginObject().endObject().endArray();
+    writer.value(true).value("x \"\\\n\t\x1F").beginObject().endObject().endArray();
     writer.key("c").value(0.1).endObject();
-    EXPECT_EQ(writer.take(), R"({"a":-1,"b":[true,"x\"\\\n\t\u0001",{}],"c":0.1})");
+    EXPECT_EQ(writer.take(), R"({"a":-1,"b":[true,"x \"\\\n\t\u001f",{}],"c":0.1})");
     EXPECT_EQ(writer.value("again").take(), R"("again")");
 }
 
 TEST(JsonWriter, WritesFloatsThatReadBack) {
     EXPECT_EQ(shortestFloat(-0.0), "0");
     EXPECT_EQ(shortestFloat(23.5), "23.5");
+    EXPECT_EQ(shortestFloat(9223372036854775808.0), "9.223372036854776e+18");
+    EXPECT_DEATH(shortestFloat(INFINITY), "finite");
     EXPECT_TRUE(rc::check("floats survive", [](double value) {
         RC_PRE(std::isfinite(value));
         RC_ASSERT(parseFloat(shortestFloat(value)) == value);

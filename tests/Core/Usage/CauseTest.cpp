@@ -72,6 +72,9 @@ TEST(CauseWatch, RemembersTheLatestSpellForAnHour) {
     earlier.add({day - 1, earlier.placeOf(spotlight.kind, "", ""), Severity::low, 60, 1, 1});
     watch.remember(earlier);
     EXPECT_EQ(watch.latest(at(360)), (Spell{spotlight, at(360), Seconds{150}}));
+    look({}, 1000);
+    look({found(spotlight, 60)}, 1060);
+    EXPECT_EQ(watch.latest(at(1060)), (Spell{spotlight, at(1060), Seconds{60}}));
     watch.forget();
     EXPECT_EQ(watch.latest(at(360)), std::nullopt);
 }
@@ -95,6 +98,10 @@ TEST(CausesOf, NameEachCauseOnceWithoutItsPid) {
     for (const auto& [cause, severity, figure] : causesOf(result, groups, "Notes")) {
         told.push_back(fmt::format("{} {} {}", titleOf(cause), cause.id, figure));
     }
+    const auto runs = [&](const Cause& cause) { return runningGroup(cause, groups) != nullptr; };
+    EXPECT_TRUE(runs({FindingKind::cpuHog, host.id, "UTM"}));
+    EXPECT_FALSE(runs({FindingKind::cpuHog, "", "UTM"}) ||
+                 runs({FindingKind::cpuHog, host.id, ""}));
     EXPECT_THAT(told, ElementsAre("Notes  0", "UTM /Applications/UTM.app 300",
                                   "UTM /Applications/UTM.app 7", "Spotlight  90"));
 }
@@ -146,11 +153,12 @@ TEST(CauseLines, LoseABadLineWholeAndNoOther) {
              {"0.5", "1e999"},
              {",\"max\":60}", "}"},
              {"\"name\":\"Safari\"", "\"name\":null"},
-             {"[{", "[7,{"}}) {
+             {"\"kind\":\"spotlight\",", ""},
+             {"}]", "},7]"}}) {
         EXPECT_TRUE(decode(with(what, instead)).entries().empty()) << instead;
         text += with(what, instead) + "\n" + exampleLine + "\n";
     }
-    EXPECT_EQ(decode(text).entries().size(), 2U * 11);
+    EXPECT_EQ(decode(text).entries().size(), 2U * 12);
     EXPECT_TRUE(decode(exampleLine + "\n\xFF").entries().empty());
 }
 

@@ -35,9 +35,9 @@ TEST(MinuteAggregator, ClosesAMinuteWithTheFirstSampleOfAnother) {
     EXPECT_TRUE(fold(aggregator, {{600, 10, Pressure::critical, 900, 50},
                                   {659.9, 30, Pressure::elevated, 300, 70}})
                     .empty());
-    const auto records = fold(aggregator, {{660, 4, Pressure::normal, 1, 2}, {719, 2}, {720, 0}});
+    const auto records = fold(aggregator, {{660, 4, Pressure::elevated, 1, 2}, {719, 2}, {720, 0}});
     EXPECT_EQ(records,
-              (std::vector<MinuteRecord>{{10, 20, 30, 2, 300, 70, 2}, {11, 3, 4, 0, 0, 0, 2}}))
+              (std::vector<MinuteRecord>{{10, 20, 30, 2, 300, 70, 2}, {11, 3, 4, 1, 0, 0, 2}}))
         << "worst pressure and peak start over, swap and memory are the last sample's";
 }
 
