@@ -3,11 +3,9 @@
 #include <QBuffer>
 #include <QImageReader>
 #include <QQmlEngine>
-#include <QRunnable>
 #include <QUrl>
 
 #include <algorithm>
-#include <functional>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -55,23 +53,6 @@ QImage iconOf(AppIconProvider::Source& source, const std::string& path, int side
     return image;
 }
 
-/// The work on the other thread, which its thread deletes afterwards.
-class Reading : public QObject, public QRunnable {
-    Q_OBJECT
-
-public:
-    explicit Reading(std::function<QImage()> read)
-        : read_{std::move(read)} {}
-
-    void run() override { Q_EMIT done(read_()); }
-
-Q_SIGNALS:
-    void done(const QImage& image);
-
-private:
-    std::function<QImage()> read_;
-};
-
 /// Is deleted at any moment, and as soon as it is finished, on the thread that asked: so it is
 /// there that it finishes.
 class Response : public QQuickImageResponse {
@@ -109,15 +90,14 @@ AppIconProvider::AppIconProvider(std::shared_ptr<Source> source)
 QQuickImageResponse* AppIconProvider::requestImageResponse(const QString& id,
                                                            const QSize& requestedSize) {
     const int wanted = std::max(requestedSize.width(), requestedSize.height());
-    auto* const reading = new Reading{
+    auto* const reading = new IconReading{
         [source = source_, path = QUrl::fromPercentEncoding(id.toUtf8()).toStdString(),
          side = wanted > 0 ? wanted : defaultSide] { return iconOf(*source, path, side); }};
     auto* const response = new Response;
-    QObject::connect(reading, &Reading::done, response, &Response::finish, Qt::QueuedConnection);
+    QObject::connect(reading, &IconReading::done, response, &Response::finish,
+                     Qt::QueuedConnection);
     pool_.start(reading);
     return response;
 }
 
 } // namespace pacelet
-
-#include "AppIconProvider.moc"

@@ -2,14 +2,36 @@
 
 #include "Core/Platform/Workspace.h"
 
+#include <QImage>
+#include <QObject>
 #include <QQuickAsyncImageProvider>
+#include <QRunnable>
 #include <QThreadPool>
 
+#include <functional>
 #include <memory>
+#include <utility>
 
 class QQmlEngine;
 
 namespace pacelet {
+
+/// Reads an icon on the other thread, which deletes this afterwards.
+class IconReading : public QObject, public QRunnable {
+    Q_OBJECT
+
+public:
+    explicit IconReading(std::function<QImage()> read)
+        : read_{std::move(read)} {}
+
+    void run() override { Q_EMIT done(read_()); }
+
+Q_SIGNALS:
+    void done(const QImage& image);
+
+private:
+    std::function<QImage()> read_;
+};
 
 /// Serves "image://appicon/PATH", PATH percent-encoded: the icon of the application at that path,
 /// as the machine has it. Read and decoded on a thread of its own; for an application without an
