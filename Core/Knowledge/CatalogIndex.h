@@ -35,6 +35,7 @@ private:
         std::uint64_t hash;
         std::size_t place;
 
+        // NOLINTNEXTLINE(modernize-use-nullptr): it takes the zero of the comparison for a pointer
         auto operator<=>(const Claim&) const = default;
     };
 

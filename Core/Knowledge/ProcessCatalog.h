@@ -34,10 +34,10 @@ struct ProcessCatalog {
     ProcessCatalog() = default;
     ProcessCatalog(std::vector<CatalogEntry> all,
                    OperatingSystem itsSystem = OperatingSystem::macOS,
-                   const HostAbilities& itsAbilities = {})
+                   HostAbilities itsAbilities = {})
         : entries{std::move(all)},
           system{itsSystem},
-          abilities{itsAbilities},
+          abilities{std::move(itsAbilities)},
           index_{entries} {}
 
     std::vector<CatalogEntry> entries; ///< in file order: the first match wins

@@ -2,7 +2,6 @@
 
 #include "Hosts/Simulated/Model/Random.h"
 
-#include <cstddef>
 #include <cstdint>
 #include <iterator>
 
@@ -15,7 +14,7 @@ inline bool chance(Simulated::Random& random, int percent) {
 template<typename Items>
 auto& anyOf(Simulated::Random& random, Items& items) {
     const auto last = static_cast<std::int64_t>(std::size(items)) - 1;
-    return items[static_cast<std::size_t>(random.integer(0, last))];
+    return *std::next(std::begin(items), random.integer(0, last));
 }
 
 } // namespace pacelet::torture

@@ -175,12 +175,12 @@ void Ledger::checkDeeds(const std::vector<std::string>& agreed) {
     const Simulated::Records records = session_.mac().machine.lock()->records;
     std::set<std::string> now;
     for (; seenQuits_ < records.quits.size(); ++seenQuits_) {
-        const auto& [path, force] = records.quits[seenQuits_];
+        const Simulated::QuitRequest& quit = records.quits[seenQuits_];
         const bool isProtected = std::ranges::any_of(
-            protectedPlaces, [&](std::string_view place) { return path.starts_with(place); });
-        hold(!isProtected, "quit", path + " is protected");
-        const std::string name{withoutExtension(lastPathComponent(path))};
-        now.insert(force ? name + " isn't responding." : "Quit " + name + "?");
+            protectedPlaces, [&](std::string_view place) { return quit.path.starts_with(place); });
+        hold(!isProtected, "quit", quit.path + " is protected");
+        const std::string name{withoutExtension(lastPathComponent(quit.path))};
+        now.insert(quit.force ? name + " isn't responding." : "Quit " + name + "?");
     }
     if (std::exchange(seenTabs_, records.closedTabs) != records.closedTabs) {
         now.insert("tabs");

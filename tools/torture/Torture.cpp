@@ -188,7 +188,7 @@ Remains Remains::of(Session& session) {
     for (const auto& entry : std::filesystem::directory_iterator{"/proc/self/fd"}) {
         // Their numbers are of no interest, nor is that of the folder just read.
         const std::string link = std::filesystem::read_symlink(entry.path());
-        found.descriptors.insert(link.substr(0, link.find("[")));
+        found.descriptors.insert(link.substr(0, link.find('[')));
     }
     return found;
 }
