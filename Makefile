@@ -50,7 +50,7 @@ tsan: ## The same under the thread sanitizer
 	@ctest --preset tsan -j2 -L "core|host|live"
 
 bench: ## Every benchmark
-	@scripts/build.sh release
+	@scripts/build.sh release benchmarks
 	@for benchmark in build/release/bin/*-benchmark; do $$benchmark || exit 1; done
 
 truth: ## Speed test and traffic list against lines of known speed, in network namespaces

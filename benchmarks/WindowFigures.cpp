@@ -1,7 +1,7 @@
 // Measures programs with a window, from outside: how soon they show something, what they hold, and
-// what they cost while they run. Ours, the task managers of the desktops as far as they are
-// installed, and further programs by their paths: window-figures [SECONDS [PROGRAM...]] watches
-// each for so long each time.
+// what they cost while they run. Ours, the barest window of Qt Quick, the task managers of the
+// desktops as far as they are installed, and further programs of ours by their paths:
+// window-figures [SECONDS [PROGRAM...]] watches each for so long each time.
 
 #include "Core/Support/Files.h"
 #include "Core/Support/Text.h"
@@ -56,6 +56,7 @@ std::vector<Candidate> candidates(const std::vector<std::string>& more) {
     for (const std::string& path : more) {
         all.push_back({path, true});
     }
+    all.push_back({"bare-window", false});
     for (const char* const name :
          {"lxtask", "xfce4-taskmanager", "gnome-system-monitor", "plasma-systemmonitor"}) {
         if (const std::string path = std::string{"/usr/bin/"} + name;

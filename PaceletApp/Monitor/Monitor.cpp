@@ -1,7 +1,12 @@
 #include "PaceletApp/Monitor/Monitor.h"
 
+#include "Core/Diagnosis/Diagnosis.h"
 #include "Core/Knowledge/CatalogFile.h"
 #include "Core/Sampling/SamplingPolicy.h"
+#include "PaceletApp/Monitor/BackgroundItemsScan.h"
+#include "PaceletApp/Monitor/MonitorLog.h"
+
+#include <fmt/format.h>
 
 #include <algorithm>
 #include <utility>
@@ -11,6 +16,11 @@ namespace pacelet {
 namespace {
 
 constexpr std::string_view keepHistoryKey = "keepUsageHistory";
+constexpr std::string_view sampleFailedMessage = "Couldn't read processes. Retrying.";
+
+/// How long a scan of the background items counts as fresh.
+constexpr Seconds freshWhileVisible{60};
+constexpr Seconds freshWhileHidden{600};
 
 std::shared_ptr<const ProcessCatalog> share(const std::optional<ProcessCatalog>& catalog,
                                             const Platform& platform) {
@@ -37,8 +47,8 @@ Monitor::Monitor(const Platform& platform, Scheduler& scheduler,
       scheduler_{scheduler},
       catalog_{share(catalog, platform)},
       previous_{std::make_shared<const std::optional<Snapshot>>()},
-      usageStore_{.directory = std::filesystem::path{platform.applicationSupport} / "Pacelet"},
-      causeStore_{.directory = usageStore_.directory} {
+      history_{std::filesystem::path{platform.applicationSupport} / "Pacelet", scheduler,
+               platform.log} {
     const auto stored = platform_.preferences.boolean(keepHistoryKey);
     keepHistory.set(stored.value_or(true));
     if (!stored && platform_.preferences.trouble() == PreferencesTrouble::flawed) {
@@ -144,7 +154,7 @@ void Monitor::setKeepHistory(bool keep) {
 }
 
 void Monitor::forgetEarlier() {
-    causeWatch_.forget();
+    history_.forgetSpells();
     earlier.set({});
     publish();
 }
@@ -174,8 +184,161 @@ void Monitor::willSleep() {
 void Monitor::didWake() {
     // The sleep itself must not enter the CPU figures.
     previous_ = std::make_shared<const std::optional<Snapshot>>();
-    history_.clear();
+    recentCPU_.clear();
     start();
+}
+
+QCoro::Task<> Monitor::tick() {
+    if (ticking_ || !catalog_) {
+        co_return;
+    }
+    const QPointer<Monitor> self{this};
+    ticking_ = true;
+    // What holds now holds for the whole tick: the window may open or close before it ends.
+    const Explaining explaining = windowVisible() ? Explaining::yes : Explaining::no;
+    std::optional<MachineReading> reading;
+    auto reader = readInBackground(explaining);
+    try {
+        reading = co_await reader;
+    } catch (const std::exception& failure) {
+        if (self) {
+            sampleFailed(failure);
+        }
+    }
+    if (self && reading) {
+        takeIn(std::move(*reading), explaining);
+    }
+    if (self && reading && windowVisible()) {
+        co_await refreshBackgroundItems(false);
+    }
+    if (self) {
+        ticking_ = false;
+    }
+}
+
+BackgroundTask<MachineReading> Monitor::readInBackground(Explaining explaining) {
+    return scheduler_.runInBackground(
+        [&tools = platform_.tools, &kernel = platform_.kernel, &clock = platform_.clock,
+         previous = previous_, catalog = catalog_, explaining, knowledge = platform_.knowledge] {
+            return readMachine(tools, kernel, clock, *previous, *catalog, explaining, knowledge);
+        });
+}
+
+void Monitor::takeIn(MachineReading reading, Explaining explaining) {
+    if (explaining == Explaining::yes) {
+        explanations.set(std::move(reading.explanations));
+    }
+    memory.set(reading.memory);
+    record(reading);
+    previous_ = std::make_shared<const std::optional<Snapshot>>(std::move(reading.snapshot));
+    smooth(std::move(reading.groups));
+    signals.set(reading.signals);
+    // Smoothing leaves every group in the list, so its names tell what runs.
+    if (stuckApp() && !Diagnosis::isRunning(*stuckApp(), groups())) {
+        stuckApp.set({});
+    }
+    diagnose();
+    lastChecked.set(scheduler_.now());
+    error.set({});
+    publish();
+}
+
+void Monitor::record(const MachineReading& reading) {
+    const TimePoint now = scheduler_.now();
+    CPUHistory longer = cpuHistory();
+    addPoint(longer, CPUPoint{now, reading.signals.cpuLoadPercent});
+    cpuHistory.set(std::move(longer));
+    if (keepHistory()) {
+        history_.addLook(reading, now);
+    }
+}
+
+void Monitor::smooth(ProcessGroups latest) {
+    recentCPU_.push_back(Smoother::cpuByID(latest));
+    if (recentCPU_.size() > Smoother::window) {
+        recentCPU_.erase(recentCPU_.begin());
+    }
+    ProcessGroups smoothed = Smoother::average(std::move(latest), recentCPU_);
+    spotlightBusySince.set(busy_.update(Diagnosis::spotlightLoad(smoothed), scheduler_.now()));
+    groups.set(std::move(smoothed));
+}
+
+void Monitor::diagnose() {
+    const DiagnosisInput input{.signals = *signals(),
+                               .groups = groups(),
+                               .spotlightBusySince = spotlightBusySince(),
+                               .lowPowerMode = platform_.kernel.isLowPowerModeEnabled(),
+                               .stuckApp = stuckApp(),
+                               .now = scheduler_.now()};
+    Diagnosis::WeighedResult found = Diagnosis::weigh(input, *catalog_);
+    if (keepHistory()) {
+        history_.addCauses(causesOf(found, groups(), stuckApp()), input.now);
+        earlier.set(found.result.findings.empty() ? history_.latestSpell(input.now) : std::nullopt);
+    }
+    result.set(std::move(found.result));
+}
+
+void Monitor::sampleFailed(const std::exception& failure) {
+    error.set(std::string{sampleFailedMessage});
+    platform_.log.write(LogLevel::error, logSubsystem, monitorLogCategory,
+                        fmt::format("sample failed: {}", failure.what()));
+    publish();
+}
+
+void Monitor::readMacOnce() {
+    if (mac() || readingMac_) {
+        return;
+    }
+    readingMac_ = true;
+    detach(readMac(this, scheduler_));
+}
+
+QCoro::Task<> Monitor::readMac(QPointer<Monitor> monitor, Scheduler& scheduler) {
+    Platform& platform = monitor->platform_;
+    auto reading = scheduler.runInBackground([&tools = platform.tools, &kernel = platform.kernel] {
+        return MacInfo::read(tools, kernel);
+    });
+    MacInfo read = co_await reading;
+    if (!monitor) {
+        co_return;
+    }
+    monitor->readingMac_ = false;
+    monitor->mac.set(std::move(read));
+    monitor->publish();
+    if (!monitor) {
+        co_return;
+    }
+    auto tidying = monitor->history_.tidy(scheduler.now());
+    const CauseJournal earlier = co_await tidying;
+    if (monitor) {
+        monitor->history_.remember(earlier);
+    }
+}
+
+bool Monitor::backgroundItemsAreFresh() {
+    if (!itemsLoadedAt_) {
+        return false;
+    }
+    return scheduler_.now() - *itemsLoadedAt_ <
+           (windowVisible() ? freshWhileVisible : freshWhileHidden);
+}
+
+QCoro::Task<> Monitor::refreshBackgroundItems(bool force) {
+    if (!force && backgroundItemsAreFresh()) {
+        co_return;
+    }
+    itemsLoadedAt_ = scheduler_.now();
+    const QPointer<Monitor> self{this};
+    auto scan = scheduler_.runInBackground([platform = platform_, previous = previous_] {
+        return scanBackgroundItems(platform, *previous);
+    });
+    std::vector<BackgroundItem> items = co_await scan;
+    if (!self) {
+        co_return;
+    }
+    backgroundItems.set(std::move(items));
+    backgroundItemsKnown.set(true);
+    publish();
 }
 
 std::shared_ptr<const ProcessGroup> Monitor::group(const std::optional<std::string>& id) const {

@@ -1,16 +1,12 @@
 #pragma once
 
 #include "Core/Diagnosis/MachineReading.h"
-#include "Core/Inspectors/BackgroundItemsReader.h"
 #include "Core/Knowledge/ProcessCatalog.h"
 #include "Core/Platform/Platform.h"
 #include "Core/Platform/ProcessSample.h"
 #include "Core/Sampling/BusyTracker.h"
 #include "Core/Sampling/Smoother.h"
-#include "Core/Usage/CauseStore.h"
-#include "Core/Usage/CauseWatch.h"
-#include "Core/Usage/MinuteAggregator.h"
-#include "Core/Usage/UsageStore.h"
+#include "PaceletApp/Monitor/HistoryKeeper.h"
 #include "PaceletApp/Monitor/LivePicture.h"
 #include "PaceletApp/Scheduler/Detach.h"
 #include "PaceletApp/Scheduler/Scheduler.h"
@@ -50,8 +46,8 @@ public:
     const ProcessCatalog* catalog() const { return catalog_.get(); }
 
     /// The history files; a copy may be handed to background work.
-    const UsageStore& usageStore() const { return usageStore_; }
-    const CauseStore& causeStore() const { return causeStore_; }
+    const UsageStore& usageStore() const { return history_.usage(); }
+    const CauseStore& causeStore() const { return history_.causes(); }
 
     /// Starts the loop, whose first tick runs at once. Does nothing while it runs, or without a
     /// catalog.
@@ -115,8 +111,6 @@ private:
 
     void readMacOnce();
     static QCoro::Task<> readMac(QPointer<Monitor> monitor, Scheduler& scheduler);
-    void recordMinute(const MachineReading& reading, TimePoint now);
-    void recordCauses(const Diagnosis::WeighedResult& found, TimePoint now);
     bool backgroundItemsAreFresh();
 
     Platform platform_;
@@ -125,16 +119,13 @@ private:
     /// The snapshot of the last good tick. Shared with the background half instead of copied: no
     /// one changes it, it is only replaced.
     std::shared_ptr<const std::optional<Snapshot>> previous_;
-    std::vector<Smoother::CPUByID> history_;
+    std::vector<Smoother::CPUByID> recentCPU_; ///< of the last looks, for `groups`
     BusyTracker busy_;
     std::optional<StopOwner> loop_; ///< nothing while stopped
     bool ticking_ = false;
     bool readingMac_ = false;
-    UsageStore usageStore_;
     std::optional<TimePoint> itemsLoadedAt_; ///< when the last scan began
-    MinuteAggregator aggregator_;
-    CauseStore causeStore_;
-    CauseWatch causeWatch_;
+    HistoryKeeper history_;
     ObserverHandle sleepObservers_;
 };
 

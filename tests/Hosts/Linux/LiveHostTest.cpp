@@ -154,7 +154,7 @@ TEST(LiveHost, NamesScriptsAndGroupsAnAppImage) {
     using pacelet::testing::ChildProgram;
     pacelet::testing::TemporaryFolder folder;
     const std::string script = (folder.path() / "wait.sh").string();
-    folder.write("wait.sh", "#!/bin/sh\nwhile :; do read line; sleep 100; done\n");
+    folder.write("wait.sh", "#!/bin/sh\nwhile :; do sleep 0.1; done\n");
     const std::filesystem::path mount = "/tmp/.mount_PaceleAbCdEf";
     std::filesystem::create_directories(mount);
     std::filesystem::copy_file("/bin/sleep", mount / "AppRun",
