@@ -196,19 +196,20 @@ QCoro::Task<> Monitor::tick() {
     ticking_ = true;
     // What holds now holds for the whole tick: the window may open or close before it ends.
     const Explaining explaining = windowVisible() ? Explaining::yes : Explaining::no;
-    std::optional<MachineReading> reading;
-    auto reader = readInBackground(explaining);
+    std::optional<Look> look;
+    auto looking = lookInBackground(explaining);
     try {
-        reading = co_await reader;
+        look = co_await looking;
     } catch (const std::exception& failure) {
         if (self) {
             sampleFailed(failure);
         }
     }
-    if (self && reading) {
-        takeIn(std::move(*reading), explaining);
+    const bool looked = look.has_value();
+    if (self && looked) {
+        takeIn(*std::move(look), explaining);
     }
-    if (self && reading && windowVisible()) {
+    if (self && looked && windowVisible()) {
         co_await refreshBackgroundItems(false);
     }
     if (self) {
@@ -216,23 +217,36 @@ QCoro::Task<> Monitor::tick() {
     }
 }
 
-BackgroundTask<MachineReading> Monitor::readInBackground(Explaining explaining) {
+BackgroundTask<Monitor::Look> Monitor::lookInBackground(Explaining explaining) {
     return scheduler_.runInBackground(
         [&tools = platform_.tools, &kernel = platform_.kernel, &clock = platform_.clock,
-         previous = previous_, catalog = catalog_, explaining, knowledge = platform_.knowledge] {
-            return readMachine(tools, kernel, clock, *previous, *catalog, explaining, knowledge);
+         previous = previous_, catalog = catalog_, explaining, knowledge = platform_.knowledge,
+         before = recentCPU_, oldGroups = std::exchange(oldGroups_, nullptr),
+         oldExplanations = std::exchange(oldExplanations_, nullptr)]() mutable {
+            // Thousands of texts: to free them takes longer than the screen should be held up.
+            oldGroups.reset();
+            oldExplanations.reset();
+            Look look{.reading = readMachine(tools, kernel, clock, *previous, *catalog, explaining,
+                                             knowledge),
+                      .before = std::move(before)};
+            ProcessGroups& latest = look.reading.groups;
+            look.history = Smoother::extended(look.before, Smoother::cpuByID(latest));
+            latest = Smoother::average(std::move(latest), look.history);
+            return look;
         });
 }
 
-void Monitor::takeIn(MachineReading reading, Explaining explaining) {
+void Monitor::takeIn(Look look, Explaining explaining) {
+    MachineReading& reading = look.reading;
     if (explaining == Explaining::yes) {
+        oldExplanations_ = explanations.held();
         explanations.set(std::move(reading.explanations));
     }
     memory.set(reading.memory);
     record(reading);
     previous_ = std::make_shared<const std::optional<Snapshot>>(std::move(reading.snapshot));
-    smooth(std::move(reading.groups));
     signals.set(reading.signals);
+    showGroups(std::move(look));
     // Smoothing leaves every group in the list, so its names tell what runs.
     if (stuckApp() && !Diagnosis::isRunning(*stuckApp(), groups())) {
         stuckApp.set({});
@@ -253,14 +267,17 @@ void Monitor::record(const MachineReading& reading) {
     }
 }
 
-void Monitor::smooth(ProcessGroups latest) {
-    recentCPU_.push_back(Smoother::cpuByID(latest));
-    if (recentCPU_.size() > Smoother::window) {
-        recentCPU_.erase(recentCPU_.begin());
+void Monitor::showGroups(Look look) {
+    ProcessGroups& latest = look.reading.groups;
+    if (look.before != recentCPU_) {
+        // The machine slept and woke in between: what came before must not count.
+        look.history = {look.history.back()};
+        latest = Smoother::average(std::move(latest), look.history);
     }
-    ProcessGroups smoothed = Smoother::average(std::move(latest), recentCPU_);
-    spotlightBusySince.set(busy_.update(Diagnosis::spotlightLoad(smoothed), scheduler_.now()));
-    groups.set(std::move(smoothed));
+    recentCPU_ = std::move(look.history);
+    spotlightBusySince.set(busy_.update(Diagnosis::spotlightLoad(latest), scheduler_.now()));
+    oldGroups_ = groups.held();
+    groups.set(std::move(latest));
 }
 
 void Monitor::diagnose() {

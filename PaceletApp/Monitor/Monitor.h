@@ -102,10 +102,18 @@ private:
                                  std::stop_token stop);
     static QCoro::Task<> tickSoon(QPointer<Monitor> monitor, Scheduler& scheduler);
 
-    BackgroundTask<MachineReading> readInBackground(Explaining explaining);
-    void takeIn(MachineReading reading, Explaining explaining);
+    /// What the background half of a tick hands over: its groups are evened out over the ticks
+    /// before it already.
+    struct Look {
+        MachineReading reading;
+        Smoother::History before;
+        Smoother::History history; ///< the same and this tick
+    };
+
+    BackgroundTask<Look> lookInBackground(Explaining explaining);
+    void takeIn(Look look, Explaining explaining);
     void record(const MachineReading& reading);
-    void smooth(ProcessGroups latest);
+    void showGroups(Look look);
     void diagnose();
     void sampleFailed(const std::exception& failure);
 
@@ -119,7 +127,11 @@ private:
     /// The snapshot of the last good tick. Shared with the background half instead of copied: no
     /// one changes it, it is only replaced.
     std::shared_ptr<const std::optional<Snapshot>> previous_;
-    std::vector<Smoother::CPUByID> recentCPU_; ///< of the last looks, for `groups`
+    Smoother::History recentCPU_;
+    /// The groups of the tick before, and what they were explained by, until the next look frees
+    /// them.
+    std::shared_ptr<const ProcessGroups> oldGroups_;
+    std::shared_ptr<const Explanations> oldExplanations_;
     BusyTracker busy_;
     std::optional<StopOwner> loop_; ///< nothing while stopped
     bool ticking_ = false;

@@ -136,20 +136,25 @@ TEST(SafetyGate, Decides) {
 }
 
 TEST(Smoother, AveragesOverAllTicksCountingAbsenceAsZero) {
-    const std::vector<Smoother::CPUByID> history{{{"pid:1", 30.0}, {"pid:2", 10.0}},
-                                                 {{"pid:2", 50.0}}};
+    Smoother::History history;
+    for (const double before : {7.0, 30.0}) {
+        history = Smoother::extended(history, {{"pid:1", before}, {"pid:2", 10.0}});
+    }
+    EXPECT_EQ(history.size(), 2U);
+    history = Smoother::extended(Smoother::extended(history, {{"pid:2", 20.0}}), {{"pid:2", 60.0}});
+    ASSERT_EQ(history.size(), 3U) << "the oldest tick is no longer spanned";
     const auto smoothed =
         Smoother::average({lone(1, "/a", 99), lone(2, "/b", 50), lone(3, "/c", 40)}, history);
     ASSERT_EQ(smoothed.size(), 3U);
     EXPECT_EQ(smoothed[0].id, "pid:2");
     EXPECT_EQ(smoothed[0].cpuPercent, 30);
-    EXPECT_EQ(smoothed[1].cpuPercent, 15);
+    EXPECT_EQ(smoothed[1].cpuPercent, 10);
     EXPECT_EQ(smoothed[1].members.front().cpuPercent, 99) << "members keep the raw figures";
     EXPECT_EQ(smoothed[2].cpuPercent, 0);
 
     const std::vector<ProcessGroup> latest{lone(1, "/z", 1), lone(2, "/a", 2)};
     EXPECT_EQ(Smoother::average(latest, {}), latest) << "no history leaves all as it is";
-    const std::vector<Smoother::CPUByID> flat{{{"pid:1", 5.0}, {"pid:2", 5.0}}};
+    const auto flat = Smoother::extended({}, {{"pid:1", 5.0}, {"pid:2", 5.0}});
     EXPECT_EQ(Smoother::average(latest, flat)[0].id, "pid:1") << "ties keep their order";
     const std::vector<ProcessGroup> twins{lone(1, "/a", 1), lone(1, "/a", 2)};
     EXPECT_EQ(Smoother::cpuByID(twins), (Smoother::CPUByID{{"pid:1", 3.0}}));

@@ -157,6 +157,21 @@ TEST_F(MonitorLoop, NoTickRunsDuringSleepAndTheFirstOneAfterItStartsAfresh) {
     EXPECT_NEAR(cpuOf(notes), (10 + 70) / 2.0, 1);
 }
 
+TEST_F(MonitorLoop, ASleepInTheMiddleOfATickForgetsTheTicksBeforeIt) {
+    startUp();
+    setLoad("Notes", 80);
+    advance(90);
+    setLoad("Notes", 0);
+    advance(29);
+    scheduler.setBackgroundDuration(Seconds{2});
+    advance(2);
+    mac.workspace.sleep();
+    mac.workspace.wake();
+    advance(2);
+    EXPECT_EQ(monitor->cpuHistory().size(), 5U);
+    EXPECT_NEAR(cpuOf(notes), 10, 1) << "and no mean with 90, 90";
+}
+
 TEST_F(MonitorLoop, ATickUnderWayOutlivesEveryRestartAndNoTwoOverlap) {
     make();
     scheduler.setBackgroundDuration(Seconds{2});
