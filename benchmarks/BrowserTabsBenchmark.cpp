@@ -36,7 +36,7 @@ std::string listing(std::int64_t tabs, bool scattered) {
 
 void measure(benchmark::State& state, bool scattered) {
     const std::string text = listing(state.range(0), scattered);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         const auto windows = TabScript::parse(text, "Google Chrome");
         benchmark::DoNotOptimize(TabCleanup::duplicates(windows));
         benchmark::DoNotOptimize(TabCleanup::mergePlan(windows));
@@ -47,21 +47,21 @@ void measure(benchmark::State& state, bool scattered) {
 
 void parse(benchmark::State& state) {
     const std::string text = listing(state.range(0), false);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         benchmark::DoNotOptimize(TabScript::parse(text, "Google Chrome"));
     }
 }
 
 void duplicates(benchmark::State& state) {
     const auto windows = TabScript::parse(listing(state.range(0), false), "Google Chrome");
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         benchmark::DoNotOptimize(TabCleanup::duplicates(windows));
     }
 }
 
 void mergePlan(benchmark::State& state) {
     const auto windows = TabScript::parse(listing(state.range(0), false), "Google Chrome");
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         benchmark::DoNotOptimize(TabCleanup::mergePlan(windows));
     }
 }
@@ -69,7 +69,7 @@ void mergePlan(benchmark::State& state) {
 void mergeScript(benchmark::State& state) {
     const auto plan =
         TabCleanup::mergePlan(TabScript::parse(listing(state.range(0), false), "Google Chrome"));
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         benchmark::DoNotOptimize(TabScript::merge(plan.value(), ChromiumBrowser::chrome));
     }
 }
@@ -82,7 +82,7 @@ void extensions(benchmark::State& state) {
                        "--field-trial-handle=1718379636 --origin-trials={:0100} {}\n",
                        line, 1000 + line, line, line % 3 == 0 ? "--extension-process" : "");
     }
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         benchmark::DoNotOptimize(TabCleanup::extensions(text, "/Applications/Google Chrome.app"));
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));

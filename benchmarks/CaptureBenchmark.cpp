@@ -15,7 +15,7 @@ constexpr const char* desktops[] = {"quiet", "compiling", "runaway"};
 
 void openCapture(benchmark::State& state) {
     const std::string file = folder + desktops[state.range(0)];
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         benchmark::DoNotOptimize(Recorded::CaptureFile::read(file));
     }
     state.SetLabel(desktops[state.range(0)]);
@@ -30,7 +30,7 @@ void lookAtDesktop(benchmark::State& state) {
     Recorded::Replay replay{Recorded::CaptureFile::read(folder + desktops[state.range(0)])};
     report::Watch watch{replay.platform(), catalog};
     std::size_t look = 0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         replay.show(look++ % replay.looks());
         benchmark::DoNotOptimize(report::diagnose(watch.look(), catalog));
     }

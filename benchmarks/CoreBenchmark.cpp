@@ -43,7 +43,7 @@ const ProcessCatalog& catalog() {
 
 void parse(benchmark::State& state) {
     const std::string text = table(state.range(0), 0);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         benchmark::DoNotOptimize(PSParser::parse(text));
     }
     state.SetComplexityN(state.range(0));
@@ -59,7 +59,7 @@ void answer(benchmark::State& state) {
     const std::optional<Snapshot> previous =
         Snapshot{fromUnixTime(0), PSParser::parse(table(state.range(0), 0))};
     const auto noFootprint = [](std::int32_t) { return std::optional<std::int64_t>{}; };
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         const Snapshot current{fromUnixTime(3), PSParser::parse(text)};
         const auto groups = AppGrouper::group(CPUMeter::usage(previous, current, noFootprint), 501);
         DiagnosisInput input;
@@ -82,7 +82,7 @@ void explainAll(benchmark::State& state) {
     const auto noFootprint = [](std::int32_t) { return std::optional<std::int64_t>{}; };
     const Snapshot current{fromUnixTime(3), PSParser::parse(table(state.range(0), 3))};
     const auto groups = AppGrouper::group(CPUMeter::usage(std::nullopt, current, noFootprint), 501);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         for (const ProcessGroup& group : groups) {
             benchmark::DoNotOptimize(catalog().explain(group));
         }
@@ -92,7 +92,7 @@ void explainAll(benchmark::State& state) {
 BENCHMARK(explainAll)->Arg(2000)->Unit(benchmark::kMicrosecond);
 
 void loadCatalog(benchmark::State& state) {
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         benchmark::DoNotOptimize(CatalogFile::read(PACELET_RESOURCES "/processes.json"));
     }
 }

@@ -54,7 +54,7 @@ void scan(benchmark::State& state) {
                         path("dpkg")},
                        [] { return std::make_shared<const DesktopIndex>(); }};
     std::size_t found = items.items().size();
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         found = items.items().size();
     }
     state.counters["items"] = static_cast<double>(found);

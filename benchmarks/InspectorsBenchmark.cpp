@@ -20,7 +20,7 @@ std::string listing(std::int64_t lines) {
 
 void parseLaunchctlList(benchmark::State& state) {
     const std::string text = listing(state.range(0));
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         benchmark::DoNotOptimize(BackgroundItemsReader::parseLaunchctlList(text));
     }
     state.SetComplexityN(state.range(0));
@@ -59,7 +59,9 @@ void fill(const testing::TemporaryFolder& folder) {
     for (int number = 0; number < 350; ++number) {
         constexpr std::array<std::string_view, 3> places{
             "home/Library/LaunchAgents", "root/Library/LaunchAgents", "root/Library/LaunchDaemons"};
-        folder.write(fmt::format("{}/com.vendor{}.plist", places[number % 3], number), job(number));
+        folder.write(fmt::format("{}/com.vendor{}.plist",
+                                 places[static_cast<std::size_t>(number) % 3], number),
+                     job(number));
     }
 }
 
@@ -67,7 +69,7 @@ void scan(benchmark::State& state) {
     const testing::TemporaryFolder folder;
     fill(folder);
     std::size_t items = 0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         items = BackgroundItemsReader::scan(folder.path() / "home", folder.path() / "root").size();
     }
     state.counters["items"] = static_cast<double>(items);
@@ -79,7 +81,7 @@ void allocatedSize(benchmark::State& state) {
     for (int file = 0; file < state.range(0); ++file) {
         folder.write(fmt::format("{}/{}/{}", file % 10, file % 100, file), "x");
     }
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         benchmark::DoNotOptimize(SpotlightAdvisor::allocatedSize(folder.path()));
     }
     state.SetComplexityN(state.range(0));

@@ -94,7 +94,7 @@ void measure(benchmark::State& state, Work&& work) {
     sleepers().hold(static_cast<std::size_t>(state.range(0)));
     work();
     std::size_t processes = 0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         const double begin = processorTime();
         processes = work();
         state.SetIterationTime(processorTime() - begin);

@@ -58,7 +58,7 @@ void uiThreadOfATick(benchmark::State& state) {
     Simulated::SimulatedMac mac{crowdedMac(state.range(0))};
     RealScheduler scheduler{mac.machine};
     Ticker ticker{mac.platform(), scheduler};
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         mac.machine.advance(Seconds{3});
         const double begin = threadSeconds();
         ticker.tick();
@@ -84,7 +84,7 @@ void liveTick(benchmark::State& state) {
                             desktop.home,       desktop.root,        desktop.applicationSupport};
     RealScheduler scheduler{host.clock()};
     Ticker ticker{platform, scheduler};
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         ticker.tick();
     }
 }

@@ -21,7 +21,7 @@ std::string output(std::int64_t lines) {
 /// The lines counted are those of the last sample, which are the ones that are read.
 void parse(benchmark::State& state) {
     const std::string text = output(state.range(0));
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         benchmark::DoNotOptimize(pacelet::NetTop::parse(text));
     }
     state.SetComplexityN(state.range(0));

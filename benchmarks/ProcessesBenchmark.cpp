@@ -37,13 +37,13 @@ ProcessGroups crowd(std::int64_t count) {
 /// Everything that a tick does to the list, with figures that put every group in another place.
 void rowsOfATick(benchmark::State& state) {
     const auto groups = std::make_shared<ProcessGroups>(crowd(state.range(0)));
-    const auto explanation = std::make_shared<const Explanation>();
+    auto explanation = std::make_shared<const Explanation>();
     ProcessQuery query;
     query.search = state.range(1) != 0 ? QStringLiteral("length-1") : QString{};
     ProcessViewport table;
     table.setView(0, 700);
     double tick = 0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         state.PauseTiming();
         tick += 1;
         for (std::size_t number = 0; number < groups->size(); ++number) {
@@ -170,7 +170,7 @@ void onCrowds(benchmark::internal::Benchmark* benchmark) {
 void tickWithTheScreenOpen(benchmark::State& state) {
     Program program{state.range(0)};
     double painting = 0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         state.SetIterationTime(program.tick());
         painting += program.painting();
     }
@@ -181,7 +181,7 @@ BENCHMARK(tickWithTheScreenOpen)->Apply(onCrowds);
 
 void arrivingAtTheScreen(benchmark::State& state) {
     Program program{state.range(0)};
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         state.SetIterationTime(program.arrive());
     }
 }
@@ -189,7 +189,7 @@ BENCHMARK(arrivingAtTheScreen)->Apply(onCrowds);
 
 void frameOfAScroll(benchmark::State& state) {
     Program program{state.range(0)};
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         state.SetIterationTime(program.scroll());
     }
 }

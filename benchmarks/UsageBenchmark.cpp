@@ -79,7 +79,7 @@ Opened& opened() {
 /// From the click in the sidebar to the picture of the screen, with one day of charts.
 void openScreen(benchmark::State& state) {
     Opened& program = opened();
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         program.show(Screen::usage);
         benchmark::DoNotOptimize(program.window().grabWindow());
         state.PauseTiming();
@@ -94,7 +94,7 @@ BENCHMARK(openScreen)->Unit(benchmark::kMillisecond);
 void chooseRange(benchmark::State& state) {
     Opened& program = opened();
     program.show(Screen::usage);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         program.model().chooseRange(static_cast<int>(state.range(0)));
         program.session.scheduler().settle();
         benchmark::DoNotOptimize(program.window().grabWindow());
@@ -111,7 +111,7 @@ void frame(benchmark::State& state) {
     Opened& program = opened();
     program.show(Screen::usage);
     program.session.pass(0);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         benchmark::DoNotOptimize(program.window().grabWindow());
     }
 }
@@ -122,7 +122,7 @@ void bars(benchmark::State& state) {
     const auto records = history(now);
     const TimePoint time = fromUnixTime(static_cast<double>(now) * secondsPerMinute);
     const QTimeZone zone = QTimeZone::systemTimeZone();
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         benchmark::DoNotOptimize(historyCharts(records, usageRanges[2], time, zone));
     }
 }
@@ -134,7 +134,7 @@ void curve(benchmark::State& state) {
     for (int point = 0; point < 200; ++point) {
         addPoint(history, {fromUnixTime(1.7e9 + 3 * point), point / 2.0});
     }
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         benchmark::DoNotOptimize(loadCurve(history, QTimeZone::systemTimeZone()));
     }
 }

@@ -77,7 +77,7 @@ void load(benchmark::State& state) {
     std::size_t records = 0;
     const UsageStore& store = files().store;
     resetAllocationPeak();
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         records = store.load(since).size();
     }
     state.counters["lines"] = static_cast<double>(records);
@@ -89,7 +89,7 @@ BENCHMARK(load)->Arg(1)->Arg(7)->Arg(30)->Unit(benchmark::kMillisecond);
 
 void bucket(benchmark::State& state) {
     const auto records = history(days * minutesPerDay);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         benchmark::DoNotOptimize(UsageBuckets::bucket(records, state.range(0)));
     }
 }
@@ -97,7 +97,7 @@ BENCHMARK(bucket)->Arg(60)->Arg(1440)->Unit(benchmark::kMicrosecond);
 
 void evaluate(benchmark::State& state) {
     const auto records = history(state.range(0));
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         benchmark::DoNotOptimize(UpgradeAdvisor::evaluate(records, std::int64_t{16} << 30, 0.5));
     }
     state.SetComplexityN(state.range(0));
@@ -114,7 +114,7 @@ void append(benchmark::State& state) {
     const UsageStore store{folder.path()};
     const auto records = history(minutesPerDay);
     std::size_t next = 0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         store.append(records[next++ % records.size()]);
     }
 }
@@ -132,7 +132,7 @@ void loadCauses(benchmark::State& state) {
     for (std::int64_t t = firstMinute; t < end; ++t) {
         store.append({t, {{causes[t / 20 % 3], Severity::medium, 60, 123.45, 150.5}}});
     }
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         const CauseJournal journal = store.load(distantPast);
         state.counters["notes"] = static_cast<double>(journal.entries().size());
     }
@@ -154,7 +154,7 @@ void watchCauses(benchmark::State& state) {
     }
     CauseWatch watch;
     double now = 1.7e9;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         const auto causesOfTick = causesOf(found, groups, {});
         benchmark::DoNotOptimize(watch.add(causesOfTick, fromUnixTime(now += 3)));
     }
@@ -168,7 +168,7 @@ void summarizeCauses(benchmark::State& state) {
         journal.add(
             {t, journal.placeOf(cause.kind, cause.id, cause.name), Severity::low, 60, 1, 1});
     }
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         benchmark::DoNotOptimize(journal.summary(0, days * minutesPerDay));
         benchmark::DoNotOptimize(journal.shares(0, days * minutesPerDay, 96));
     }

@@ -9,7 +9,7 @@ git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run -Werror || failed=1
 python3 scripts/include-walls.py || failed=1
 
 if [ "${1:-}" != --cheap ]; then
-    cmake --build build/release --target pacelet_screens_qmllint || failed=1
+    ninja -C build/release --quiet pacelet_screens_qmllint || failed=1
     # What is compiled in one piece is read in one piece: headers once for a folder. What is made by the
     # build is left out, and so are GCC's precompiled headers, which clang cannot read.
     mkdir -p build/lint

@@ -31,7 +31,7 @@ public:
 
     /// Writes a file and the folders above it; answers its path.
     std::filesystem::path write(std::string_view name, std::string_view content) const {
-        const std::filesystem::path file = path_ / name;
+        std::filesystem::path file = path_ / name;
         std::filesystem::create_directories(file.parent_path());
         std::ofstream{file, std::ios::binary} << content;
         return file;

@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <utility>
 
 namespace pacelet::testing {
 
@@ -64,8 +65,8 @@ void PageServer::answer(QTcpSocket& socket) const {
     socket.disconnectFromHost();
 }
 
-RealBrowser::RealBrowser(const std::string& userData)
-    : userData_{userData} {}
+RealBrowser::RealBrowser(std::string userData)
+    : userData_{std::move(userData)} {}
 
 bool RealBrowser::isThere() {
     return !QStandardPaths::findExecutable("chromium").isEmpty();

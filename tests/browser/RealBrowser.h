@@ -48,7 +48,7 @@ using OpenPage = std::pair<std::string, std::string>;
 /// Debian's browser with our extension, on a display of its own.
 class RealBrowser {
 public:
-    explicit RealBrowser(const std::string& userData);
+    explicit RealBrowser(std::string userData);
 
     /// False when this machine has none.
     static bool isThere();

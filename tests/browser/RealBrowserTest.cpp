@@ -106,7 +106,7 @@ TEST_F(RealBrowserTest, IsSetUpListedAndCleanedUp) {
     EXPECT_TRUE(pacelet->comesUp("Chromium shows its tabs only to extensions."));
     EXPECT_EQ(folder.read(file), "");
     ASSERT_TRUE(pacelet->press("Set up Chromium"));
-    ASSERT_TRUE(comesTrue([&] { return folder.read(file) != ""; }));
+    ASSERT_TRUE(comesTrue([&] { return !folder.read(file).empty(); }));
     ASSERT_TRUE(comesTrue([&] {
         return pacelet->panel()->setupName() == u"registered" ||
                pacelet->panel()->phaseName() == u"loaded";

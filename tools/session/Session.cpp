@@ -38,7 +38,7 @@ Session::Session(std::string_view scenario, std::uint64_t seed)
     : Session{scenarioNamed(scenario, seed), bundledCatalog()} {}
 
 Session::Session(std::unique_ptr<Simulated::SimulatedMac> mac,
-                 std::optional<ProcessCatalog> catalog, OperatingSystem system,
+                 const std::optional<ProcessCatalog>& catalog, OperatingSystem system,
                  BrowserExtension* extension)
     : mac_{std::move(mac)},
       scheduler_{mac_->machine, [this](Seconds span) { mac_->machine.advance(span); }} {
@@ -46,7 +46,7 @@ Session::Session(std::unique_ptr<Simulated::SimulatedMac> mac,
     Platform platform = mac_->platform();
     platform.system = system;
     platform.browserExtension = extension;
-    start(platform, std::move(catalog));
+    start(platform, catalog);
 }
 
 Session::Session(Recorded::Capture capture)
@@ -62,8 +62,8 @@ Session::Session(Recorded::Capture capture)
           bundledCatalog());
 }
 
-void Session::start(const Platform& platform, std::optional<ProcessCatalog> catalog) {
-    application_ = std::make_unique<Application>(platform, scheduler_, std::move(catalog));
+void Session::start(const Platform& platform, const std::optional<ProcessCatalog>& catalog) {
+    application_ = std::make_unique<Application>(platform, scheduler_, catalog);
     application_->preferences().setOnboarded(true);
     application_->setWishes({.reducedMotion = true});
     application_->start();

@@ -24,7 +24,8 @@ public:
     explicit Session(std::string_view scenario, std::uint64_t seed = 1);
     /// `catalog` may be nothing: then it could not be loaded. With another system the machine is
     /// the same, and speaks of itself in that one's words; its browsers may need an extension then.
-    Session(std::unique_ptr<Simulated::SimulatedMac> mac, std::optional<ProcessCatalog> catalog,
+    Session(std::unique_ptr<Simulated::SimulatedMac> mac,
+            const std::optional<ProcessCatalog>& catalog,
             OperatingSystem system = OperatingSystem::macOS, BrowserExtension* extension = nullptr);
 
     /// On a captured machine, which has no `mac`.
@@ -44,7 +45,7 @@ public:
     void pass(double seconds);
 
 private:
-    void start(const Platform& platform, std::optional<ProcessCatalog> catalog);
+    void start(const Platform& platform, const std::optional<ProcessCatalog>& catalog);
 
     std::unique_ptr<Simulated::SimulatedMac> mac_;
     std::unique_ptr<Recorded::Replay> replay_;

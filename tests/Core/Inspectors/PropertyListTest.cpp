@@ -178,8 +178,12 @@ TEST(PropertyListLimits, KeepHostileFilesFromTheDecoder) {
     EXPECT_TRUE(PropertyList::parse(assemble(chain)));
     EXPECT_FALSE(allow(assemble(doubling))) << "two to the power of a hundred nodes";
     EXPECT_FALSE(allow(assemble({dictionary(1, 0), "\x51k"}))) << "holds itself";
-    for (const auto& [fromEnd, number] :
-         {std::pair{26, '\0'}, {26, '\t'}, {25, '\0'}, {25, '\t'}, {17, '\4'}, {33, '\x7F'}}) {
+    for (const auto& [fromEnd, number] : {std::pair{std::size_t{26}, '\0'},
+                                          {26, '\t'},
+                                          {25, '\0'},
+                                          {25, '\t'},
+                                          {17, '\4'},
+                                          {33, '\x7F'}}) {
         std::string odd = assemble({dictionary(1, 2), "\x51k", "\x09"});
         odd[odd.size() - fromEnd] = number;
         EXPECT_FALSE(allow(odd))
@@ -194,7 +198,8 @@ TEST(PropertyListLimits, KeepHostileFilesFromTheDecoder) {
         }
         return array;
     };
-    for (const auto& [text, units] : {std::pair{"\x5F\x12", 1 << 20}, {"\x6F\x12", 1 << 18}}) {
+    for (const auto& [text, units] :
+         {std::pair{"\x5F\x12", std::size_t{1} << 20}, {"\x6F\x12", 1 << 18}}) {
         std::string megabyte = text;
         appendNumber(megabyte, units, 4);
         megabyte.append(units, 'x');

@@ -44,7 +44,7 @@ TEST(Look, wordsStandOutWhereHighContrastIsWanted) {
                 "Component.onCompleted: Theme.highContrast = true }"};
     const auto* const theme = stage.property("theme", "colours").value<QObject*>();
     const auto light = [&](const char* name) {
-        const QColor colour = theme->property(name).value<QColor>();
+        const auto colour = theme->property(name).value<QColor>();
         const auto part = [](double value) {
             return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
         };

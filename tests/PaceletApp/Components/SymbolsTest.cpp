@@ -129,7 +129,7 @@ TEST(ProcessIcon, showsTheIconOrElseATileAndAsksForNothingItDoesNotNeed) {
         IconsOnly workspace;
         Stage stage{"Loader { objectName: \"loader\"; sourceComponent: ProcessIcon {} }"};
         AppIconProvider::install(stage.engine(), workspace);
-        QObject* icon = stage.property("loader", "item").value<QObject*>();
+        auto* const icon = stage.property("loader", "item").value<QObject*>();
         icon->setProperty("appPath", QString::fromUtf8(path));
         const auto isAsExpected = [&, expected = hasIcon] {
             return (stage.view().grabWindow().pixel(3, 17) == qRgb(255, 0, 0)) == expected;

@@ -26,8 +26,8 @@ TEST_F(ProcessDetailTest, tellsTheStoryOfAnApplication) {
     pass(60);
     explain("Google Chrome");
     EXPECT_THAT(probe->texts(),
-                IsSupersetOf({"Google Chrome is a web browser. This part draws its windows and "
-                              "steers its helpers.",
+                IsSupersetOf({("Google Chrome is a web browser. This part draws its windows and "
+                               "steers its helpers."),
                               "Why it gets busy", "Busiest parts (151 processes)",
                               "Google Chrome Helper (GPU)", "Review tabs", "Read the full guide"}));
     probe->clickText("Read the full guide");
@@ -63,8 +63,8 @@ TEST_F(ProcessDetailTest, findsWhatKeepsSpotlightBusy) {
     pass(2);
     EXPECT_THAT(probe->texts(),
                 IsSupersetOf({"Xcode build data", "1.49 GB", "Docker data", "1.02 GB",
-                              "Add these folders under Spotlight Privacy so macOS stops indexing "
-                              "them.",
+                              ("Add these folders under Spotlight Privacy so macOS stops indexing "
+                               "them."),
                               "Spotlight settings"}));
     scheduler().setBackgroundDuration(Seconds{0});
     EXPECT_FALSE(probe->shows("Rebuild Spotlight index"));

@@ -22,9 +22,8 @@ class ApplicationRig : public ::testing::Test {
 protected:
     void launch(std::string_view scenario) { session.emplace(scenario); }
     void launch(Simulated::World world,
-                std::optional<ProcessCatalog> catalog = Session::bundledCatalog()) {
-        session.emplace(std::make_unique<Simulated::SimulatedMac>(std::move(world)),
-                        std::move(catalog));
+                const std::optional<ProcessCatalog>& catalog = Session::bundledCatalog()) {
+        session.emplace(std::make_unique<Simulated::SimulatedMac>(std::move(world)), catalog);
     }
 
     /// Opens the main window on a screen; `probe` looks at it from then on.

@@ -67,18 +67,13 @@ TEST(HistoryCharts, TellLoadPressureAndSwapOfEachHour) {
 
 TEST(HistoryCharts, HoldTheWholeRangeAndNothingElse) {
     constexpr std::int64_t tooGreat = std::numeric_limits<std::int64_t>::max();
-    const Table<UsageRange, std::int64_t, double> cases = {{day, now - 1440, 0},
-                                                           {day, now, 24},
-                                                           {day, now + 39, 24},
-                                                           {day, now + 40, -1},
-                                                           {day, tooGreat, -1},
-                                                           {week, now - 7 * 1440, 0},
-                                                           {week, now, 7},
-                                                           {week, tooGreat, -1},
-                                                           {month, now - 30 * 1440, 0},
-                                                           {month, now - 30 * 1440 + 820, 1},
-                                                           {month, now, 30},
-                                                           {month, now + 820, -1}};
+    const Table<UsageRange, std::int64_t, double> cases = {
+        {day, now - 1440, 0},     {day, now, 24},
+        {day, now + 39, 24},      {day, now + 40, -1},
+        {day, tooGreat, -1},      {week, now - 10'080, 0},
+        {week, now, 7},           {week, tooGreat, -1},
+        {month, now - 43'200, 0}, {month, now - 43'200 + 820, 1},
+        {month, now, 30},         {month, now + 820, -1}};
     for (const auto& [range, minute, left] : cases) {
         const HistoryCharts shown = charts({{.t = minute, .cpu = 5, .n = 1}}, range);
         const double slots = range.hours == 24 ? 25 : double(range.hours) / 24 + 1;
@@ -90,7 +85,7 @@ TEST(HistoryCharts, HoldTheWholeRangeAndNothingElse) {
             EXPECT_NEAR(shown.cpu.bars[0].right * slots, left + 1, 1e-9) << minute;
         }
     }
-    EXPECT_THAT(charts(steady(8 * 1440, {}), week).swap.bars, SizeIs(8));
+    EXPECT_THAT(charts(steady(11'520, {}), week).swap.bars, SizeIs(8));
 }
 
 TEST(HistoryCharts, BearBrokenFigures) {
@@ -129,7 +124,8 @@ TEST(LoadCurve, EndsAtTheLatestPoint) {
                 ElementsAre(QPointF(0.9, 0), QPointF(0.95, 1), QPointF(1, 0.2)));
 }
 
-RC_GTEST_PROP(LoadCurve, StaysWithinItsAxes, (std::vector<std::pair<std::int16_t, double>> steps)) {
+RC_GTEST_PROP(LoadCurve, StaysWithinItsAxes,
+              (const std::vector<std::pair<std::int16_t, double>>& steps)) {
     CPUHistory history;
     for (const auto& [seconds, load] : steps) {
         addPoint(history, {nowTime + Seconds{double(seconds)}, load});

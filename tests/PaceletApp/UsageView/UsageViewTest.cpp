@@ -108,7 +108,7 @@ TEST_F(UsageViewTest, TheWeekOfTheAdviceEndsNow) {
     launch(smallMac(), smallCatalog());
     remember(1500);
     // Ten years ahead: a run with a wrong clock.
-    remember(1500, -10 * 365 * minutesPerDay, 99);
+    remember(1500, -3650 * minutesPerDay, 99);
     openUsage();
     pass(1);
     EXPECT_THAT(probe->texts(), IsSupersetOf({StartsWith("Your Mac has headroom."),

@@ -164,7 +164,7 @@ std::vector<std::uint32_t> DesktopSession::pixels(const Area& area) const {
 std::size_t DesktopSession::colours(const Area& area) const {
     std::vector<std::uint32_t> all = pixels(area);
     std::ranges::sort(all);
-    return static_cast<std::size_t>(std::ranges::unique(all).begin() - all.begin());
+    return static_cast<std::size_t>(std::unique(all.begin(), all.end()) - all.begin());
 }
 
 std::optional<Area> DesktopSession::find(std::uint32_t colour, const Area& area) const {
@@ -178,7 +178,8 @@ std::optional<Area> DesktopSession::find(std::uint32_t colour, const Area& area)
     int bottom = 0;
     for (int y = 0; y < area.height; ++y) {
         for (int x = 0; x < area.width; ++x) {
-            if (all[static_cast<std::size_t>(y * area.width + x)] == colour) {
+            if (all[static_cast<std::size_t>(y) * static_cast<std::size_t>(area.width) +
+                    static_cast<std::size_t>(x)] == colour) {
                 left = std::min(left, x);
                 right = std::max(right, x + 1);
                 top = std::min(top, y);

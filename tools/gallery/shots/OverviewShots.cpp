@@ -6,7 +6,8 @@ namespace {
 
 void pressQuit(Session& session) {
     watching(Screen::overview, 60)(session);
-    session.application().actions().confirmQuit(session.application().monitor().groups().front());
+    const Finding& first = session.application().monitor().result().findings.front();
+    session.application().actions().press(*first.primaryFix(), first.groupID());
     session.pass(0);
 }
 
