@@ -200,7 +200,7 @@ void holdTogether(std::size_t anonymousBytes, std::size_t sharedBytes, std::size
 }
 
 TEST(Accounting, MemoryThatSeveralShareCountsOnce) {
-#ifdef __SANITIZE_ADDRESS__
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
     GTEST_SKIP() << "the sanitizer's own memory counts, too";
 #endif
     constexpr std::int64_t anonymous = 150 << 20;

@@ -9,9 +9,11 @@
 #include "tests/Support/Eventually.h"
 #include "tests/Support/TemporaryFolder.h"
 
+#include <atomic>
 #include <fcntl.h>
 #include <fmt/format.h>
 #include <gmock/gmock.h>
+#include <mutex>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <thread>
@@ -51,7 +53,8 @@ public:
     }
     ~PlayedBrowser() { end(); }
 
-    void send(std::string_view bytes) const {
+    void send(std::string_view bytes) {
+        const std::lock_guard lock{mutex_};
         while (!bytes.empty()) {
             const ssize_t count = ::write(toBridge_.get(), bytes.data(), bytes.size());
             if (count < 0 && errno == EPIPE) {
@@ -89,11 +92,14 @@ public:
 
     /// Exit status of the bridge after the browser has closed its ends.
     int end() {
-        int status = status_;
-        toBridge_.reset();
-        if (pid_ > 0) {
-            ::waitpid(std::exchange(pid_, 0), &status, 0);
-            status_ = status;
+        pid_t pid = 0;
+        {
+            const std::lock_guard lock{mutex_};
+            toBridge_.reset();
+            pid = std::exchange(pid_, 0);
+        }
+        if (pid > 0) {
+            ::waitpid(pid, &status_, 0);
         }
         if (server_.joinable()) {
             server_.join();
@@ -101,9 +107,14 @@ public:
         return status_;
     }
 
-    std::int32_t pid() const { return pid_; }
+    std::int32_t pid() {
+        const std::lock_guard lock{mutex_};
+        return pid_;
+    }
 
 private:
+    /// What the bridge's process puts in order looks unordered to the thread sanitizer.
+    std::mutex mutex_;
     Descriptor toBridge_;
     Descriptor fromBridge_;
     BridgeWire::FrameReader reader_{BridgeWire::longestRequest};
@@ -243,13 +254,17 @@ TEST_F(Bridges, ScriptsReachTheTabsOfAllProfilesAndOnlyThose) {
     const MergePlan plan{listed[0].id, {"http://x/\"y\\"}, {listed[1].id}, {}};
     EXPECT_EQ(run(browsers, TabScript::merge(plan, ChromiumBrowser::chrome)).stderr, "");
     EXPECT_EQ(run(browsers, TabScript::openMemorySaver(ChromiumBrowser::chrome)).stderr, "");
-    EXPECT_THAT(asked,
-                ElementsAre(R"("ask":"closeTab","window":10,"tab":11})",
-                            R"("ask":"closeTab","window":10,"tab":12})",
-                            R"("ask":"openTab","window":10,"url":"http://x/\"y\\"})",
-                            R"("ask":"closeWindow","window":10})",
-                            R"("ask":"openTab","window":10,"url":"chrome://settings/performance"})",
-                            R"("ask":"show","window":10,"tab":99})"));
+    {
+        const std::lock_guard lock{mutex};
+        EXPECT_THAT(
+            asked,
+            ElementsAre(R"("ask":"closeTab","window":10,"tab":11})",
+                        R"("ask":"closeTab","window":10,"tab":12})",
+                        R"("ask":"openTab","window":10,"url":"http://x/\"y\\"})",
+                        R"("ask":"closeWindow","window":10})",
+                        R"("ask":"openTab","window":10,"url":"chrome://settings/performance"})",
+                        R"("ask":"show","window":10,"tab":99})"));
+    }
 
     // Whoever goes takes its windows along.
     second.end();
@@ -283,21 +298,22 @@ TEST_F(Bridges, CarryThousandsOfTabs) {
 TEST_F(Bridges, ABrowserThatDiesInTheMiddleOrRefusesIsToldApart) {
     BrowserConnections browsers{settings(), {}};
     PlayedBrowser browser{runtime()};
-    std::string behaviour;
+    enum class Behaviour { lists, refuses, losesItsBridge };
+    std::atomic<Behaviour> behaviour = Behaviour::lists;
     browser.serve([&](const std::string& request) {
-        if (behaviour == "refuses") {
+        if (behaviour == Behaviour::refuses) {
             return std::string{R"("error":"It won't.")"};
         }
-        if (!behaviour.empty() && request.find("\"list\"") != std::string::npos) {
-            isRunning = behaviour != "dies";
+        if (behaviour == Behaviour::losesItsBridge &&
+            request.find("\"list\"") != std::string::npos) {
             ::kill(browser.pid(), SIGKILL);
         }
         return std::string{"\"windows\":[]"};
     });
     connect(browsers, 1);
-    behaviour = "refuses";
+    behaviour = Behaviour::refuses;
     EXPECT_THAT(run(browsers, listScript).stderr, HasSubstr("It won't. (-1728)"));
-    behaviour = "loses its bridge";
+    behaviour = Behaviour::losesItsBridge;
     EXPECT_THAT(run(browsers, listScript).stderr, HasSubstr("(-609)"));
     std::string error;
     EXPECT_TRUE(eventually([&] {

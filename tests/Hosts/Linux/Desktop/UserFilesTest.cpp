@@ -1,3 +1,4 @@
+#include "Core/Support/Files.h"
 #include "Hosts/Linux/User/AutostartEntry.h"
 #include "Hosts/Linux/User/Base64.h"
 #include "Hosts/Linux/User/PreferencesFile.h"
