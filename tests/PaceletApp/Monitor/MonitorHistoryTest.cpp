@@ -85,7 +85,13 @@ TEST_F(MonitorHistory, TellsWhatStoodEarlierWhileAllIsQuiet) {
     advance(30);
     ASSERT_NE(monitor->earlier(), std::nullopt) << "another run knows it from the file";
     EXPECT_NEAR((monitor->earlier()->end - told.end).count(), 0, 60);
+    monitor->setKeepHistory(false);
+    EXPECT_EQ(monitor->earlier(), std::nullopt);
+    monitor->setKeepHistory(true);
+    advance(30);
+    Notifications notifications{*monitor};
     monitor->forgetEarlier();
+    EXPECT_THAT(notifications.take(), ElementsAre(Fields{monitor->earlier}));
     advance(30);
     EXPECT_EQ(monitor->earlier(), std::nullopt);
 
