@@ -303,11 +303,9 @@ void Monitor::sampleFailed(const std::exception& failure) {
 }
 
 void Monitor::readMacOnce() {
-    if (mac() || readingMac_) {
-        return;
+    if (!std::exchange(macAsked_, true)) {
+        detach(readMac(this, scheduler_));
     }
-    readingMac_ = true;
-    detach(readMac(this, scheduler_));
 }
 
 QCoro::Task<> Monitor::readMac(QPointer<Monitor> monitor, Scheduler& scheduler) {
@@ -319,7 +317,6 @@ QCoro::Task<> Monitor::readMac(QPointer<Monitor> monitor, Scheduler& scheduler) 
     if (!monitor) {
         co_return;
     }
-    monitor->readingMac_ = false;
     monitor->mac.set(std::move(read));
     monitor->publish();
     if (!monitor) {

@@ -135,7 +135,7 @@ private:
     BusyTracker busy_;
     std::optional<StopOwner> loop_; ///< nothing while stopped
     bool ticking_ = false;
-    bool readingMac_ = false;
+    bool macAsked_ = false;
     std::optional<TimePoint> itemsLoadedAt_; ///< when the last scan began
     HistoryKeeper history_;
     ObserverHandle sleepObservers_;

@@ -44,7 +44,7 @@ TEST_F(FixActionsTest, OpensTheSiblingsWebsite) {
 }
 
 TEST_F(FixActionsTest, ExplainsAGroupInTheProcessList) {
-    perform(FixID::explain, groupOf(notes));
+    actions->press(FixID::explain, notes);
     EXPECT_EQ(router.expandedID(), notes);
     EXPECT_EQ(router.screen(), Screen::processes);
     router.setScreen(Screen::usage);
@@ -149,6 +149,7 @@ TEST_F(FixActionsTest, RebuildingReportsAndRestartingKeepsSilentUnlessItFails) {
 TEST_F(FixActionsTest, PromisesNoQuestionThatNobodyAsks) {
     FakeWorkspace desktop;
     FakeApplication& app = desktop.launch(notes, "Notes");
+    desktop.launch(notes, "Notes"); // a copy that can always be asked
     const Platform mine = mac.platform();
     Platform here{mine.clock,       mine.tools,        mine.kernel,     desktop,
                   mine.networkLink, mine.windowServer, mine.loginItems, mine.preferences,

@@ -46,7 +46,7 @@ protected:
     /// As the monitor shows it now.
     ProcessGroup groupOf(const std::string& appPath) { return *monitor->group(appPath); }
 
-    void perform(FixID fix) { actions->perform(fix, nullptr); }
+    void perform(FixID fix) { actions->press(rawValue(fix)); }
     void perform(FixID fix, const ProcessGroup& group) { actions->perform(fix, &group); }
 
     std::optional<Question> question() const {

@@ -121,13 +121,5 @@ TEST_F(QuitTest, RunsBesideAnotherQuit) {
     EXPECT_EQ(scheduler.pendingSleeps(), 0U);
 }
 
-TEST_F(QuitTest, WaitsForAllCopiesOfTheApplication) {
-    launch("Notes", QuitHabit::resists);
-    askToQuit(groupOf(notes));
-    advance(10);
-    EXPECT_EQ(question(), forceQuestion) << "one of two is gone";
-    EXPECT_EQ(mac.machine.lock()->running.size(), 1U);
-}
-
 } // namespace
 } // namespace pacelet::testing

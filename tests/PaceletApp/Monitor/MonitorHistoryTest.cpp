@@ -12,6 +12,8 @@ class MonitorHistory : public MonitorRig {
 protected:
     fs::path folder() { return fs::path{mac.platform().applicationSupport} / "Pacelet"; }
 
+    void setHeat(int state) { mac.machine.lock()->vitals.thermalState = state; }
+
     std::vector<MinuteRecord> records() { return monitor->usageStore().load(fromUnixTime(0)); }
 };
 
@@ -48,8 +50,9 @@ TEST_F(MonitorHistory, AWriteThatFailsIsLoggedAndItsRecordLost) {
 
 TEST_F(MonitorHistory, ReadsOnceWhatTheMacIsAndThenPrunes) {
     fs::create_directories(folder());
-    for (const char* const day : {"2026-02-03", "2026-02-04", "2026-03-06"}) {
-        std::ofstream{folder() / (std::string{"usage-"} + day + ".jsonl")} << "\n";
+    for (const char* const file : {"usage-2026-02-03.jsonl", "causes-2026-02-03.jsonl",
+                                   "usage-2026-02-04.jsonl", "usage-2026-03-06.jsonl"}) {
+        std::ofstream{folder() / file} << "\n";
     }
     make();
     Notifications notifications{*monitor};
@@ -61,12 +64,46 @@ TEST_F(MonitorHistory, ReadsOnceWhatTheMacIsAndThenPrunes) {
     EXPECT_EQ(calls("/usr/sbin/system_profiler"), 1);
     ASSERT_TRUE(monitor->mac());
     EXPECT_EQ(monitor->mac()->chip, "Apple M2");
-    EXPECT_EQ(
-        std::ranges::count_if(notifications.told,
-                              [&](const Fields& fields) { return fields.hold(monitor->mac); }),
-        1);
+    EXPECT_EQ(std::ranges::count(notifications.told, Fields{monitor->mac}), 1);
     EXPECT_FALSE(fs::exists(folder() / "usage-2026-02-03.jsonl"));
+    EXPECT_FALSE(fs::exists(folder() / "causes-2026-02-03.jsonl"));
     EXPECT_TRUE(fs::exists(folder() / "usage-2026-02-04.jsonl"));
+}
+
+TEST_F(MonitorHistory, TellsWhatStoodEarlierWhileAllIsQuiet) {
+    startUp();
+    setHeat(2);
+    advance(300);
+    EXPECT_EQ(monitor->earlier(), std::nullopt) << "it still stands";
+    setHeat(0);
+    advance(120);
+    ASSERT_NE(monitor->earlier(), std::nullopt);
+    EXPECT_EQ(monitor->earlier()->cause.kind, FindingKind::heat);
+    EXPECT_NEAR(monitor->earlier()->stood.count(), 300, 31);
+    const Spell told = *monitor->earlier();
+    startUp();
+    advance(30);
+    ASSERT_NE(monitor->earlier(), std::nullopt) << "another run knows it from the file";
+    EXPECT_NEAR((monitor->earlier()->end - told.end).count(), 0, 60);
+    monitor->setKeepHistory(false);
+    EXPECT_EQ(monitor->earlier(), std::nullopt);
+    monitor->setKeepHistory(true);
+    advance(30);
+    Notifications notifications{*monitor};
+    monitor->forgetEarlier();
+    EXPECT_THAT(notifications.take(), ElementsAre(Fields{monitor->earlier}));
+    advance(30);
+    EXPECT_EQ(monitor->earlier(), std::nullopt);
+
+    monitor->setKeepHistory(false);
+    const auto noted = [this] { return monitor->causeStore().load(distantPast).entries().size(); };
+    const std::size_t before = noted();
+    setHeat(2);
+    advance(300);
+    setHeat(0);
+    advance(300);
+    EXPECT_EQ(noted(), before);
+    EXPECT_EQ(monitor->earlier(), std::nullopt);
 }
 
 } // namespace

@@ -27,6 +27,7 @@ TEST_F(MonitorItems, AreScannedOnceAMinuteWhileTheWindowIsVisible) {
     advance(3);
     EXPECT_EQ(scans(), 2);
     monitor->setWindowVisible(false);
+    EXPECT_FALSE(monitor->backgroundItemsKnown());
     monitor->setWindowVisible(true); // nothing is left of the last scan
     scheduler.settle();
     EXPECT_EQ(scans(), 3);
@@ -56,6 +57,17 @@ TEST_F(MonitorItems, AreMatchedByPathWhenLaunchctlFails) {
     EXPECT_TRUE(logged().empty());
 }
 
+TEST_F(MonitorItems, HoldWhatTheDesktopHasSetUpToo) {
+    struct Desktop final : BackgroundItemSource {
+        std::vector<BackgroundItem> items() override { return {BackgroundItem{}}; }
+    } desktop;
+    Platform here = mac.platform();
+    here.backgroundItems = &desktop;
+    monitor = std::make_unique<Monitor>(here, scheduler, smallCatalog());
+    refresh(true);
+    EXPECT_EQ(monitor->backgroundItems().size(), 2U);
+}
+
 TEST_F(MonitorItems, TheTickWaitsForItsScanAndHasToldTheRestBefore) {
     startUp();
     scheduler.setBackgroundDuration(Seconds{1});
@@ -64,9 +76,12 @@ TEST_F(MonitorItems, TheTickWaitsForItsScanAndHasToldTheRestBefore) {
     EXPECT_EQ(monitor->lastChecked(), scheduler.now());
     EXPECT_TRUE(monitor->backgroundItems().empty());
     const std::int64_t before = samples();
+    Notifications notifications{*monitor};
     monitor->checkNow(); // still ticking
     advance(1);
     EXPECT_EQ(samples(), before);
+    EXPECT_THAT(notifications.take(),
+                ElementsAre(Fields{monitor->backgroundItems, monitor->backgroundItemsKnown}));
     EXPECT_EQ(monitor->backgroundItems().size(), 1U);
     advance(2.5);
     EXPECT_EQ(samples(), before);

@@ -14,7 +14,7 @@ struct Truth {
 };
 
 /// Thirty days of a machine of which it is known what slows it down, and when.
-class MonitorJournal : public MonitorRig {
+class MonitorJournal : public MonitorRig, public ::testing::WithParamInterface<std::uint64_t> {
 protected:
     int below(int count) { return std::uniform_int_distribution<int>{0, count - 1}(random_); }
 
@@ -93,10 +93,7 @@ protected:
     std::map<std::int64_t, double> openSeconds_; ///< by the minute in which a run of it ended
 };
 
-class MonitorJournalSoak : public MonitorJournal,
-                           public ::testing::WithParamInterface<std::uint64_t> {};
-
-TEST_P(MonitorJournalSoak, TellsTheTimesOfTheTrueCauses) {
+TEST_P(MonitorJournal, TellsTheTimesOfTheTrueCauses) {
     random_.seed(GetParam());
     startUp();
     const TimePoint begin = scheduler.now();
@@ -138,37 +135,7 @@ TEST_P(MonitorJournalSoak, TellsTheTimesOfTheTrueCauses) {
     EXPECT_EQ(spells, static_cast<std::int64_t>(truths_.size()));
 }
 
-INSTANTIATE_TEST_SUITE_P(Seeds, MonitorJournalSoak, ::testing::Values(16, 20260306));
-
-TEST_F(MonitorJournal, TellsWhatStoodEarlierWhileAllIsQuiet) {
-    startUp();
-    cause(2, true);
-    advance(300);
-    EXPECT_EQ(monitor->earlier(), std::nullopt) << "it still stands";
-    cause(2, false);
-    advance(120);
-    ASSERT_NE(monitor->earlier(), std::nullopt);
-    EXPECT_EQ(monitor->earlier()->cause.kind, FindingKind::heat);
-    EXPECT_NEAR(monitor->earlier()->stood.count(), 300, 31);
-    const Spell told = *monitor->earlier();
-    startUp();
-    advance(30);
-    ASSERT_NE(monitor->earlier(), std::nullopt) << "another run knows it from the file";
-    EXPECT_NEAR((monitor->earlier()->end - told.end).count(), 0, 60);
-    monitor->forgetEarlier();
-    advance(30);
-    EXPECT_EQ(monitor->earlier(), std::nullopt);
-
-    monitor->setKeepHistory(false);
-    const auto noted = [this] { return monitor->causeStore().load(distantPast).entries().size(); };
-    const std::size_t before = noted();
-    cause(2, true);
-    advance(300);
-    cause(2, false);
-    advance(300);
-    EXPECT_EQ(noted(), before);
-    EXPECT_EQ(monitor->earlier(), std::nullopt);
-}
+INSTANTIATE_TEST_SUITE_P(Seeds, MonitorJournal, ::testing::Values(16, 20260306));
 
 } // namespace
 } // namespace pacelet::testing

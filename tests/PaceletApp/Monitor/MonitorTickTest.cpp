@@ -146,13 +146,15 @@ TEST_F(MonitorTick, TellsSettersOnlyOfChanges) {
     monitor->setStuckApp(std::nullopt);
     EXPECT_THAT(notifications.take(), IsEmpty());
     monitor->setMenuOpen(true);
+    monitor->setWindowVisible(true);
     monitor->setKeepHistory(false);
     monitor->setStuckApp("Notes");
     monitor->setStuckApp("Notes");
     monitor->togglePause();
     EXPECT_THAT(notifications.take(),
-                ElementsAre(Fields{monitor->menuOpen}, Fields{monitor->keepHistory},
-                            Fields{monitor->stuckApp}, Fields{monitor->isPaused}));
+                ElementsAre(Fields{monitor->menuOpen}, Fields{monitor->windowVisible},
+                            Fields{monitor->keepHistory}, Fields{monitor->stuckApp},
+                            Fields{monitor->isPaused}));
 }
 
 TEST_F(MonitorTick, SpotlightsSpellFollowsTheSmoothedLoadAndSurvivesSleep) {
