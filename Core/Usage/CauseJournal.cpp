@@ -64,7 +64,7 @@ std::vector<std::vector<float>> CauseJournal::shares(std::int64_t first, std::in
     // Of parts that are no whole minutes long, some have a minute more than others.
     std::vector<float> secondsOf(parts);
     for (std::int64_t t = first; t < end; ++t) {
-        secondsOf[partOf(t)] += static_cast<float>(secondsPerMinute);
+        secondsOf.at(partOf(t)) += static_cast<float>(secondsPerMinute);
     }
     for (const Entry& entry : between(first, end)) {
         const std::size_t part = partOf(entry.t);

@@ -16,7 +16,7 @@ namespace {
 TEST(PSParser, ReadsColumnsAndKeepsBlanksInPaths) {
     const auto samples = PSParser::parse(
         "    1     0     0 root       9:01.72   12345   0.3 /sbin/launchd\n"
-        "  812     1   501 ann     1:02:03.50  2048  150.5 /Applications/Two Words.app/Contents/"
+        "  812     1   501 ann     62:03.500  2048  150.500 /Applications/Two Words.app/Contents/"
         "MacOS/Two  Words \n"
         "+3 -4 5 u 0:00.00 -1 -2.5  bare");
     ASSERT_EQ(samples.size(), 3U);

@@ -46,11 +46,10 @@ TEST(StandardStreams, AreMendedAfterACarelessParent) {
             ::close(descriptor);
         }
         StandardStreams::secure();
-        const bool areOpen = ::dup(STDOUT_FILENO) == unused; // the lowest number that is free
-        ::_exit(areOpen && std::signal(SIGPIPE, SIG_DFL) == SIG_IGN &&
-                        std::signal(SIGCHLD, SIG_DFL) == SIG_DFL
-                    ? 0
-                    : 1);
+        const bool areMended = ::dup(STDOUT_FILENO) == unused && // the lowest that is free
+                               std::signal(SIGPIPE, SIG_DFL) == SIG_IGN &&
+                               std::signal(SIGCHLD, SIG_DFL) == SIG_DFL;
+        ::_exit(areMended ? 0 : 1);
     };
     EXPECT_EXIT(start(), ::testing::ExitedWithCode(0), "");
 }
