@@ -5,6 +5,7 @@
 #include "Core/Support/Text.h"
 
 #include <algorithm>
+#include <numeric>
 #include <string>
 #include <tuple>
 #include <unordered_map>
@@ -84,9 +85,7 @@ void complete(ProcessGroup& group, std::uint32_t currentUID) {
 /// Sorts through a list of places: moving 8 bytes about is cheaper than moving whole groups.
 std::vector<ProcessGroup> sorted(std::vector<ProcessGroup> groups) {
     std::vector<std::size_t> order(groups.size());
-    for (std::size_t place = 0; place < order.size(); ++place) {
-        order[place] = place;
-    }
+    std::iota(order.begin(), order.end(), std::size_t{0});
     std::ranges::sort(order, [&](std::size_t left, std::size_t right) {
         const ProcessGroup& a = groups[left];
         const ProcessGroup& b = groups[right];

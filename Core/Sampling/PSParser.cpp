@@ -52,9 +52,9 @@ public:
     bool integer(Integer& value) {
         skipBlanks();
         std::int64_t digits = 0;
-        const int count = readDigits(digits);
+        readDigits(digits);
         value = static_cast<Integer>(digits);
-        return count > 0 && isAtBlank();
+        return isAt(' '); // behind a digit, as it began at no blank
     }
 
     /// Digits, a point, two digits at the most and a blank: exact as one division.
@@ -62,32 +62,30 @@ public:
         constexpr std::array<double, 3> powers{1, 10, 100};
         skipBlanks();
         std::int64_t digits = 0;
-        if (readDigits(digits) == 0 || at_ == end_ || *at_ != '.') {
+        if (readDigits(digits) == 0 || !isAt('.')) {
             return false;
         }
         ++at_;
         const int fraction = readDigits(digits);
-        if (fraction == 0 || fraction > 2 || !isAtBlank()) {
+        if (fraction == 0 || fraction > 2) {
             return false;
         }
         value = static_cast<double>(digits) / powers[static_cast<std::size_t>(fraction)];
-        return true;
+        return isAt(' ');
     }
 
     /// Minutes, a colon and seconds.
     bool minutesAndSeconds(double& value) {
         skipBlanks();
         std::int64_t minutes = 0;
-        if (readDigits(minutes) == 0 || at_ == end_ || *at_ != ':') {
+        if (readDigits(minutes) == 0 || !isAt(':')) {
             return false;
         }
         ++at_;
-        double seconds = 0;
-        if (at_ == end_ || *at_ == ' ' || !decimal(seconds)) {
-            return false;
-        }
-        value = static_cast<double>(minutes) * 60 + seconds;
-        return true;
+        double beyond = 0;
+        const bool reads = !isAt(' ') && decimal(beyond);
+        value = static_cast<double>(minutes) * 60 + beyond;
+        return reads;
     }
 
     std::string_view word() {
@@ -100,16 +98,13 @@ public:
     }
 
     /// What follows the one blank at hand.
-    std::string_view rest() {
-        return at_ == end_ ? std::string_view{}
-                           : std::string_view{at_ + 1, static_cast<std::size_t>(end_ - at_ - 1)};
-    }
+    std::string_view rest() { return {at_ + 1, static_cast<std::size_t>(end_ - at_ - 1)}; }
 
 private:
-    bool isAtBlank() const { return at_ != end_ && *at_ == ' '; }
+    bool isAt(char character) const { return at_ != end_ && *at_ == character; }
 
     void skipBlanks() {
-        while (isAtBlank()) {
+        while (isAt(' ')) {
             ++at_;
         }
     }
@@ -142,13 +137,10 @@ bool scanPlainLine(std::string_view line, ProcessSample& sample) {
         return false;
     }
     const std::string_view path = scanner.rest();
-    if (path.empty()) {
-        return false;
-    }
     sample.user.assign(user);
     sample.rssBytes = rssKilobytes * 1024;
     sample.path.assign(path);
-    return true;
+    return !path.empty();
 }
 
 } // namespace

@@ -11,17 +11,12 @@ namespace {
 
 constexpr std::string_view executableFolder = "/Contents/MacOS/";
 
-/// Whether `path` is an executable right in the bundle's executable folder, not in one below it.
+/// Whether `path`, which begins with the bundle's, is an executable right in the bundle's
+/// executable folder, not in one below it.
 bool isMainExecutable(std::string_view path, std::string_view appPath) {
-    if (!path.starts_with(appPath)) {
-        return false;
-    }
-    path.remove_prefix(appPath.size());
-    if (!path.starts_with(executableFolder)) {
-        return false;
-    }
-    path.remove_prefix(executableFolder.size());
-    return path.find('/') == std::string_view::npos;
+    const std::string_view folder = path.substr(0, path.rfind('/') + 1);
+    return folder.size() == appPath.size() + executableFolder.size() &&
+           folder.ends_with(executableFolder);
 }
 
 } // namespace

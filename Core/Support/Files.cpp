@@ -31,21 +31,21 @@ Descriptor openRegular(const std::string& path, struct stat& facts) {
     return file;
 }
 
-/// Reads until `contents` is full or the file ends; cuts `contents` to what was read.
+/// Reads until `contents` is full or the file ends; cuts `contents` to what was read, and to
+/// nothing on an error.
 std::error_code readInto(int fd, std::string& contents) {
     std::size_t filled = 0;
     while (filled < contents.size()) {
         const ssize_t count = ::read(fd, contents.data() + filled, contents.size() - filled);
-        if (count < 0 && errno == EINTR) {
-            continue;
-        }
-        if (count < 0) {
-            return lastError();
-        }
-        if (count == 0) {
+        if (count > 0) {
+            filled += static_cast<std::size_t>(count);
+        } else if (count == 0) {
             break;
+        } else if (errno != EINTR) {
+            const std::error_code error = lastError();
+            contents.clear();
+            return error;
         }
-        filled += static_cast<std::size_t>(count);
     }
     contents.resize(filled);
     return {};
@@ -86,27 +86,25 @@ std::error_code readFile(const std::string& path, std::size_t maximumBytes, std:
         return std::make_error_code(std::errc::file_too_large);
     }
     contents.resize(static_cast<std::size_t>(facts.st_size));
-    const std::error_code error = readInto(file.get(), contents);
-    if (error) {
-        contents.clear();
-    }
-    return error;
+    return readInto(file.get(), contents);
 }
 
 std::string readBeginning(const std::string& path, std::size_t bytes) {
     struct stat facts {};
     const Descriptor file = openRegular(path, facts);
     std::string contents(file ? bytes : 0, '\0');
-    return readInto(file.get(), contents) ? std::string{} : contents;
+    [[maybe_unused]] const std::error_code unread = readInto(file.get(), contents);
+    return contents;
 }
 
 std::error_code writeAll(int fd, std::string_view bytes) {
     while (!bytes.empty()) {
         const ssize_t count = ::write(fd, bytes.data(), bytes.size());
-        if (count < 0 && errno != EINTR) {
+        if (count >= 0) {
+            bytes.remove_prefix(static_cast<std::size_t>(count));
+        } else if (errno != EINTR) {
             return lastError();
         }
-        bytes.remove_prefix(count > 0 ? static_cast<std::size_t>(count) : 0);
     }
     return {};
 }

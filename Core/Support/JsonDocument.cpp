@@ -9,66 +9,52 @@ namespace pacelet {
 
 namespace {
 
+constexpr std::string_view digits = "0123456789";
+
 /// Takes `text` apart from its beginning on.
 class NumberScan {
 public:
     explicit NumberScan(std::string_view text)
-        : text_{text} {}
+        : rest_{text} {}
 
-    /// Behind the number at the beginning, by the grammar of JSON; 0 when none stands there.
-    std::size_t length() {
-        take('-');
-        const bool startsWithZero = take('0');
-        if (!startsWithZero && !takeDigits()) {
-            return 0;
-        }
-        if (take('.')) {
-            isInteger_ = false;
-            if (!takeDigits()) {
-                return 0;
-            }
-        }
-        if (take('e') || take('E')) {
-            isInteger_ = false;
-            if (!take('+')) {
-                take('-');
-            }
-            if (!takeDigits()) {
-                return 0;
-            }
-        }
-        return at_;
+    /// Whether it is a number from end to end, by the grammar of JSON.
+    bool isNumber() {
+        take("-");
+        return (take("0") || takeDigits()) && (!take(".") || takeDigits()) &&
+               (!take("eE") || takeExponent()) && rest_.empty();
     }
 
-    bool isInteger() const { return isInteger_; }
-
 private:
-    bool take(char character) {
-        const bool stands = at_ < text_.size() && text_[at_] == character;
-        at_ += stands ? 1 : 0;
-        return stands;
+    bool takeExponent() {
+        take("+-");
+        return takeDigits();
     }
 
     bool takeDigits() {
-        const std::size_t first = at_;
-        while (at_ < text_.size() && text_[at_] >= '0' && text_[at_] <= '9') {
-            ++at_;
+        const bool stands = take(digits);
+        while (take(digits)) {
         }
-        return at_ > first;
+        return stands;
     }
 
-    std::string_view text_;
-    std::size_t at_ = 0;
-    bool isInteger_ = true;
+    /// Takes the next character, if it is one of these.
+    bool take(std::string_view any) {
+        const bool stands = !rest_.empty() && any.find(rest_.front()) != std::string_view::npos;
+        rest_.remove_prefix(stands ? 1 : 0);
+        return stands;
+    }
+
+    std::string_view rest_;
 };
 
-std::string fitted(std::string_view number, bool isInteger) {
+std::string fitted(std::string_view number) {
     if (parseInteger<std::int64_t>(number) || parseInteger<std::uint64_t>(number)) {
         return std::string{number};
     }
     if (!parseFloat(number)) {
         return "false";
     }
+    const bool isInteger = number.find_first_of(".eE") == std::string_view::npos;
     return std::string{number} + (isInteger ? "e0" : "");
 }
 
@@ -84,7 +70,7 @@ std::size_t stringLength(std::string_view json) {
 }
 
 bool beginsNumber(char character) {
-    return character == '-' || (character >= '0' && character <= '9');
+    return character == '-' || digits.find(character) != std::string_view::npos;
 }
 
 /// All that may stand in a number, right or wrong, so that a wrong one stays in one piece.
@@ -106,9 +92,7 @@ std::string fittedNumbers(std::string_view json) {
         } else if (beginsNumber(json.front())) {
             length = wordLength(json);
             const std::string_view word = json.substr(0, length);
-            NumberScan number{word};
-            const bool isWhole = number.length() == length;
-            result += isWhole ? fitted(word, number.isInteger()) : std::string{word};
+            result += NumberScan{word}.isNumber() ? fitted(word) : std::string{word};
         } else {
             result += json.front();
         }

@@ -2,7 +2,6 @@
 
 #include "Core/Support/Files.h"
 
-#include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <fcntl.h>
@@ -14,7 +13,7 @@ namespace pacelet::StandardStreams {
 void secure() {
     // The lowest number that is free is given first, so they are opened in order.
     for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
-        if (::fcntl(stream, F_GETFD) < 0 && errno == EBADF) {
+        if (::fcntl(stream, F_GETFD) < 0) {
             [[maybe_unused]] const int opened = ::open("/dev/null", O_RDWR);
         }
     }

@@ -249,7 +249,7 @@ bool readsWhole(std::string_view text, double& value) {
 } // namespace
 
 std::optional<double> parseFloat(std::string_view text) {
-    if (text.size() > 1 && text.front() == '+' && text[1] != '-') {
+    if (text.starts_with('+') && !text.starts_with("+-")) {
         text.remove_prefix(1);
     }
     double value = 0;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <fmt/format.h>
+#include <tuple>
 
 namespace pacelet {
 
@@ -11,7 +12,7 @@ std::uint32_t CauseJournal::placeOf(FindingKind kind, std::string_view id, std::
     // Most minutes have the cause of the minute before.
     if (lastPlace_ < causes_.size()) {
         const Cause& last = causes_[lastPlace_];
-        if (last.kind == kind && last.name == name && last.id == id) {
+        if (std::tie(last.kind, last.name, last.id) == std::tie(kind, name, id)) {
             return lastPlace_;
         }
     }
@@ -57,15 +58,13 @@ std::vector<CauseSummary> CauseJournal::summary(std::int64_t first, std::int64_t
 std::vector<std::vector<float>> CauseJournal::shares(std::int64_t first, std::int64_t end,
                                                      std::size_t parts) const {
     std::vector<std::vector<float>> shares(causes_.size(), std::vector<float>(parts));
-    const double partMinutes = static_cast<double>(end - first) / static_cast<double>(parts);
     const auto partOf = [&](std::int64_t t) {
-        const auto part = static_cast<std::size_t>(static_cast<double>(t - first) / partMinutes);
-        return std::min(part, parts - 1); // whatever a division of long times rounds to
+        return static_cast<std::size_t>(t - first) * parts / static_cast<std::size_t>(end - first);
     };
     // Of parts that are no whole minutes long, some have a minute more than others.
     std::vector<float> secondsOf(parts);
     for (std::int64_t t = first; t < end; ++t) {
-        secondsOf[partOf(t)] += static_cast<float>(secondsPerMinute);
+        secondsOf.at(partOf(t)) += static_cast<float>(secondsPerMinute);
     }
     for (const Entry& entry : between(first, end)) {
         const std::size_t part = partOf(entry.t);

@@ -16,11 +16,11 @@ std::error_code lastError() {
 }
 
 /// Whether the file's last line lacks its end: a power cut or a full disk may have taken it. A file
-/// that may not be read counts as whole.
+/// that may not be read counts as whole, as does an empty one, which has nothing before its end.
 bool endsWithinLine(const std::string& path, off_t end) {
     const Descriptor file{::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)};
     char last = '\n';
-    return end > 0 && file && ::pread(file.get(), &last, 1, end - 1) == 1 && last != '\n';
+    return ::pread(file.get(), &last, 1, end - 1) == 1 && last != '\n';
 }
 
 } // namespace

@@ -37,7 +37,7 @@ std::optional<MinuteRecord> MinuteAggregator::add(double cpuLoad, Pressure press
     }
     minute = sampled;
     sum += cpuLoad;
-    peak = peak <= cpuLoad ? cpuLoad : peak;
+    peak = std::max(peak, cpuLoad);
     worst = std::max(worst, rank(pressure));
     swap = swapUsed;
     mem = memUsed;

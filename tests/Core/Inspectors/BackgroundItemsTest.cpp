@@ -77,27 +77,6 @@ TEST(BackgroundItems, FindTheirOwner) {
     }
 }
 
-TEST(BackgroundItems, ReadTheListOfRunningJobs) {
-    EXPECT_EQ(parseLaunchctlList("PID\tStatus\tLabel\n"
-                                 "123\t0\tcom.a\n"
-                                 "-\t0\tcom.b\n"
-                                 "\n"
-                                 "-7\t-9\tcom.c\textra\n"
-                                 "\t\t+8\t\t0\tcom. d \t\n"
-                                 "2147483648\t0\tcom.e\n"
-                                 "12x\t0\tcom.f\n"
-                                 "12\tcom.g\n"
-                                 " 12\t0\tcom.h\n"
-                                 "5\t0\tcom.a\n"
-                                 "2147483647\t0\tcom.i"),
-              (RunningJobs{{"com.a", 5}, {"com.c", -7}, {"com. d ", 8}, {"com.i", 2147483647}}));
-    for (const char* text : {"", "\n\n", "PID\tStatus\tLabel\n", "123\t0\tcom.a"}) {
-        EXPECT_TRUE(parseLaunchctlList(text).empty()) << text;
-    }
-    EXPECT_EQ(parseLaunchctlList("\n\nany\r\n1\t0\tcom.a\r\n"), (RunningJobs{{"com.a\r", 1}}))
-        << "only a line feed ends a line";
-}
-
 TEST(BackgroundItems, RunUnderTheirLabelOrElseByTheirProgram) {
     const auto item = [](const char* itemLabel, std::optional<std::string> program) {
         BackgroundItem made;

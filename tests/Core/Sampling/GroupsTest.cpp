@@ -60,7 +60,7 @@ TEST(AppGrouper, ChoosesThePrimary) {
     const auto primaryOf = [&](std::vector<ProcessUsage> usages) {
         return AppGrouper::group(std::move(usages), me).front().primary().pid;
     };
-    EXPECT_EQ(primaryOf({usage(1, app + "/Contents/XPC/a", 5), usage(2, app + "/Contents/b", 9),
+    EXPECT_EQ(primaryOf({usage(1, app + "/Contents/Extra/a", 5), usage(2, app + "/Contents/b", 9),
                          usage(3, app + "/Contents/c", 9)}),
               2)
         << "without the main executable the busiest, the earliest on a tie";
@@ -68,6 +68,7 @@ TEST(AppGrouper, ChoosesThePrimary) {
                          usage(2, app + "/Contents/MacOS/A", 0)}),
               2);
     EXPECT_EQ(primaryOf({usage(1, app, 1), usage(2, app, 3)}), 2);
+    EXPECT_DEATH(ProcessGroup{}.primary(), "no members");
 }
 
 TEST(AppGrouper, SortsByLoadThenByPlainText) {

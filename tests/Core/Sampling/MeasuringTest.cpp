@@ -34,6 +34,9 @@ TEST(CPUMeter, DividesCPUTimeByWallTime) {
     EXPECT_DOUBLE_EQ(cpuOf(at(10, {sample(7, "/a", 5.0)}), at(12, {sample(7, "/a", 5.5)})), 25);
     EXPECT_DOUBLE_EQ(cpuOf(at(10, {sample(7, "/a", 5)}), at(13, {sample(7, "/a", 11)})), 200)
         << "no clamp from above";
+    EXPECT_EQ(cpuOf(at(10, {sample(7, "/a", 5)}), at(12, {sample(7, "/a", 5, 33)})), 0) << "idle";
+    EXPECT_EQ(CPUMeter::total(std::vector{testing::usage(1, "/a", 2), testing::usage(2, "/b", 3)}),
+              5);
     EXPECT_DOUBLE_EQ(
         cpuOf(at(10, {sample(7, "/a", 1), sample(7, "/a", 4)}), at(12, {sample(7, "/a", 5)})), 50)
         << "of two samples of one pid the later one stands";
@@ -128,9 +131,8 @@ TEST(SignalReader, DegradesToDocumentedValues) {
     const SystemSignals bare = SignalReader::read(kernel, clock, 0);
     EXPECT_EQ(bare, (SystemSignals{0, 8, Pressure::normal, 0, Thermal::normal, 0, 0, 77.5,
                                    kernel.memory}));
-    kernel.capacities = VolumeCapacities{std::nullopt, 100};
-    EXPECT_EQ(SignalReader::read(kernel, clock, 0).diskFreeBytes, 0);
-    EXPECT_EQ(SignalReader::read(kernel, clock, 0).diskTotalBytes, 100);
+    kernel.capacities = VolumeCapacities{};
+    EXPECT_EQ(SignalReader::read(kernel, clock, 0), bare);
 }
 
 TEST(MemoryStats, SplitsPhysicalMemory) {

@@ -1,3 +1,4 @@
+#include "Core/Sampling/LaunchctlList.h"
 #include "Core/Sampling/PSParser.h"
 #include "Core/Sampling/PSProcessSource.h"
 #include "tests/Support/FakeKernel.h"
@@ -15,7 +16,7 @@ namespace {
 TEST(PSParser, ReadsColumnsAndKeepsBlanksInPaths) {
     const auto samples = PSParser::parse(
         "    1     0     0 root       9:01.72   12345   0.3 /sbin/launchd\n"
-        "  812     1   501 ann     1:02:03.50  2048  150.5 /Applications/Two Words.app/Contents/"
+        "  812     1   501 ann     62:03.500  2048  150.500 /Applications/Two Words.app/Contents/"
         "MacOS/Two  Words \n"
         "+3 -4 5 u 0:00.00 -1 -2.5  bare");
     ASSERT_EQ(samples.size(), 3U);
@@ -59,12 +60,33 @@ TEST(PSParser, ReadsOrdinaryLinesLikeAllOthers) {
             return *rc::gen::resize(most, rc::gen::nonEmpty(rc::gen::container<std::string>(
                                               rc::gen::inRange('0', char('9' + 1)))));
         };
-        const std::string rest = " 1 " + digits(12) + " ann " + digits(4) + ":" + digits(3) + "." +
-                                 digits(4) + "  " + digits(14) + " " + digits(5) + "." + digits(3) +
+        const std::string rest = " 1 " + digits(10) + " ann " + digits(4) + ":" + digits(3) + "." +
+                                 digits(3) + "  " + digits(10) + " " + digits(5) + "." + digits(3) +
                                  " /a b/c";
-        const std::string pid = digits(12);
+        const std::string pid = digits(10);
         RC_ASSERT(PSParser::parse(pid + rest) == PSParser::parse("+" + pid + rest));
     }));
+}
+
+TEST(LaunchctlList, KeepsWhatHasAPidAndALabel) {
+    EXPECT_EQ(parseLaunchctlList("PID\tStatus\tLabel\n"
+                                 "123\t0\tcom.a\n"
+                                 "-\t0\tcom.b\n"
+                                 "\n"
+                                 "-7\t-9\tcom.c\textra\n"
+                                 "\t\t+8\t\t0\tcom. d \t\n"
+                                 "2147483648\t0\tcom.e\n"
+                                 "12x\t0\tcom.f\n"
+                                 "12\tcom.g\n"
+                                 " 12\t0\tcom.h\n"
+                                 "5\t0\tcom.a\n"
+                                 "2147483647\t0\tcom.i"),
+              (RunningJobs{{"com.a", 5}, {"com.c", -7}, {"com. d ", 8}, {"com.i", 2147483647}}));
+    for (const char* text : {"", "\n\n", "PID\tStatus\tLabel\n", "123\t0\tcom.a"}) {
+        EXPECT_TRUE(parseLaunchctlList(text).empty()) << text;
+    }
+    EXPECT_EQ(parseLaunchctlList("\n\nany\r\n1\t0\tcom.a\r\n"), (RunningJobs{{"com.a\r", 1}}))
+        << "only a line feed ends a line";
 }
 
 class PSProcessSources : public ::testing::Test {

@@ -25,6 +25,8 @@ TEST(Text, ReadsNumbersStrictlyInTheCLocale) {
     for (const auto& [text, number] : rows<2>("Support", "floats")) {
         EXPECT_EQ(shown(parseFloat(text)), number) << '"' << text << '"';
     }
+    EXPECT_EQ(parseFloat(std::string_view{"1.55", 3}), 1.5);
+    EXPECT_EQ(asciiLowercased("AZ[@"), "az[@");
 }
 
 TEST(Text, TakesPathsApart) {

@@ -35,9 +35,12 @@ TEST(MinuteAggregator, ClosesAMinuteWithTheFirstSampleOfAnother) {
     EXPECT_TRUE(fold(aggregator, {{600, 10, Pressure::critical, 900, 50},
                                   {659.9, 30, Pressure::elevated, 300, 70}})
                     .empty());
-    const auto records = fold(aggregator, {{660, 4, Pressure::elevated, 1, 2}, {719, 2}, {720, 0}});
-    EXPECT_EQ(records,
-              (std::vector<MinuteRecord>{{10, 20, 30, 2, 300, 70, 2}, {11, 3, 4, 1, 0, 0, 2}}))
+    const auto records = fold(
+        aggregator,
+        {{660, 0.5, Pressure::normal, 1, 2}, {719, 0}, {720, 4, Pressure::elevated}, {780, 0}});
+    EXPECT_THAT(records, ElementsAre(MinuteRecord{10, 20, 30, 2, 300, 70, 2},
+                                     MinuteRecord{11, 0.25, 0.5, 0, 0, 0, 2},
+                                     MinuteRecord{12, 4, 4, 1, 0, 0, 1}))
         << "worst pressure and peak start over, swap and memory are the last sample's";
 }
 
