@@ -129,7 +129,8 @@ TEST(PropertyList, RefusesWhatWasCutOffOrIsNotWhole) {
          {"<key>b</key></dict>", "<key>b</key><key>c</key><true/></dict>", "<true/></dict>", "",
           "<key>b</key><array></dict>", "<key>b</key><what/></dict>", "</dict><dict></dict>",
           "<dict></dict>", "<?x ?></dict>", "</array>", "</array></dict>",
-          "<key>b</key><array </array></dict>", "<key>b</key><plist><true/></plist></dict>"}) {
+          "<key>b</key><array </array></dict>",
+          "<key>b</key><array><plist><true/></plist></array></dict>"}) {
         EXPECT_FALSE(PropertyListLimits::allow(xml(head + rest))) << rest;
     }
     EXPECT_FALSE(PropertyListLimits::allow(whole + '<'));

@@ -22,7 +22,7 @@ TEST(HostWords, AreTrueOfTheMachine) {
          "Shared by all computers, and your computer's own"},
         {{"iMacs", 4}, ""}, // a view into a longer text
         {"Macaulay runs MacDown, iMac and Mac_OS on a MacBook. Macz MacA MacZ Mac0 Mac9", ""},
-        {"L\u00c0Mac\u00e9 my_kernel_task holds back", ""},
+        {"L\u00c0Mac Mac\u00e9 my_kernel_task holds back", ""},
         {"", ""},
     };
     for (const auto& [written, onLinux] : sentences) {
