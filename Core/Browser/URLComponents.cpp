@@ -7,12 +7,9 @@ namespace pacelet {
 
 namespace {
 
-/// The part of `text` that `range` marks. The parser marks an empty piece anywhere at all, so its
+/// The part of the text that `range` marks. The parser marks an empty piece anywhere at all, so its
 /// place is not looked at.
 std::string_view piece(const UriTextRangeA& range) {
-    if (range.first == nullptr || range.first == range.afterLast) {
-        return {};
-    }
     return {range.first, static_cast<std::size_t>(range.afterLast - range.first)};
 }
 

@@ -114,15 +114,12 @@ private:
         if (std::strcmp(entry.d_name, ".") == 0 || std::strcmp(entry.d_name, "..") == 0) {
             return;
         }
-        if (entry.d_type == DT_DIR) {
-            level.pending.append(entry.d_name).push_back('\0');
-            return;
-        }
         struct stat facts {};
-        if (::fstatat(folder, entry.d_name, &facts, AT_SYMLINK_NOFOLLOW) != 0) {
+        const bool isFolder = entry.d_type == DT_DIR;
+        if (!isFolder && ::fstatat(folder, entry.d_name, &facts, AT_SYMLINK_NOFOLLOW) != 0) {
             return;
         }
-        if (S_ISDIR(facts.st_mode)) {
+        if (isFolder || S_ISDIR(facts.st_mode)) {
             level.pending.append(entry.d_name).push_back('\0');
         } else if (S_ISREG(facts.st_mode)) {
             visit_(facts);

@@ -49,10 +49,11 @@ struct Machine : DiagnosisInput {
         now = fromUnixTime(1'800'000'000);
     }
 
-    DiagnosisResult run() {
+    Diagnosis::WeighedResult weigh() {
         groups = running;
-        return Diagnosis::run(*this, catalog);
+        return Diagnosis::weigh(*this, catalog);
     }
+    DiagnosisResult run() { return weigh().result; }
     void disk(std::int64_t freeGB, std::int64_t totalGB) {
         signals.diskFreeBytes = freeGB * decimalGB;
         signals.diskTotalBytes = totalGB * decimalGB;
@@ -96,7 +97,8 @@ TEST(Diagnosis, SaysWhatItFound) {
                                            app("Second", 2, 3 * GiB)};
     const std::vector<ProcessGroup> analysts{lone(1, "/x/photoanalysisd", 20),
                                              lone(2, "/x/mediaanalysisd", 300)};
-    const std::vector<ProcessGroup> browsers{app("Microsoft Edge", 300, GiB, 12),
+    const std::vector<ProcessGroup> browsers{app("Safari", 1), app("Google Chrome", 1),
+                                             app("Microsoft Edge", 300, GiB, 12),
                                              app("Brave Browser", 50, 1, 1)};
     const std::pair<const char*, Upset> cases[] = {
         {"stuck app", [](auto& m) { m.stuckApp = "Photo Tool"; }},
@@ -147,7 +149,11 @@ TEST(Diagnosis, SaysWhatItFound) {
     for (const auto& [name, upset] : cases) {
         Machine machine;
         upset(machine);
-        testing::expectTold(name, machine.run().findings);
+        const auto [found, weights] = machine.weigh();
+        testing::expectTold(name, found.findings);
+        for (std::size_t place = 0; place < found.findings.size(); ++place) {
+            EXPECT_EQ(weights.at(place) > 0, found.findings[place].groupID().has_value()) << name;
+        }
     }
 }
 
@@ -166,15 +172,16 @@ TEST(Diagnosis, FiresFromItsThresholdsOnAndRanks) {
         {"swap, but memory to spare",
          [](auto& m) {
              m.signals.swapUsedBytes = 9 * GiB;
-             m.leave(4 * GiB);
+             m.leave(16 * GiB / 5);
          },
          ""},
         {"swap, and little memory to spare",
          [](auto& m) {
              m.signals.swapUsedBytes = 9 * GiB;
-             m.leave(3 * GiB);
+             m.leave(16 * GiB / 5 - 1);
+             m.running = {lone(1, "/x/tenth", 0, 16 * GiB / 10)};
          },
-         "memory"},
+         "memory:pid:1"},
         {"Spotlight below its bound", one("/x/mds", 49.9), ""},
         {"Spotlight at its bound", one("/x/mds", 50), "spotlight:pid:1"},
         {"names are compared exactly", one("/x/Mds", 90), "cpuHog:pid:1"},
@@ -265,7 +272,8 @@ TEST(Diagnosis, OffersNothingThatDoesNotWorkAndSaysWhatDoes) {
 
 TEST(Diagnosis, TellsBrowsersByTheirBundleName) {
     EXPECT_EQ(Diagnosis::spotlightLoad(std::vector{lone(1, "/x/mds", 7), lone(2, "/x/y", 9)}), 7);
-    EXPECT_TRUE(Diagnosis::isBrowser(app("Google Chrome", 0)));
+    EXPECT_FALSE(Diagnosis::isBrowser(app("Opera", 0)));
+    EXPECT_TRUE(Diagnosis::isBrowser(app("Opera", 0), OperatingSystem::linuxDesktop));
     EXPECT_FALSE(Diagnosis::isBrowser(app("My Google Chrome", 0)));
     EXPECT_FALSE(Diagnosis::isBrowser(app("Google Chrome Canary", 0)));
     EXPECT_FALSE(Diagnosis::isBrowser(lone(1, "/x/Google Chrome", 0)));

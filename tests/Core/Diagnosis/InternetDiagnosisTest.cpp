@@ -70,7 +70,7 @@ TEST(InternetDiagnosis, TakesAnyFigureButNoRateThatIsNone) {
             diagnose(LinkType::ethernet, {}, SpeedResult{.downloadMbps = mbps}).at(0).headline(),
             "Your internet is slow: " + std::string{shown} + " Mbps down.");
     }
-    for (const double rate : {std::numeric_limits<double>::infinity(),
+    for (const double rate : {-std::numeric_limits<double>::infinity(),
                               std::numeric_limits<double>::quiet_NaN(), 1e19}) {
         EXPECT_DEATH(diagnose(LinkType::wifi, std::nullopt, std::nullopt, {{1, "a", rate, 0}}),
                      "network rate");

@@ -49,11 +49,11 @@ TEST(Report, PrintsStatusCausesSignalsAndGroups) {
     for (const char* headline : {"b", "c", "d", "e", "f"}) {
         result.findings.push_back(of(Severity::low, {}, headline));
     }
-    const std::vector<ProcessGroup> groups{app("Safari", 12.4, 3 << 20, 2), lone(7, "/bin/ls", 0)};
+    const std::vector<ProcessGroup> groups{app("Safari", 12.4, 3 << 20, 1), lone(7, "/bin/ls", 0)};
     EXPECT_EQ(Report::render(result, groups, {}, signals),
               "Status: Busy\nCause: Low.\nAlso: b\nAlso: c\nAlso: d\nAlso: e\n"
               "CPU 12% · Memory Elevated · Heat Very hot\n\n"
-              "Safari (+2)  12%  3 MB  Safe to quit  — Part of Safari\n"
+              "Safari (+1)  12%  3 MB  Safe to quit  — Part of Safari\n"
               "ls  0%  0 KB  Leave it  — Part of macOS");
 }
 
@@ -63,6 +63,7 @@ TEST(Report, StaysShort) {
     EXPECT_TRUE(text.starts_with("Status: Quiet\nCPU 0% ·"));
     EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 12)
         << "two lines, an empty one, ten groups";
+    EXPECT_EQ(Report::render({}, {}, {}, {}, {.signals = false}), "Status: Quiet\nCPU 0%\n");
     EXPECT_EQ(Report::statusLabel(Status::struggling), "Struggling");
 }
 

@@ -139,7 +139,7 @@ TEST_F(BackgroundItemsScan, GoesThroughFoldersAndBundlesInOrder) {
     put(login + "H.app/Contents/Info.plist",
         identifier("h.id") + pair("CFBundleExecutable", "H x"));
     put(login + "I.app/Contents/Info.plist", identifier("i.id"));
-    put(login + "J.app/Contents/Info.plist", pair("CFBundleExecutable", "j"));
+    put(login + "A.app/Contents/Info.plist", pair("CFBundleExecutable", "j"));
     folder.write(login + "K.app/other", "");
     put(apps + "Anonymous 2.0.app/Contents/Library/LaunchAgents/a.plist", label("com.vendor.a"));
     // A later application takes over an identifier; a folder inside Applications is not searched.

@@ -39,12 +39,12 @@ std::string utf16(std::string_view text, bool bigEndian) {
 
 void appendNumber(std::string& bytes, std::size_t value, int width) {
     for (int shift = (width - 1) * 8; shift >= 0; shift -= 8) {
-        bytes.push_back(static_cast<char>(value >> shift));
+        bytes.push_back(shift < 64 ? static_cast<char>(value >> shift) : '\0');
     }
 }
 
 /// A binary list out of encoded objects, the first one at its top; references take two bytes.
-std::string assemble(const std::vector<std::string>& objects) {
+std::string assemble(const std::vector<std::string>& objects, int offsetSize = 4) {
     std::string bytes = "bplist00";
     std::vector<std::size_t> offsets;
     for (const std::string& object : objects) {
@@ -53,9 +53,9 @@ std::string assemble(const std::vector<std::string>& objects) {
     }
     const std::size_t table = bytes.size();
     for (const std::size_t offset : offsets) {
-        appendNumber(bytes, offset, 4);
+        appendNumber(bytes, offset, offsetSize);
     }
-    bytes.append(6, '\0').append("\x04\x02");
+    bytes.append(6, '\0').append({static_cast<char>(offsetSize), 2});
     appendNumber(bytes, objects.size(), 8);
     appendNumber(bytes, 0, 8);
     appendNumber(bytes, table, 8);
@@ -110,8 +110,7 @@ TEST(PropertyList, RefusesWhatIsNoDictionary) {
     for (const std::string& bytes :
          {std::string{}, std::string{"bplist00"}, std::string{"rubbish that is long enough"},
           xml(""), xml("<array/>"), xml("<string>x</string>"), xml("<dict><key>a</key>"),
-          assemble({"\x55hello"}), assemble({dictionary(1, 7), "\x51k"}),
-          binaryOf(xml("<dict/>")).substr(0, 30)}) {
+          assemble({"\x55hello"}), binaryOf(xml("<dict/>")).substr(0, 30)}) {
         EXPECT_FALSE(PropertyList::parse(bytes)) << bytes;
     }
     EXPECT_EQ(PropertyList::parse(assemble({dictionary(1, 2), "\x51k", "\x51v"}))->string("k"),
@@ -129,10 +128,13 @@ TEST(PropertyList, RefusesWhatWasCutOffOrIsNotWhole) {
     for (const std::string rest :
          {"<key>b</key></dict>", "<key>b</key><key>c</key><true/></dict>", "<true/></dict>", "",
           "<key>b</key><array></dict>", "<key>b</key><what/></dict>", "</dict><dict></dict>",
-          "<dict></dict>", "<?x ?></dict>"}) {
-        EXPECT_FALSE(PropertyList::parse(xml(head + rest))) << rest;
+          "<dict></dict>", "<?x ?></dict>", "</array>", "</array></dict>",
+          "<key>b</key><array </array></dict>",
+          "<key>b</key><array><plist><true/></plist></array></dict>"}) {
+        EXPECT_FALSE(PropertyListLimits::allow(xml(head + rest))) << rest;
     }
-    EXPECT_TRUE(PropertyList::parse(head + "</dict ><!-- <array> -->\n"));
+    EXPECT_FALSE(PropertyListLimits::allow(whole + '<'));
+    EXPECT_TRUE(PropertyList::parse(head + "</dict ><!-- <array> --><!---->\n"));
 }
 
 TEST(PropertyListLimits, KeepHostileFilesFromTheDecoder) {
@@ -177,14 +179,17 @@ TEST(PropertyListLimits, KeepHostileFilesFromTheDecoder) {
     EXPECT_TRUE(allow(assemble(chain)));
     EXPECT_TRUE(PropertyList::parse(assemble(chain)));
     EXPECT_FALSE(allow(assemble(doubling))) << "two to the power of a hundred nodes";
-    EXPECT_FALSE(allow(assemble({dictionary(1, 0), "\x51k"}))) << "holds itself";
-    for (const auto& [fromEnd, number] : {std::pair{std::size_t{26}, '\0'},
-                                          {26, '\t'},
-                                          {25, '\0'},
-                                          {25, '\t'},
-                                          {17, '\4'},
-                                          {33, '\x7F'}}) {
-        std::string odd = assemble({dictionary(1, 2), "\x51k", "\x09"});
+    const std::vector<std::string> fine{dictionary(1, 2), "\x51k", "\x09"};
+    for (const int width : {1, 8, 9}) {
+        EXPECT_EQ(allow(assemble(fine, width)), width < 9);
+        for (const std::size_t value : {0U, 2U, 3U}) {
+            EXPECT_FALSE(allow(assemble({dictionary(1, value), "\x51k", ""}, width)))
+                << "itself, what is in the table, or behind it";
+        }
+    }
+    for (const auto& [fromEnd, number] :
+         {std::pair{std::size_t{26}, '\0'}, {25, '\0'}, {25, '\t'}, {17, '\4'}, {33, '\x7F'}}) {
+        std::string odd = assemble(fine);
         odd[odd.size() - fromEnd] = number;
         EXPECT_FALSE(allow(odd))
             << "numbers of 1 to 8 bytes, and all of the objects within the file";

@@ -1,5 +1,6 @@
 #include "Core/Inspectors/SpotlightAdvisor.h"
 
+#include "Core/Inspectors/TreeWalk.h"
 #include "tests/Support/TemporaryFolder.h"
 
 #include <fcntl.h>
@@ -98,6 +99,24 @@ TEST(SpotlightAdvisor, WalksDeeperThanPathsAreLong) {
     ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &few), 0);
     EXPECT_EQ(allocatedSize(folder.path()), files * each) << "not all of them open at once";
     ::setrlimit(RLIMIT_NOFILE, &usual);
+}
+
+TEST(SpotlightAdvisor, LeavesNoTreeBehindAFolderThatIsMoved) {
+    const testing::TemporaryFolder folder;
+    std::string deep = "tree/";
+    for (int level = 0; level < 40; ++level) {
+        deep += "d/";
+    }
+    folder.write(deep + "a/f", "x");
+    folder.write(deep + "b/f", "x");
+    int visits = 0;
+    walkRegularFiles(folder.path() / "tree", {}, [&](const struct stat&) {
+        ++visits;
+        for (const char* name : {"a", "b"}) {
+            std::filesystem::rename(folder.path() / deep / name, folder.path() / name);
+        }
+    });
+    EXPECT_EQ(visits, 1) << "the other one is no longer in the tree";
 }
 
 TEST(SpotlightAdvisor, StopsWhenAsked) {

@@ -93,7 +93,7 @@ TEST(LinkReader, ReadsTheRadioWhileItIsAssociated) {
         return LinkReader::wifi(network);
     };
     EXPECT_EQ(read(std::nullopt), std::nullopt);
-    EXPECT_EQ(read(Radio{{0}, 2}), std::nullopt) << "not associated";
+    EXPECT_EQ(read(Radio{{0, -50}, 2}), std::nullopt) << "not associated";
     EXPECT_EQ(read(Radio{{-50, 0}, 2}), std::nullopt) << "association lost in between";
     EXPECT_EQ(read(Radio{{-50, -63}, 2}), (WiFiLink{-63, -92, 866.5, WiFiBand::ghz5}));
     using enum WiFiBand;

@@ -70,22 +70,17 @@ TEST(BundledCatalog, EveryEntryIsWhole) {
 }
 
 /// A claim behind a broader one of the same kind can never match.
-TEST(BundledCatalog, NoPrefixHidesALaterOne) {
-    using Claims = std::vector<std::string> CatalogEntry::Match::*;
-    for (const Claims claims : {Claims{&CatalogEntry::Match::pathPrefixes},
-                                Claims{&CatalogEntry::Match::launchdLabels}}) {
-        std::vector<std::string> earlier;
-        for (const CatalogEntry& entry : shipped().entries) {
-            for (const std::string& prefix : entry.match.*claims) {
-                EXPECT_FALSE(prefix.empty()) << entry.id;
-                for (const std::string& before : earlier) {
-                    EXPECT_FALSE(prefix.starts_with(before)) << prefix << " behind " << before;
-                }
-            }
-            earlier.insert(earlier.end(), (entry.match.*claims).begin(),
-                           (entry.match.*claims).end());
+TEST(BundledCatalog, EveryPrefixFindsItsEntry) {
+    for (const CatalogEntry& entry : shipped().entries) {
+        for (const std::string& prefix : entry.match.pathPrefixes) {
+            EXPECT_EQ(shipped().explain("", prefix, {}).entryID, entry.id) << prefix;
+        }
+        for (const std::string& label : entry.match.launchdLabels) {
+            EXPECT_EQ(shipped().explainLabel(label, {}).entryID, entry.id) << label;
         }
     }
+    EXPECT_TRUE(shipped().explain("", "", {}).isFallback);
+    EXPECT_TRUE(shipped().explainLabel("", {}).isFallback);
 }
 
 TEST(BundledCatalog, KnowsWhatTheRulesDependOn) {

@@ -72,7 +72,7 @@ protected:
 
     CatalogError::Kind failure() const {
         try {
-            ProcessCatalog::bundled({main, bundle});
+            ProcessCatalog::bundled(locations);
         } catch (const CatalogError& error) {
             return error.kind();
         }
@@ -80,28 +80,28 @@ protected:
     }
 
     const testing::TemporaryFolder folder;
-    const std::filesystem::path main = folder.path() / "main";
-    const std::filesystem::path bundle = folder.path() / "Pacelet_Core.bundle";
+    const std::filesystem::path main = folder.path() / "share/pacelet";
+    const std::filesystem::path bundle = folder.path() / "bin/Pacelet_Core.bundle";
+    const ResourceLocations locations = ResourceLocations::beside(folder.path() / "bin");
 };
 
 TEST_F(CatalogLocations, TriesTheMainFolderFirst) {
-    folder.write("Pacelet_Core.bundle/processes.json", "[" + whole + "]");
-    EXPECT_EQ((ProcessCatalog::bundled({main, bundle}).entries.size()), 1U);
-    folder.write("main/processes.json", "[]");
-    EXPECT_TRUE((ProcessCatalog::bundled({main, bundle}).entries.empty()));
+    folder.write("bin/Pacelet_Core.bundle/processes.json", "[" + whole + "]");
+    EXPECT_EQ(ProcessCatalog::bundled(locations).entries.size(), 1U);
+    folder.write("share/pacelet/processes.json", "[]");
+    EXPECT_TRUE(ProcessCatalog::bundled(locations).entries.empty());
     std::filesystem::remove_all(bundle);
-    EXPECT_TRUE((ProcessCatalog::bundled({main, bundle}).entries.empty()));
+    EXPECT_TRUE(ProcessCatalog::bundled(locations).entries.empty());
 }
 
 TEST_F(CatalogLocations, TellsWhyItCannotLoad) {
     EXPECT_EQ(failure(), CatalogError::Kind::notFound);
-    folder.write("Pacelet_Core.bundle/processes.json", "rubbish");
+    folder.write("bin/Pacelet_Core.bundle/processes.json", "rubbish");
     EXPECT_EQ(failure(), CatalogError::Kind::undecodable);
     std::filesystem::create_directory(main / "processes.json"); // a folder cannot be read as a file
     EXPECT_EQ(failure(), CatalogError::Kind::unreadable);
     std::filesystem::remove_all(folder.path());
-    EXPECT_DEATH(ProcessCatalog::bundled({main, bundle}),
-                 "unable to find bundle named Pacelet_Core");
+    EXPECT_DEATH(ProcessCatalog::bundled(locations), "unable to find bundle named Pacelet_Core");
 }
 
 } // namespace

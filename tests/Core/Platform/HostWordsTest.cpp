@@ -20,9 +20,9 @@ TEST(HostWords, AreTrueOfTheMachine) {
         {"Show status in the menu bar", "Show status in the system tray"},
         {"Shared by all Macs, and your Mac's own",
          "Shared by all computers, and your computer's own"},
-        {"Mac", "computer"},
+        {{"iMacs", 4}, ""}, // a view into a longer text
         {"Macaulay runs MacDown, iMac and Mac_OS on a MacBook. Macz MacA MacZ Mac0 Mac9", ""},
-        {"L\u00e9Mac\u00e9 my_kernel_task holds back", ""},
+        {"L\u00c0Mac Mac\u00e9 my_kernel_task holds back", ""},
         {"", ""},
     };
     for (const auto& [written, onLinux] : sentences) {

@@ -4,6 +4,7 @@
 #include "tests/PaceletApp/Support/ApplicationRig.h"
 
 #include <QMetaProperty>
+#include <QSignalSpy>
 
 #include <map>
 
