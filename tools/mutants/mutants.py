@@ -86,13 +86,18 @@ def state_of(name, text):
     return hashlib.sha256((name + text + (HERE / "changes.py").read_text()).encode()).hexdigest()
 
 
+def remembered(name, text):
+    """What is known of the file from a run before, if it is as it was."""
+    memory = kept(name)
+    known = json.loads(memory.read_text()) if memory.is_file() else {}
+    return known if known.get("state") == state_of(name, text) else None
+
+
 def possible(name, text, command):
     """The changes of a file that compile side by side, and the text with all of them asleep. What the compiler
     complains of is left out, until it complains no more."""
-    state = state_of(name, text)
-    memory = kept(name)
     changes, plain = changes_of(name, text), constants(text)
-    if memory.is_file() and (known := json.loads(memory.read_text()))["state"] == state:
+    if known := remembered(name, text):
         changes = [change for change in changes if change.number in set(known["changes"])]
         plain = {line: piece for line, piece in plain.items() if line in set(known["plain"])}
         return changes, asleep(text, [piece for change in changes for piece in change.pieces] + list(plain.values()))
@@ -114,7 +119,7 @@ def possible(name, text, command):
         changes, plain = fewer, less
     else:
         changes, plain, changed = [], {}, text
-    write(memory, json.dumps({"state": state, "changes": [change.number for change in changes],
+    write(kept(name), json.dumps({"state": state_of(name, text), "changes": [change.number for change in changes],
                               "plain": list(plain)}))
     return changes, changed
 
@@ -153,7 +158,8 @@ def prepare(tests, parts, jobs):
     """Builds the programs with every change of these parts asleep in them, and returns the changes by part."""
     files = {part: [str(file.relative_to(ROOT)) for file in sorted((ROOT / part).glob("*.cpp"))] for part in tests}
     changeable = {name for names in files.values() for name in names}
-    copy_tree({name for name in changeable if (SOURCE / name).exists()})
+    # What stands there with its changes asleep stays, unless it was written since.
+    copy_tree({name for name in changeable if (SOURCE / name).exists() and remembered(name, (ROOT / name).read_text())})
     targets = sorted({target for part in parts for target in tests[part]})
     # Before the changes come in: what is made by the build must be there when they are tried one file at a time.
     ninja(targets, jobs)

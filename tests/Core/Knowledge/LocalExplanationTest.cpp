@@ -74,10 +74,13 @@ TEST(ProcessCatalog, KeepsTheNamesOfOtherSystemsApart) {
     CatalogEntry linuxOne{"linux", {{"watchdogd"}, {}, {}}, "linux"};
     linuxOne.system = OperatingSystem::linuxDesktop;
     linuxOne.summary = "It guards your Mac.";
+    linuxOne.idleNote = "On every Mac";
     const ProcessCatalog catalog{{mac, linuxOne}};
     EXPECT_EQ(catalog.on(OperatingSystem::macOS).explain("watchdogd", "", {}).title, "mac");
-    EXPECT_EQ(catalog.on(OperatingSystem::linuxDesktop).explain("watchdogd", "", {}).summary,
-              "It guards your computer.");
+    const Explanation found =
+        catalog.on(OperatingSystem::linuxDesktop).explain("watchdogd", "", {});
+    EXPECT_EQ(found.summary, "It guards your computer.");
+    EXPECT_EQ(found.idleNote, "On every computer");
 }
 
 } // namespace
