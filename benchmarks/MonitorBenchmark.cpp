@@ -69,6 +69,7 @@ void uiThreadOfATick(benchmark::State& state) {
 BENCHMARK(uiThreadOfATick)
     ->RangeMultiplier(2)
     ->Range(250, 4000)
+    ->Arg(10'000)
     ->UseManualTime()
     ->Unit(benchmark::kMicrosecond)
     ->Complexity(benchmark::oNLogN);
