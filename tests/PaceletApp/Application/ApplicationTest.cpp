@@ -16,8 +16,8 @@ namespace {
 /// The program on a small machine whose loads a test sets.
 class ApplicationTest : public ApplicationRig {
 protected:
-    void launch(std::optional<ProcessCatalog> catalog = smallCatalog()) {
-        ApplicationRig::launch(smallMac(), std::move(catalog));
+    void launch(const std::optional<ProcessCatalog>& catalog = smallCatalog()) {
+        ApplicationRig::launch(smallMac(), catalog);
     }
 
     void setLoad(std::string_view name, double percent) {
