@@ -62,7 +62,6 @@ void LoadPlot::paint(QPainter* painter) {
         return;
     }
     drawArea(*painter, line, color_, height());
-    painter->setBrush(Qt::NoBrush);
     painter->setPen(QPen{color_, lineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin});
     painter->drawPolyline(line);
 }

@@ -247,6 +247,9 @@ TEST_F(ApplicationTest, LivesOnWithoutItsWindow) {
     open(app().router().screen());
     EXPECT_EQ(samples(), before + 1);
     EXPECT_EQ(app().router().screen(), Screen::usage);
+    app().router().setScreen(Screen::overview);
+    settle();
+    EXPECT_TRUE(probe->shows(app().monitor().groups().front().displayName)) << "at once";
     app().window()->showMinimized();
     EXPECT_FALSE(app().monitor().windowVisible());
     app().showWindow();

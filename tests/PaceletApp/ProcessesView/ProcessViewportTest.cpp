@@ -188,10 +188,11 @@ TEST(ProcessViewport, theKeyboardKeepsToItsProcess) {
     viewed.tick();
     EXPECT_EQ(viewed.current(), "pid:3");
     EXPECT_EQ(viewed.y, 0);
-    for (double y = 0; y < 40 * rowHeight; y += 40) {
+    for (double y = 0; y < 45 * rowHeight; y += 40) {
         viewed.scroll(y);
         EXPECT_EQ(viewed.current(), "pid:3");
     }
+    viewed.scroll(0);
     viewed.table.step(-1);
     EXPECT_EQ(viewed.current(), "pid:50");
     EXPECT_EQ(viewed.placeOf("pid:50"), 5 * rowHeight);

@@ -32,7 +32,7 @@ TEST(CauseList, TellsHowGraveACauseWasAndWhenItStoodLast) {
 TEST(CausesModel, ShowsTheLongestOfTheBarThatIsPointedAtOrChosen) {
     CauseJournal journal;
     for (std::int64_t ago = 1; ago <= 10; ++ago) {
-        const auto cause = journal.placeOf(FindingKind::cpuHog, "", std::to_string(ago));
+        const auto cause = journal.placeOf(FindingKind::cpuHog, std::to_string(ago), "Notes");
         journal.add({thisMinute - ago, cause, Severity::low, 60, 90, 99});
     }
     journal.sort();
@@ -51,6 +51,16 @@ TEST(CausesModel, ShowsTheLongestOfTheBarThatIsPointedAtOrChosen) {
     EXPECT_EQ(told(), "8 rows, Show 2 more, -1 is chosen");
     causes.showAll();
     EXPECT_EQ(told(), "10 rows, , -1 is chosen");
+    ProcessGroup running;
+    running.id = running.appPath.emplace("7");
+    running.displayName = "Notes";
+    causes.setGroups(std::make_shared<const std::vector<ProcessGroup>>(1, running));
+    const QAbstractItemModel& rows = *causes.rows();
+    int leading = 0;
+    for (int row = 0; row < 10; ++row) {
+        leading += rows.index(row, 0).data(rows.roleNames().key("groupId")) == "7" ? 1 : 0;
+    }
+    EXPECT_EQ(leading, 1);
     const QString none = "Pacelet noted nothing that slowed your Mac then.";
     causes.choose(0);
     EXPECT_EQ(told(), "0 rows, " + none + "early, 0 is chosen");

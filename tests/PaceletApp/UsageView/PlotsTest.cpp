@@ -41,7 +41,7 @@ TEST(BarPlot, DrawsEachBarWhereAndAsHighAsItIs) {
                    {{0, 0.25, 1, "a", "1"},
                     {0.25, 0.5, 0.5, "b", "2"},
                     {0.5, 0.75, 0, "c", "3"},
-                    {0.8, 0.81, 0.7, "d", "4"}}});
+                    {0.8, 0.802, 0.7, "d", "4"}}});
     bars.setProperty("chosen", 0);
     const std::string picture = painted(bars, {128, 16});
     EXPECT_EQ(picture, "|  +##########+                                                  |\n"
@@ -91,16 +91,16 @@ TEST(BarPlot, KeepsItsMarkOnTheSameTime) {
 TEST(LoadPlot, DrawsALineOverAnAreaThatFades) {
     LoadPlot plot;
     LoadCurve curve;
-    curve.points = {{0.3, 1}, {0.65, 0.9}, {1, 0}};
+    curve.points = {{0.3, 1}, {0.65, 0.9}, {1, 0.3}};
     plot.setProperty("curve", QVariant::fromValue(curve));
     EXPECT_EQ(painted(plot, {80, 16}), "|           +###****+++:::.              |\n"
-                                       "|            ::::+++++++**+#:            |\n"
-                                       "|            :::::::::::::::+#+          |\n"
-                                       "|            .................+*+.       |\n"
-                                       "|            ...................:**.     |\n"
-                                       "|            .....................:**.   |\n"
-                                       "|                                   .+*: |\n"
-                                       "|                                      +#|\n");
+                                       "|            ::::+++++++**+**:           |\n"
+                                       "|            ::::::::::::::::+**+.       |\n"
+                                       "|            ..................:+*#+.    |\n"
+                                       "|            ......................:+#+: |\n"
+                                       "|            .........................:+*|\n"
+                                       "|                                        |\n"
+                                       "|                                        |\n");
     curve.points = {{1, 0.5}};
     plot.setProperty("curve", QVariant::fromValue(curve));
     EXPECT_EQ(painted(plot, {16, 12}), "|        |\n"

@@ -70,7 +70,7 @@ TEST(VerdictLines, SayEachVerdictInItsOwnWords) {
     const std::string intel =
         "exclamationmark.triangle|amber||This is an Intel Mac. It can't run macOS 27 or later, so "
         "plan an upgrade to keep getting security updates.";
-    const MemoryBottleneck shortOfMemory{32, 0.896};
+    const MemoryBottleneck shortOfMemory{32, 0.9};
     const Bottlenecks all{{shortOfMemory, CPUBottleneck{0.205}, StorageBottleneck{0.1}}, 40};
     const Table<UpgradeVerdict, int, std::vector<std::string>> cases = {
         {NotEnoughData{23}, 23, {tooLittle(23)}},

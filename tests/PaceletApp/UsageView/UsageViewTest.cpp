@@ -109,6 +109,9 @@ TEST_F(UsageViewTest, TheWeekOfTheAdviceEndsNow) {
     remember(1500);
     // Ten years ahead: a run with a wrong clock.
     remember(1500, -3650 * minutesPerDay, 99);
+    app().monitor().causeStore().append(
+        {minuteNow() - 1,
+         {{{FindingKind::cpuHog, "/Applications/Notes.app", "Notes"}, Severity::low, 60, 90, 99}}});
     open();
     pass(3);
     openUsage(); // what is known stands there at once
@@ -116,6 +119,9 @@ TEST_F(UsageViewTest, TheWeekOfTheAdviceEndsNow) {
                 IsSupersetOf({StartsWith("Your Mac has headroom."), StartsWith("Based on 25 hours"),
                               StartsWith("Pressure: ")}));
     EXPECT_FALSE(model->loadCurve().points.empty());
+    const QAbstractItemModel& causes = *model->causes()->rows();
+    EXPECT_EQ(causes.index(0, 0).data(causes.roleNames().key("groupId")),
+              "/Applications/Notes.app");
 }
 
 TEST_F(UsageViewTest, AnOldMacIsToldOfAllThatHoldsItBack) {
