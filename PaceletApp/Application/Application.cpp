@@ -10,6 +10,7 @@
 
 #include <QCursor>
 #include <QGuiApplication>
+#include <QPixmapCache>
 #include <QScreen>
 
 namespace pacelet {
@@ -124,6 +125,7 @@ void Application::openWindow() {
         opened.setWindowStates(opened.property("takesScreen").toBool() ? Qt::WindowMaximized
                                                                        : Qt::WindowNoState);
     }
+    Q_EMIT windowOpened();
 }
 
 void Application::windowChanged() {
@@ -293,6 +295,7 @@ void Application::dropClosed() {
     closedScenes_.clear();
     if (!isOpen()) {
         engine_.reset();
+        QPixmapCache::clear();
         releaseIdleMemory();
     }
 }

@@ -86,6 +86,8 @@ public:
 Q_SIGNALS:
     /// The user wants the program to end.
     void quitRequested();
+    /// The main window was made.
+    void windowOpened();
     /// The main window is about to close, and nothing will show that the program lives on.
     void leavingUnseen();
 
