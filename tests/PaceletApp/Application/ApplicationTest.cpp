@@ -224,6 +224,23 @@ TEST_F(ApplicationTest, WhatAFixAsksWaitsForTheQuestionOfAScreen) {
     }
 }
 
+TEST_F(ApplicationTest, ASheetThatOpensLaterStaysBehindTheQuestion) {
+    launch();
+    open();
+    app().actions().confirmRestart();
+    ASSERT_TRUE(comesUp("Restart your Mac?"));
+    app().router().setBrowser(ChromiumBrowser::chrome);
+    ASSERT_TRUE(comesUp("Let Pacelet see your Google Chrome tabs"));
+    ASSERT_TRUE(QTest::qWaitFor([&] {
+        return app().window()->activeFocusItem()->property("text") == "Restart…";
+    })) << "a key reaches the question";
+    probe->press(Qt::Key_Escape);
+    ASSERT_TRUE(goesAway("Restart your Mac?"));
+    EXPECT_EQ(app().router().browser(), ChromiumBrowser::chrome);
+    probe->press(Qt::Key_Escape);
+    EXPECT_EQ(app().router().browser(), std::nullopt);
+}
+
 TEST_F(ApplicationTest, ANewFirstFindingIsSaid) {
     launch();
     setLoad("Notes", 390);
