@@ -16,6 +16,8 @@ namespace pacelet {
 
 #ifdef __APPLE__
 
+void giveFreedMemoryBack() {}
+
 void releaseIdleMemory() {
     // Of every zone, all that it can do without. Code counts with nobody there.
     malloc_zone_pressure_relief(nullptr, 0);
@@ -47,11 +49,15 @@ int releaseConstants(dl_phdr_info* object, std::size_t /*size*/, void* /*unused*
 
 } // namespace
 
-void releaseIdleMemory() {
-    // What is freed from now on goes back, too. Left alone, both bounds grow with the largest block
-    // that was ever freed.
+void giveFreedMemoryBack() {
+    // One for the UI thread, one for all others, which seldom work at the same time.
+    mallopt(M_ARENA_MAX, 2);
+    // Left alone, both grow with the largest block that was ever freed.
     mallopt(M_MMAP_THRESHOLD, largeBlock);
     mallopt(M_TRIM_THRESHOLD, largeBlock);
+}
+
+void releaseIdleMemory() {
     malloc_trim(0);
     dl_iterate_phdr(releaseConstants, nullptr);
 }

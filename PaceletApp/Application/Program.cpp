@@ -63,6 +63,7 @@ void checkThreads() {
 
 /// What comes before Qt connects to the windowing system.
 int& prepared(int& argc) {
+    giveFreedMemoryBack();
     checkThreads();
     // Nothing here needs a graphics card, and the light renderer keeps the program itself cheap.
     if (qEnvironmentVariableIsEmpty("QT_QUICK_BACKEND")) {
