@@ -68,8 +68,8 @@ std::vector<ProcessEntry> visibleEntries(std::span<const ProcessEntry> entries,
                          });
     std::ranges::stable_sort(
         visible, [&query](const ProcessEntry& left, const ProcessEntry& right) {
-            if (left.isKernel() || right.isKernel()) {
-                return left.isKernel() && !right.isKernel();
+            if (left.isKernel() != right.isKernel()) {
+                return left.isKernel();
             }
             return query.byMemory ? left.group->memoryBytes > right.group->memoryBytes
                                   : left.group->cpuPercent > right.group->cpuPercent;

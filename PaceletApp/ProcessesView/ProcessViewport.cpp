@@ -51,11 +51,10 @@ void ProcessViewport::show(std::vector<ProcessEntry> entries, std::optional<std:
     geometry_.count = entries_.size();
     geometry_.open = rowOf(openID_);
     keepCurrent();
-    if (geometry_.count > 0) {
-        const std::size_t row = std::min(rowOf(place.id).value_or(place.row), geometry_.count - 1);
-        const double extent = geometry_.top(row + 1) - geometry_.top(row);
-        y_ = geometry_.top(row) + std::min(place.offset, extent);
-    }
+    // Past the end of a list that got shorter is as far down as it goes.
+    const std::size_t row = rowOf(place.id).value_or(place.row);
+    const double extent = geometry_.top(row + 1) - geometry_.top(row);
+    y_ = geometry_.top(row) + std::min(place.offset, extent);
     follow();
 }
 
@@ -83,9 +82,7 @@ void ProcessViewport::hold(const std::string& groupID) {
 
 void ProcessViewport::scrollToTop() {
     aim_ = Aim::none;
-    held_.reset();
     y_ = 0;
-    follow();
 }
 
 void ProcessViewport::scrollToOpen() {

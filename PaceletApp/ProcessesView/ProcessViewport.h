@@ -52,6 +52,7 @@ public:
     /// all of its panel into view if it opens.
     void hold(const std::string& groupID);
 
+    /// With the entries that are shown next.
     void scrollToTop();
 
     /// Brings the open row to the upper edge, as soon as the view and the panel have a size.

@@ -32,7 +32,6 @@ QPainterPath shape(const QRectF& bar) {
     path.lineTo(bar.right() - radius, bar.top());
     path.quadTo(bar.topRight(), {bar.right(), bar.top() + radius});
     path.lineTo(bar.bottomRight());
-    path.closeSubpath();
     return path;
 }
 
@@ -40,7 +39,6 @@ QPainterPath shape(const QRectF& bar) {
 
 BarPlot::BarPlot(QQuickItem* parent)
     : QQuickPaintedItem{parent} {
-    setAntialiasing(true);
     for (const auto signal : {&BarPlot::chartChanged, &BarPlot::colorChanged,
                               &BarPlot::chosenChanged, &BarPlot::markedChanged}) {
         connect(this, signal, this, [this] { update(); });

@@ -56,10 +56,7 @@ void CausesModel::show() {
         view.stretch = {span_.from + length * only->left, span_.from + length * only->right};
     }
     stretch_ = bar() != nullptr ? bar()->time : QString{};
-    std::vector<CauseListItem> items;
-    if (span_.from < span_.to && groups_) {
-        items = causeList(journal_, view, *groups_);
-    }
+    std::vector<CauseListItem> items = causeList(journal_, view, *groups_);
     note_ = items.empty() ? noCauses(range_, bar() != nullptr) : QString{};
     const std::size_t shown = showsAll_ ? items.size() : std::min(items.size(), rowsShown);
     moreTitle_ = moreCausesTitle(items.size() - shown);

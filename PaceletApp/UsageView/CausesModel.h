@@ -68,7 +68,8 @@ private:
     ChartSpan span_{};
     std::vector<ChartBar> bars_;
     TimePoint now_{};
-    std::shared_ptr<const std::vector<ProcessGroup>> groups_;
+    std::shared_ptr<const std::vector<ProcessGroup>> groups_ =
+        std::make_shared<const std::vector<ProcessGroup>>();
     int pointed_ = -1;
     bool showsAll_ = false;
     CauseRowsModel rows_;

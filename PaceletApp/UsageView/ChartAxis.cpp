@@ -54,13 +54,12 @@ QVariantList toVariants(const std::vector<ChartTick>& ticks) {
     return list;
 }
 
-ValueAxis valueAxis(double highest, double least) {
-    const double wanted = std::max(highest, least);
+ValueAxis valueAxis(double highest) {
     for (double decade = 1;; decade *= 10) {
         for (const double digit : {1.0, 2.0, 2.5, 5.0}) {
             const double step = digit * decade;
-            if (step == std::floor(step) && wanted <= step * mostSteps) {
-                return {step, std::max(1, static_cast<int>(std::ceil(wanted / step)))};
+            if (step == std::floor(step) && highest <= step * mostSteps) {
+                return {step, static_cast<int>(std::ceil(highest / step))};
             }
         }
     }

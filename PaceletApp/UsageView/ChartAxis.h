@@ -50,8 +50,8 @@ struct ValueAxis {
     bool operator==(const ValueAxis&) const = default;
 };
 
-/// The shortest axis that reaches `highest` and `least`, both finite and 0 or more.
-ValueAxis valueAxis(double highest, double least);
+/// The shortest axis that reaches `highest`, which is finite and 1 or more.
+ValueAxis valueAxis(double highest);
 
 /// The steps of an axis as whole numbers, each directly followed by `unit`.
 std::vector<ChartTick> valueTicks(const ValueAxis& axis, const QString& unit);

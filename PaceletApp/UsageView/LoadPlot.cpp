@@ -40,7 +40,6 @@ void drawArea(QPainter& painter, const QPolygonF& line, const QColor& color, qre
 
 LoadPlot::LoadPlot(QQuickItem* parent)
     : QQuickPaintedItem{parent} {
-    setAntialiasing(true);
     connect(this, &LoadPlot::changed, this, [this] { update(); });
 }
 

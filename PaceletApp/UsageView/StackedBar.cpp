@@ -16,13 +16,11 @@ constexpr qreal gap = 1;
 
 StackedBar::StackedBar(QQuickItem* parent)
     : QQuickPaintedItem{parent} {
-    setAntialiasing(true);
     connect(this, &StackedBar::changed, this, [this] { update(); });
 }
 
 void StackedBar::paint(QPainter* painter) {
     painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(Qt::NoPen);
     QPainterPath outline;
     outline.addRoundedRect(boundingRect(), radius_, radius_);
     qreal left = 0;

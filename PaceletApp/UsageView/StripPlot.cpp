@@ -3,7 +3,6 @@
 #include <QPainter>
 #include <QPainterPath>
 
-#include <algorithm>
 #include <cmath>
 
 namespace pacelet {
@@ -19,13 +18,11 @@ constexpr qreal opacityBeside = 0.3;
 
 StripPlot::StripPlot(QQuickItem* parent)
     : QQuickPaintedItem{parent} {
-    setAntialiasing(true);
     connect(this, &StripPlot::changed, this, [this] { update(); });
 }
 
 void StripPlot::paint(QPainter* painter) {
     painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(Qt::NoPen);
     QPainterPath outline;
     outline.addRoundedRect(boundingRect(), cornerRadius, cornerRadius);
     painter->fillPath(outline, ground_);
@@ -42,7 +39,7 @@ void StripPlot::paint(QPainter* painter) {
         const bool isBeside = from_ < to_ && (middle < from_ || middle >= to_);
         QPainterPath piece;
         piece.addRect(QRectF{QPointF{edge(part), 0}, QPointF{edge(part + 1), height()}});
-        const qreal opacity = leastOpacity + (1 - leastOpacity) * std::min(1.0, shares_[part]);
+        const qreal opacity = leastOpacity + (1 - leastOpacity) * shares_[part];
         painter->setOpacity(opacity * (isBeside ? opacityBeside : 1));
         painter->fillPath(outline.intersected(piece), color_);
     }

@@ -55,11 +55,11 @@ constexpr Measure swapMeasure{"Swap", " GB", 1, swapOf, [](const UsageBucket& ea
 
 BarChart chart(std::span<const UsageBucket> buckets, const Measure& measure, Seconds width,
                const ChartSpan& span, const QTimeZone& zone) {
-    double highest = 0;
+    double highest = measure.least;
     for (const UsageBucket& each : buckets) {
         highest = std::max(highest, measure.value(each));
     }
-    const ValueAxis axis = valueAxis(highest, measure.least);
+    const ValueAxis axis = valueAxis(highest);
     BarChart result;
     result.label = qtText(measure.label);
     result.valueTicks = valueTicks(axis, qtText(measure.unit));

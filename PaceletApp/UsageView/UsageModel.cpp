@@ -21,15 +21,12 @@ UsageModel::UsageModel(const SharedObjects& objects, QObject* parent)
     records_.setActive(objects.monitor.windowVisible());
     showMachine();
     showCurve();
-    showHistoryNote();
     causes_.setGroups(objects.monitor.groups.held());
 }
 
 void UsageModel::follow(const Fields& fields) {
     const Monitor& monitor = objects_.monitor;
-    if (fields.hold(monitor.windowVisible)) {
-        records_.setActive(monitor.windowVisible());
-    }
+    records_.setActive(monitor.windowVisible());
     if (fields.hold(monitor.signals, monitor.memory, monitor.mac)) {
         showMachine();
     }

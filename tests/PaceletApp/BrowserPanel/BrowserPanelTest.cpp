@@ -3,6 +3,9 @@
 #include "tests/PaceletApp/Support/ApplicationRig.h"
 #include "tests/PaceletApp/Support/Table.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
+
 #include <atomic>
 
 namespace pacelet::testing {
@@ -79,6 +82,7 @@ protected:
         EXPECT_TRUE(comesUp(agreement));
         pass(QuestionModel::calm.count()); // it may stand where another one stood
         probe->clickText(QString::fromUtf8(agreement));
+        EXPECT_TRUE(model()->working());
     }
 };
 
@@ -171,12 +175,20 @@ TEST_F(BrowserPanelTest, LeadsToTheExtensionWhereABrowserNeedsOne) {
     session.emplace(Simulated::makeScenario("chrome-tabs", 1), Session::bundledCatalog(),
                     OperatingSystem::linuxDesktop, &extension);
     open();
+    app().router().setBrowser(ChromiumBrowser::chrome);
+    EXPECT_TRUE(comesUp("Continue"));
+    (*extension.watcher.lock())();
+    settle();
+    EXPECT_EQ(calls(osascript), 0) << "nothing is read before the user agrees";
+    app().router().setBrowser({});
+    EXPECT_TRUE(goesAway("Continue"));
     inject(Simulated::AutomationRefused{chrome});
     show();
     EXPECT_TRUE(comesUp("Set up Google Chrome"));
     EXPECT_FALSE(probe->shows("Open Automation settings"));
     EXPECT_EQ(extension.writes, 0);
     probe->clickText("Set up Google Chrome");
+    EXPECT_TRUE(model()->working());
     EXPECT_TRUE(comesUp("The file in Google Chrome's settings folder couldn't be written."));
     probe->clickText("Try again");
     extension.isWritable = true;
@@ -186,6 +198,8 @@ TEST_F(BrowserPanelTest, LeadsToTheExtensionWhereABrowserNeedsOne) {
     EXPECT_THAT(model()->failure().body.toStdString(),
                 ::testing::HasSubstr("/opt/the extension\n"));
     EXPECT_EQ(extension.writes, 2);
+    probe->clickText("Copy folder");
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), "/opt/the extension");
 
     mac().machine.clearFailures();
     (*extension.watcher.lock())();
@@ -261,12 +275,14 @@ TEST_F(BrowserPanelTest, IncognitoTabsStayOutOfReach) {
     EXPECT_TRUE(probe->shows("Incognito (not touched)"));
     EXPECT_THAT(probe->texts(), Contains(::testing::EndsWith("windows are never touched.")));
     probe->clickText("Secret");
-    for (const int row : {1, 0, 99, -1}) {
+    for (const int row : {1, 0, 4, 99, -1}) {
         model()->select(row, true);
     }
     EXPECT_TRUE(model()->selected().empty());
     probe->clickText("Open");
     EXPECT_EQ(model()->selected().size(), 1U);
+    const QAbstractItemModel& rows = *model()->rows();
+    EXPECT_TRUE(rows.index(3, 0).data(rows.roleNames().key("ticked")).toBool());
     probe->clickText("Open");
     EXPECT_TRUE(model()->selected().empty());
 }

@@ -60,7 +60,7 @@ protected:
 TEST_F(InternetViewTest, ChecksFirstAndThenTellsHowThingsStand) {
     launch("quiet");
     mac().network.setDelivery(Simulated::PathDelivery::onDemand);
-    show();
+    show(0);
     EXPECT_THAT(probe->texts(), AllOf(IsSupersetOf({"Checking your connection…", "Connection",
                                                     "See your real download and upload speed."}),
                                       Not(Contains("Wi-Fi"))));

@@ -51,6 +51,20 @@ TEST(StatusDot, KeepsItsColourAtEverySizeOfTrays) {
             ASSERT_EQ(image.size(), QSize(edge, edge));
             EXPECT_EQ(image.pixelColor(edge / 2, edge / 2).name(), color);
             EXPECT_EQ(image.pixelColor(0, 0).alpha(), 0);
+            int shades = 0;
+            double covered = 0;
+            QPointF center;
+            for (int pixel = 0; pixel < edge * edge; ++pixel) {
+                const QColor seen = image.pixelColor(pixel % edge, pixel / edge);
+                shades += seen.alphaF() > 0 && seen.alphaF() < 1 ? 1 : 0;
+                const double light = static_cast<double>(seen.alphaF() * seen.valueF());
+                covered += light;
+                center += QPointF(pixel % edge + 0.5, pixel / edge + 0.5) * light;
+            }
+            EXPECT_GT(shades, 0) << "with smooth edges";
+            const double value = static_cast<double>(QColor{color}.valueF());
+            EXPECT_NEAR(covered / edge / edge, 0.196 * value, 0.01);
+            EXPECT_LT((center / covered - QPointF(edge, edge) / 2).manhattanLength(), 0.1);
         }
     }
 }
@@ -65,13 +79,24 @@ TEST_F(MenuBarModelTest, BeforeTheFirstCheckThereIsNoAlarm) {
 }
 
 TEST_F(MenuBarModelTest, ShowsTheBusiestThreeUncapped) {
+    EXPECT_EQ(model->consumers()->rowCount(), 3) << "at once";
+    QSignalSpy told{model.get(), &MenuBarModel::resultChanged};
+    {
+        const auto world = mac.machine.lock();
+        Simulated::Process fourth;
+        fourth.user = Simulated::ann;
+        fourth.path = "/usr/libexec/fourth";
+        fourth.footprint = 1 << 20;
+        world->processes.spawn(fourth);
+    }
     setLoad("Notes", 140.4);
     setLoad("mds_stores", 7);
     advance(120); // ticks enough for the smoothing to follow
     EXPECT_THAT(rows(), ElementsAre("Notes 150%", "mds_stores 7%", "agent 1%"));
+    EXPECT_GT(told.count(), 0);
     quit("Notes");
     advance(120);
-    EXPECT_THAT(rows(), ElementsAre("mds_stores 7%", "agent 1%"));
+    EXPECT_THAT(rows(), ElementsAre("mds_stores 7%", "agent 1%", "fourth 0%"));
 }
 
 TEST_F(MenuBarModelTest, TheTextOfFreshnessLivesOnlyWhileItIsShown) {
@@ -83,6 +108,9 @@ TEST_F(MenuBarModelTest, TheTextOfFreshnessLivesOnlyWhileItIsShown) {
     monitor->togglePause();
     advance(12);
     EXPECT_EQ(dot.text(), "checked 10s ago");
+    monitor->checkNow();
+    scheduler.settle();
+    EXPECT_EQ(dot.text(), "checked 0s ago");
     dot.setShown(false);
     scheduler.settle();
     EXPECT_EQ(dot.text(), "");

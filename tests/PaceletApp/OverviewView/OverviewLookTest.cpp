@@ -113,6 +113,7 @@ TEST(Causes, leadToTheirGroupAsLongAsItRuns) {
     };
     const Finding running = about(FixID::quitApp, group.id);
     EXPECT_EQ(heroLook(true, &running, {&group, 1}).fix.title, "Quit Safari");
+    EXPECT_TRUE(heroLook(true, &running, {&group, 1}).hasFinding);
     EXPECT_EQ(causeItem(running, {&group, 1}).fix.title, "Quit Safari");
     EXPECT_TRUE(causeItem(running, {&group, 1}).grave);
     EXPECT_EQ(groupOf(running, {}), nullptr);

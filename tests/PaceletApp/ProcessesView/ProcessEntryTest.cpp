@@ -1,5 +1,6 @@
 #include "PaceletApp/ProcessesView/ChipItem.h"
 #include "PaceletApp/ProcessesView/ListedProcess.h"
+#include "PaceletApp/ProcessesView/TableGeometry.h"
 #include "tests/PaceletApp/ProcessesView/SampleGroups.h"
 #include "tests/PaceletApp/Support/Table.h"
 #include "tests/PaceletApp/Support/ToneText.h"
@@ -16,7 +17,7 @@ SampleGroups desk() {
     SampleGroups sample;
     sample.add("Chrome", 40, 900, Verdict::safe, {"Chrome Helper (GPU)", "chrome_crashpad"});
     sample.add("mds_stores", 90, 20, Verdict::leave);
-    sample.add("tool", 40, 900);
+    sample.add("tool", 40, 900).displayName = "Toolbox";
     sample.add("ÄRGER", 0, 5);
     sample.add("İstanbul", 0, 4);
     sample.explanations["pid:2"].title = "Spotlight Index";
@@ -25,14 +26,15 @@ SampleGroups desk() {
 
 TEST(ProcessList, findsNamesHelpersAndTitlesInAnyCase) {
     const Table<const char*, const char*> cases = {
-        {"  ", "kernel_task mds_stores Chrome tool ÄRGER İstanbul"},
+        {"  ", "kernel_task mds_stores Chrome Toolbox ÄRGER İstanbul"},
         {"  CHROME\t", "Chrome"},
         {"(gpu)", "Chrome"},
         {"spotlight i", "mds_stores"},
         {"ärger", "ÄRGER"},
         {"i̇stanbul", "İstanbul"},
         {"KERNEL", "kernel_task"},
-        {"o", "mds_stores Chrome tool"},
+        {"o", "mds_stores Chrome Toolbox"},
+        {"box", "Toolbox"},
         {"mds  stores", ""},
         {".*", ""},
     };
@@ -43,14 +45,14 @@ TEST(ProcessList, findsNamesHelpersAndTitlesInAnyCase) {
 
 TEST(ProcessList, sortsTheKernelFirstAndEqualRowsAsTheyCame) {
     SampleGroups sample = desk();
-    EXPECT_EQ(sample.shown({{}, {}, true}), "kernel_task Chrome tool mds_stores ÄRGER İstanbul");
+    EXPECT_EQ(sample.shown({{}, {}, true}), "kernel_task Chrome Toolbox mds_stores ÄRGER İstanbul");
     EXPECT_EQ(sample.shown({{}, Verdict::safe, true}), "Chrome");
     EXPECT_EQ(sample.shown({QStringLiteral("mds"), Verdict::safe, false}), "");
     EXPECT_EQ(SampleGroups{}.shown({}), "kernel_task");
     // A real process of the kernel's name stands with the others, unless it has the row's own id.
     sample.add("kernel_task", 50);
     EXPECT_EQ(sample.shown({{}, {}, false}),
-              "kernel_task mds_stores kernel_task Chrome tool ÄRGER İstanbul");
+              "kernel_task mds_stores kernel_task Chrome Toolbox ÄRGER İstanbul");
     sample.groups.back().id = kernelID;
     EXPECT_EQ(sample.shown({QStringLiteral("kernel"), {}, true}), "kernel_task kernel_task");
 }
@@ -93,6 +95,41 @@ TEST(ListedProcess, theKernelTellsOfHeatAndOfNoCost) {
     const ListedProcess real = listedProcess(sample.entries()[1], Thermal::hot);
     EXPECT_FALSE(real.kernel);
     EXPECT_EQ(real.cpu + toneText(real.tone), "12.5%");
+}
+
+TEST(ListedProcess, keepsItsRowOfTheScreenAsLongAsItIsListed) {
+    std::vector<ListedProcess> shown(3);
+    std::uint64_t counter = 3;
+    for (const int place : {0, 1, 2}) {
+        shown[place].id = std::string{"abc"[place]};
+        shown[place].rowKey = std::to_string(place);
+    }
+    const std::vector<const ListedProcess*> before{&shown[0], &shown[1], &shown[2]};
+    const Table<std::string, const char*> cases = {
+        {"cab", "201"}, {"dca", "120"}, {"aade", "0123"}, {"bcde", "1204"}};
+    for (const auto& [ids, keys] : cases) {
+        std::vector<ListedProcess> next(ids.size());
+        for (std::size_t row = 0; row < ids.size(); ++row) {
+            next[row].id = ids[row];
+        }
+        assignKeys(next, before, counter);
+        std::string given;
+        for (const ListedProcess& row : next) {
+            given += row.rowKey;
+        }
+        EXPECT_EQ(given, keys) << ids;
+    }
+}
+
+TEST(TableGeometry, knowsItsRowsAroundTheOpenOne) {
+    const TableGeometry table{.count = 4, .open = 1, .rowHeight = 10, .panelHeight = 50};
+    const Table<double, std::size_t> places = {{-5, 0}, {9, 0},  {10, 1}, {69, 1},
+                                               {70, 2}, {80, 3}, {90, 3}, {500, 3}};
+    for (const auto& [y, row] : places) {
+        EXPECT_EQ(table.rowAt(y), row) << y;
+    }
+    EXPECT_EQ(table.rowsBetween(0, 5, 0), (TableGeometry::Range{0, 1}));
+    EXPECT_EQ(table.rowsBetween(75, 5, 1), (TableGeometry::Range{1, 4}));
 }
 
 RC_GTEST_PROP(ProcessList, isTheMatchingPartOfAllRowsInOrder, ()) {

@@ -91,6 +91,7 @@ TEST(ProcessViewport, makesTheRowsInViewAndTurnsThemOver) {
     const int rows = viewed.table.rows()->rowCount();
     EXPECT_LE(rows, 14);
     QSignalSpy inserted{viewed.table.rows(), &QAbstractItemModel::rowsInserted};
+    QSignalSpy moved{viewed.table.rows(), &QAbstractItemModel::rowsMoved};
     QSignalSpy removed{viewed.table.rows(), &QAbstractItemModel::rowsRemoved};
     const double start = 400 * rowHeight;
     for (int step = 0; start + 31 * step < 500 * rowHeight; ++step) {
@@ -101,6 +102,7 @@ TEST(ProcessViewport, makesTheRowsInViewAndTurnsThemOver) {
     viewed.tick();
     EXPECT_EQ(viewed.y, 1100 * rowHeight);
     EXPECT_LE(inserted.count() + removed.count(), 4);
+    EXPECT_GE(moved.count(), 80) << "what leaves at one end comes in at the other";
     EXPECT_EQ(viewed.row("pid:1100") >= 0, true);
 }
 
@@ -128,6 +130,16 @@ TEST(ProcessViewport, keepsWhatIsReadInPlace) {
         viewed.tick();
         EXPECT_NEAR(viewed.y, rowAfter * rowHeight + lower, 1e-9) << what;
     }
+    Viewed viewed{100};
+    viewed.scroll(19 * rowHeight);
+    viewed.open("pid:19");
+    viewed.scroll(19 * rowHeight + 200);
+    viewed.sample.groups.erase(viewed.sample.groups.begin() + 18);
+    viewed.tick();
+    EXPECT_EQ(viewed.y, 20 * rowHeight) << "the open row at the edge has gone";
+    viewed.table.scrollToTop();
+    viewed.tick();
+    EXPECT_EQ(viewed.y, 0);
 }
 
 TEST(ProcessViewport, aPressedRowStaysUnderThePointer) {
@@ -164,6 +176,8 @@ TEST(ProcessViewport, bringsTheOpenRowToTheTopOnceSizesAreKnown) {
     viewed.scroll(5);
     viewed.table.setPanelHeight(600);
     EXPECT_EQ(viewed.y, 5) << "whoever scrolls on is left alone";
+    viewed.table.scrollToOpen();
+    EXPECT_EQ(viewed.y, 28 * rowHeight) << "its panel is known already";
 }
 
 TEST(ProcessViewport, theKeyboardKeepsToItsProcess) {
@@ -174,6 +188,10 @@ TEST(ProcessViewport, theKeyboardKeepsToItsProcess) {
     viewed.tick();
     EXPECT_EQ(viewed.current(), "pid:3");
     EXPECT_EQ(viewed.y, 0);
+    for (double y = 0; y < 40 * rowHeight; y += 40) {
+        viewed.scroll(y);
+        EXPECT_EQ(viewed.current(), "pid:3");
+    }
     viewed.table.step(-1);
     EXPECT_EQ(viewed.current(), "pid:50");
     EXPECT_EQ(viewed.placeOf("pid:50"), 5 * rowHeight);
@@ -181,15 +199,30 @@ TEST(ProcessViewport, theKeyboardKeepsToItsProcess) {
     EXPECT_EQ(viewed.current() + " " + std::to_string(viewed.y), "kernel_task 0.000000");
     viewed.table.step(viewed.table.rowsInView());
     EXPECT_EQ(viewed.current(), "pid:7");
+    EXPECT_EQ((Viewed{5, 10}.table.rowsInView()), 1);
 
     viewed.sample.groups.erase(viewed.sample.groups.begin() + 6);
     viewed.tick();
     EXPECT_EQ(viewed.current(), "pid:8") << "the row that took its place";
+    viewed.table.step(1000);
+    EXPECT_EQ(viewed.current(), "pid:3");
+    viewed.scroll(40 * rowHeight);
+    EXPECT_EQ(viewed.current(), "pid:3");
+    viewed.sample.groups.erase(viewed.sample.groups.begin() + 2);
+    viewed.tick();
+    EXPECT_EQ(viewed.current(), "pid:50") << "the last one is gone";
+    viewed.scroll(0);
+    EXPECT_EQ(viewed.current(), "pid:50");
     viewed.table.leave("pid:9");
-    EXPECT_EQ(viewed.current(), "pid:8");
-    viewed.table.leave("pid:8");
+    EXPECT_EQ(viewed.current(), "pid:50");
+    viewed.table.leave("pid:50");
     viewed.table.step(1);
     EXPECT_EQ(viewed.current(), "");
+    viewed.scroll(2.5 * rowHeight);
+    viewed.table.enterTop();
+    EXPECT_EQ(viewed.y, 2 * rowHeight);
+    viewed.scroll(20 * rowHeight);
+    EXPECT_NE(viewed.current(), "") << "far above the view";
     viewed.table.show({}, {});
     EXPECT_EQ(viewed.table.rows()->rowCount(), 0);
 }

@@ -63,12 +63,19 @@ TEST(HistoryCharts, TellLoadPressureAndSwapOfEachHour) {
     EXPECT_EQ(written(shown.pressure), "30% 25% 0.8333 0% 0");
     EXPECT_EQ(written(shown.swap), "2 GB 1.5 GB 0.75 1.5 GB 0.75");
     EXPECT_EQ(shown.timeTicks.front().text, "12:00");
+
+    const HistoryCharts idle = charts(steady(1, {.cpu = 0.6}), week);
+    EXPECT_EQ(written(idle.cpu), "10% 1% 0.06");
+    EXPECT_EQ(written(idle.pressure), "10% 0% 0");
+    EXPECT_EQ(written(idle.swap), "1 GB 0 KB 0");
+    EXPECT_EQ(idle.timeTicks.front().text, "Sat");
+    EXPECT_EQ(charts(steady(1, {}), month).timeTicks.front().text, "10 Feb");
 }
 
 TEST(HistoryCharts, HoldTheWholeRangeAndNothingElse) {
     constexpr std::int64_t tooGreat = std::numeric_limits<std::int64_t>::max();
     const Table<UsageRange, std::int64_t, double> cases = {
-        {day, now - 1440, 0},     {day, now, 24},
+        {day, now - 1460, 0},     {day, now, 24},
         {day, now + 39, 24},      {day, now + 40, -1},
         {day, tooGreat, -1},      {week, now - 10'080, 0},
         {week, now, 7},           {week, tooGreat, -1},
@@ -86,6 +93,7 @@ TEST(HistoryCharts, HoldTheWholeRangeAndNothingElse) {
         }
     }
     EXPECT_THAT(charts(steady(11'520, {}), week).swap.bars, SizeIs(8));
+    EXPECT_EQ(historySpan(day, fromUnixTime(86400)).from, fromUnixTime(0));
 }
 
 TEST(HistoryCharts, BearBrokenFigures) {
@@ -114,7 +122,10 @@ TEST(HistoryNote, SaysWhyThereIsNothing) {
 TEST(LoadCurve, EndsAtTheLatestPoint) {
     EXPECT_THAT(loadCurve({}, utc).points, IsEmpty());
     EXPECT_THAT(loadCurve({}, utc).valueTicks, SizeIs(3));
-    EXPECT_THAT(loadCurve({{nowTime, 50}}, utc).points, ElementsAre(QPointF(1, 0.5)));
+    const LoadCurve begun = loadCurve({{nowTime, 50}}, utc);
+    EXPECT_THAT(begun.points, ElementsAre(QPointF(1, 0.5)));
+    EXPECT_THAT(begun.timeTicks, SizeIs(6));
+    EXPECT_EQ(begun.timeTicks.front().text, "10:10");
     // The clock was set back by 100 seconds before the last two points.
     const CPUHistory history{{nowTime - Seconds{60}, 100},
                              {nowTime, 250},

@@ -54,7 +54,7 @@ std::vector<std::string> written(const std::vector<VerdictLine>& lines) {
 
 TEST(VerdictLines, SayEachVerdictInItsOwnWords) {
     const std::string memory =
-        "memorychip|amber||Memory is holding your Mac back. It was under memory pressure 15% of "
+        "memorychip|amber||Memory is holding your Mac back. It was under memory pressure 90% of "
         "the time. Your next Mac should have at least 32 GB of memory.";
     const std::string cpu = "cpu|amber||Your processor is often maxed out (21% of the time). A Mac "
                             "with a newer or bigger chip would help with your workload.";
@@ -70,12 +70,7 @@ TEST(VerdictLines, SayEachVerdictInItsOwnWords) {
     const std::string intel =
         "exclamationmark.triangle|amber||This is an Intel Mac. It can't run macOS 27 or later, so "
         "plan an upgrade to keep getting security updates.";
-    struct Case {
-        UpgradeVerdict verdict;
-        int hours;
-        std::vector<std::string> lines;
-    };
-    const MemoryBottleneck shortOfMemory{32, 0.149};
+    const MemoryBottleneck shortOfMemory{32, 0.896};
     const Bottlenecks all{{shortOfMemory, CPUBottleneck{0.205}, StorageBottleneck{0.1}}, 40};
     const Table<UpgradeVerdict, int, std::vector<std::string>> cases = {
         {NotEnoughData{23}, 23, {tooLittle(23)}},
@@ -85,7 +80,8 @@ TEST(VerdictLines, SayEachVerdictInItsOwnWords) {
     };
     for (auto [verdict, hours, lines] : cases) {
         for (const std::optional<MacInfo>& silicon :
-             {std::optional<MacInfo>{}, std::optional{MacInfo{"", "Apple M4", 0, true}}}) {
+             {std::optional<MacInfo>{}, std::optional{MacInfo{"", "Apple M4", 0, true}},
+              std::optional{MacInfo{"PC", "Intel", 0, false, false}}}) {
             EXPECT_EQ(written(verdictLines(verdict, silicon)), lines);
         }
         EXPECT_EQ(hoursNote(verdict).toStdString(),
@@ -97,7 +93,8 @@ TEST(VerdictLines, SayEachVerdictInItsOwnWords) {
 }
 
 TEST(LoadFigure, RoundsToWholePercent) {
-    EXPECT_EQ(loadFigure(std::nullopt), "0%");
+    EXPECT_EQ(loadFigure({}), "0%");
+    EXPECT_EQ(loadDescription({}), "CPU load over the last 10 minutes, now 0 percent");
     SystemSignals signals;
     signals.cpuLoadPercent = 48.5; // half away from zero, not to even
     EXPECT_EQ(loadFigure(signals), "49%");
