@@ -4,8 +4,6 @@
 #include "Core/Support/Checked.h"
 #include "Core/Support/Text.h"
 
-#include <algorithm>
-#include <numeric>
 #include <string>
 #include <tuple>
 #include <unordered_map>
@@ -82,24 +80,6 @@ void complete(ProcessGroup& group, std::uint32_t currentUID) {
                                           /*isRegularApp=*/true);
 }
 
-/// Sorts through a list of places: moving 8 bytes about is cheaper than moving whole groups.
-std::vector<ProcessGroup> sorted(std::vector<ProcessGroup> groups) {
-    std::vector<std::size_t> order(groups.size());
-    std::iota(order.begin(), order.end(), std::size_t{0});
-    std::ranges::sort(order, [&](std::size_t left, std::size_t right) {
-        const ProcessGroup& a = groups[left];
-        const ProcessGroup& b = groups[right];
-        return std::tie(b.cpuPercent, a.displayName, left) <
-               std::tie(a.cpuPercent, b.displayName, right);
-    });
-    std::vector<ProcessGroup> result;
-    result.reserve(groups.size());
-    for (const std::size_t place : order) {
-        result.push_back(std::move(groups[place]));
-    }
-    return result;
-}
-
 } // namespace
 
 std::vector<ProcessGroup> group(std::vector<ProcessUsage> usages, std::uint32_t currentUID) {
@@ -111,7 +91,10 @@ std::vector<ProcessGroup> group(std::vector<ProcessUsage> usages, std::uint32_t 
     for (ProcessGroup& group : groups) {
         complete(group, currentUID);
     }
-    return sorted(std::move(groups));
+    return sorted(std::move(groups), [](const ProcessGroup& left, const ProcessGroup& right) {
+        return std::tie(right.cpuPercent, left.displayName) <
+               std::tie(left.cpuPercent, right.displayName);
+    });
 }
 
 } // namespace pacelet::AppGrouper

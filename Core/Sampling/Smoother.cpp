@@ -1,29 +1,8 @@
 #include "Core/Sampling/Smoother.h"
 
-#include <algorithm>
-#include <numeric>
 #include <utility>
 
 namespace pacelet::Smoother {
-
-namespace {
-
-/// Sorts through a list of places: moving 8 bytes about is cheaper than moving whole groups.
-std::vector<ProcessGroup> busiestFirst(std::vector<ProcessGroup> groups) {
-    std::vector<std::size_t> order(groups.size());
-    std::iota(order.begin(), order.end(), std::size_t{0});
-    std::ranges::stable_sort(order, [&](std::size_t left, std::size_t right) {
-        return groups[left].cpuPercent > groups[right].cpuPercent;
-    });
-    std::vector<ProcessGroup> sorted;
-    sorted.reserve(groups.size());
-    for (const std::size_t place : order) {
-        sorted.push_back(std::move(groups[place]));
-    }
-    return sorted;
-}
-
-} // namespace
 
 CPUByID cpuByID(std::span<const ProcessGroup> groups) {
     CPUByID byID;
@@ -54,7 +33,9 @@ std::vector<ProcessGroup> average(std::vector<ProcessGroup> latest, const Histor
         }
         group.cpuPercent = sum / static_cast<double>(history.size());
     }
-    return busiestFirst(std::move(latest));
+    return sorted(std::move(latest), [](const ProcessGroup& left, const ProcessGroup& right) {
+        return left.cpuPercent > right.cpuPercent;
+    });
 }
 
 } // namespace pacelet::Smoother

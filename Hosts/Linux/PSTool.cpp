@@ -127,10 +127,12 @@ std::optional<CountedMemory> PSTool::memory(std::int32_t pid) {
 std::string PSTool::table() {
     std::string text;
     text.reserve(usualSize_);
-    const Seconds uptime = clock_.monotonicNow().time_since_epoch();
-    const Seconds sinceShown = shownAt_ ? std::max(shortestSpan, uptime - *shownAt_) : firstSpan;
-    const auto& rows = processes_.read(uptime);
-    const Seconds sweepTime = clock_.monotonicNow().time_since_epoch() - uptime;
+    const Seconds begin = clock_.monotonicNow().time_since_epoch();
+    const auto& rows = processes_.read(begin);
+    // From end to end, as who reads two tables reckons: looks differ in how long they take.
+    const Seconds end = clock_.monotonicNow().time_since_epoch();
+    const Seconds sinceShown = shownAt_ ? std::max(shortestSpan, end - *shownAt_) : firstSpan;
+    const Seconds sweepTime = end - begin;
     for (const ProcessRow& row : rows) {
         const CPUTime time = cpuTime(row.cpuHundredths);
         fmt::format_to(std::back_inserter(text),
@@ -140,7 +142,7 @@ std::string PSTool::table() {
                        recentPercent(row, sinceShown, sweepTime), row.process->path);
     }
     processes_.markShown();
-    shownAt_ = uptime;
+    shownAt_ = end;
     usualSize_ = text.size() + text.size() / 8;
     return text;
 }

@@ -10,6 +10,7 @@
 
 #include <QCursor>
 #include <QGuiApplication>
+#include <QPixmapCache>
 #include <QScreen>
 
 namespace pacelet {
@@ -38,6 +39,7 @@ Application::Application(const Platform& platform, Scheduler& scheduler,
       actions_{platform, scheduler, monitor_, router_, tidyvaultWebsite},
       updater_{UpdateSettings{}, nullptr},
       speedTester_{platform, scheduler},
+      question_{scheduler},
       engine_{std::move(engine)} {
     if (engine_) {
         AppIconProvider::install(*engine_, platform_.workspace);
@@ -103,8 +105,8 @@ void Application::showWindow(const Activation& activation) {
 }
 
 SharedObjects Application::sharedObjects() {
-    return {monitor_, router_,      actions_,   preferences_,
-            updater_, speedTester_, scheduler_, platform_};
+    return {monitor_,     router_,    actions_,  preferences_, updater_,
+            speedTester_, scheduler_, question_, platform_};
 }
 
 void Application::openWindow() {
@@ -124,6 +126,7 @@ void Application::openWindow() {
         opened.setWindowStates(opened.property("takesScreen").toBool() ? Qt::WindowMaximized
                                                                        : Qt::WindowNoState);
     }
+    Q_EMIT windowOpened();
 }
 
 void Application::windowChanged() {
@@ -293,6 +296,7 @@ void Application::dropClosed() {
     closedScenes_.clear();
     if (!isOpen()) {
         engine_.reset();
+        QPixmapCache::clear();
         releaseIdleMemory();
     }
 }

@@ -7,6 +7,7 @@
 #include "PaceletApp/Application/Activation.h"
 #include "PaceletApp/Application/Scene.h"
 #include "PaceletApp/Application/TrayItem.h"
+#include "PaceletApp/Components/QuestionModel.h"
 #include "PaceletApp/FixActions/FixActions.h"
 #include "PaceletApp/InternetView/SpeedTester.h"
 #include "PaceletApp/RootView/RootModel.h"
@@ -86,6 +87,8 @@ public:
 Q_SIGNALS:
     /// The user wants the program to end.
     void quitRequested();
+    /// The main window was made.
+    void windowOpened();
     /// The main window is about to close, and nothing will show that the program lives on.
     void leavingUnseen();
 
@@ -113,6 +116,7 @@ private:
     FixActions actions_;
     AppUpdater updater_;
     SpeedTester speedTester_;
+    QuestionModel question_;
     std::unique_ptr<TrayItem> tray_;
     std::function<QSize()> room_;
     bool hasMenuBar_ = false;

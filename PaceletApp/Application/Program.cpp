@@ -3,6 +3,7 @@
 #include "Core/Support/StandardStreams.h"
 #include "PaceletApp/Application/Application.h"
 #include "PaceletApp/Application/ApplicationMenu.h"
+#include "PaceletApp/Application/IdleMemory.h"
 #include "PaceletApp/Application/SingleInstance.h"
 #include "PaceletApp/Application/WishFollower.h"
 #include "PaceletApp/Components/Typography.h"
@@ -34,6 +35,9 @@ constexpr Seconds patience{1};
 /// The tray item comes a moment after the window, which comes so much the sooner.
 constexpr std::chrono::milliseconds trayDelay{200};
 
+/// By then a window that has opened stands, with its first answer.
+constexpr std::chrono::seconds untilSettled{5};
+
 /// What Qt did with its messages before the start.
 QtMessageHandler usualHandler = nullptr;
 
@@ -59,6 +63,7 @@ void checkThreads() {
 
 /// What comes before Qt connects to the windowing system.
 int& prepared(int& argc) {
+    giveFreedMemoryBack();
     checkThreads();
     // Nothing here needs a graphics card, and the light renderer keeps the program itself cheap.
     if (qEnvironmentVariableIsEmpty("QT_QUICK_BACKEND")) {
@@ -115,6 +120,11 @@ int Program::runUntilQuit(const Platform& platform, Scheduler& scheduler,
     const ApplicationMenu menu{application, surroundings.showAbout};
     openFromDock(application);
 #endif
+    QTimer settled;
+    settled.setSingleShot(true);
+    settled.callOnTimeout(&settled, releaseIdleMemory);
+    QObject::connect(&application, &Application::windowOpened, &settled,
+                     [&settled] { settled.start(untilSettled); });
     application.start();
     if (beginning_ == Beginning::shown) {
         application.showWindow();

@@ -134,9 +134,4 @@ FocusScope {
             onClosed: panel.closed() // qmllint disable unqualified
         }
     }
-
-    QuestionDialog {
-        question: panel.model.question
-        paragraphLines: 2
-    }
 }

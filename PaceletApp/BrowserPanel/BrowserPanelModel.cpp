@@ -3,6 +3,7 @@
 #include "Core/Fixes/FixRunner.h"
 #include "Core/Platform/Platform.h"
 #include "Core/Sampling/PSProcessSource.h"
+#include "PaceletApp/Components/QuestionModel.h"
 #include "PaceletApp/Scheduler/Detach.h"
 #include "PaceletApp/Scheduler/Scheduler.h"
 #include "PaceletApp/Support/QtText.h"
@@ -50,8 +51,7 @@ BrowserPanelModel::BrowserPanelModel(const SharedObjects& objects, ChromiumBrows
     : QObject{parent},
       objects_{objects},
       browser_{browser},
-      controller_{objects.platform},
-      question_{objects.scheduler} {
+      controller_{objects.platform} {
     refreshLook();
     if (BrowserExtension* const extension = objects_.platform.browserExtension) {
         watch_ = extension->observe([this] { browsersChanged(); });
@@ -304,8 +304,9 @@ void BrowserPanelModel::merge() {
 
 void BrowserPanelModel::ask(Question question, Script run) {
     question.destructive = true;
-    question_.ask(std::move(question),
-                  [this, run = std::move(run)] { detach(perform(QPointer{this}, run)); });
+    question.paragraphLines = 2; // titles of tabs can be long
+    objects_.question.ask(this, std::move(question),
+                          [this, run = std::move(run)] { detach(perform(QPointer{this}, run)); });
 }
 
 void BrowserPanelModel::setListing(BrowserListing listing) {

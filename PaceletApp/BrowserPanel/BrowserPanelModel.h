@@ -3,8 +3,8 @@
 #include "Core/Browser/BrowserController.h"
 #include "PaceletApp/BrowserPanel/BrowserListing.h"
 #include "PaceletApp/BrowserPanel/BrowserTexts.h"
-#include "PaceletApp/Components/QuestionModel.h"
 #include "PaceletApp/Scheduler/BackgroundTask.h"
+#include "PaceletApp/Support/Question.h"
 #include "PaceletApp/Support/SharedObjects.h"
 
 #include <QCoroTask>
@@ -52,8 +52,6 @@ class BrowserPanelModel final : public QObject {
     Q_PROPERTY(QAbstractItemModel* rows READ rows CONSTANT)
     /// An action runs, and no other may start.
     Q_PROPERTY(bool working READ working NOTIFY workingChanged)
-    /// Before something is closed.
-    Q_PROPERTY(pacelet::QuestionModel* question READ question CONSTANT)
 
 public:
     /// All of `objects` outlive this.
@@ -73,7 +71,6 @@ public:
     QString setUpText() const;
     const TabsLook& look() const { return look_.value(); }
     QAbstractItemModel* rows() { return &rows_; }
-    QuestionModel* question() { return &question_; }
 
     /// Accepts the explanation, for good, and reads the listing.
     Q_INVOKABLE void proceed();
@@ -133,7 +130,6 @@ private:
     BrowserListing listing_;
     std::optional<ExtensionUsage> extensions_;
     TabSelection selected_;
-    QuestionModel question_;
     ObserverHandle watch_; ///< of browsers that come and go
 
     TabListModel rows_;

@@ -41,7 +41,7 @@ QtObject {
         }
         // Another popup may stand over this one.
         for (let item = holder; item; item = item.parent) {
-            if (item === popup.parent) {
+            if (item.parent === popup.parent && item.z >= popup.z) {
                 return;
             }
         }

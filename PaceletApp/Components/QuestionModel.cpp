@@ -27,15 +27,18 @@ QString QuestionModel::cancelText() const {
     return qtText(question_.cancel);
 }
 
-void QuestionModel::ask(Question question, Action confirmed, Action cancelled) {
+void QuestionModel::ask(const QObject* asker, Question question, Action confirmed,
+                        Action cancelled) {
     // Whoever asks the same once more, after an answer, means it.
     const bool isAnother = isOpen_ || question != question_;
     // Another question is another dialog: which button has the focus is decided anew.
-    withdraw();
+    close();
     const MonotonicTime now = scheduler_.monotonicNow();
     if (isAnother && goneAt_ && now - *goneAt_ < calm) {
         replacedAt_ = now;
     }
+    connect(asker, &QObject::destroyed, this, &QuestionModel::withdraw, Qt::UniqueConnection);
+    asker_ = asker;
     question_ = std::move(question);
     confirmed_ = std::move(confirmed);
     cancelled_ = std::move(cancelled);
@@ -43,14 +46,21 @@ void QuestionModel::ask(Question question, Action confirmed, Action cancelled) {
     Q_EMIT changed();
 }
 
-void QuestionModel::setMessage(std::string message) {
-    if (message != question_.message) {
+void QuestionModel::setMessage(const QObject* asker, std::string message) {
+    if (isAskedBy(asker) && message != question_.message) {
         question_.message = std::move(message);
         Q_EMIT changed();
     }
 }
 
-void QuestionModel::withdraw() {
+void QuestionModel::withdraw(const QObject* asker) {
+    if (isAskedBy(asker)) {
+        close();
+        Q_EMIT freed();
+    }
+}
+
+void QuestionModel::close() {
     if (std::exchange(isOpen_, false)) {
         goneAt_ = scheduler_.monotonicNow();
         Q_EMIT changed();
@@ -64,9 +74,12 @@ void QuestionModel::answer(Action action) {
     if (!isOpen_ || isCalming) {
         return;
     }
-    withdraw();
+    close();
     if (action) {
         action();
+    }
+    if (!isOpen_) {
+        Q_EMIT freed();
     }
 }
 

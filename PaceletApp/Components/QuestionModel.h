@@ -17,7 +17,8 @@ namespace pacelet {
 
 class Scheduler;
 
-/// What a `QuestionDialog` asks, one question at a time. The words stay while the dialog fades.
+/// What the `QuestionDialog` of a window asks, one question at a time, whoever asks. The words stay
+/// while the dialog fades.
 ///
 /// A press that was meant for one question must not answer another: for a moment after a question
 /// took the place of one before it, no button does anything.
@@ -31,6 +32,7 @@ class QuestionModel final : public QObject {
     Q_PROPERTY(QString confirmText READ confirmText NOTIFY changed)
     Q_PROPERTY(QString cancelText READ cancelText NOTIFY changed)
     Q_PROPERTY(bool destructive READ destructive NOTIFY changed)
+    Q_PROPERTY(int paragraphLines READ paragraphLines NOTIFY changed)
 
 public:
     using Action = std::function<void()>;
@@ -42,31 +44,37 @@ public:
     explicit QuestionModel(Scheduler& scheduler, QObject* parent = nullptr);
 
     bool isOpen() const { return isOpen_; }
+    bool isAskedBy(const QObject* asker) const { return isOpen_ && asker_ == asker; }
     QString title() const;
     QString message() const;
     QString confirmText() const;
     QString cancelText() const;
     bool destructive() const { return question_.destructive; }
+    int paragraphLines() const { return question_.paragraphLines; }
 
     /// Shows the question, in place of one that is open. Both buttons close it, and then do what is
-    /// said here.
-    void ask(Question question, Action confirmed, Action cancelled = {});
-    /// Tells more, or less, about what is asked already.
-    void setMessage(std::string message);
-    /// Closes it unanswered.
-    void withdraw();
+    /// said here. It goes with `asker`.
+    void ask(const QObject* asker, Question question, Action confirmed, Action cancelled = {});
+    /// Tells more, or less, about what `asker` asks already.
+    void setMessage(const QObject* asker, std::string message);
+    /// Closes unanswered what `asker` asks.
+    void withdraw(const QObject* asker);
 
     Q_INVOKABLE void confirm() { answer(confirmed_); }
     Q_INVOKABLE void cancel() { answer(cancelled_); }
 
 Q_SIGNALS:
     void changed();
+    /// Nothing is asked any more. Who answered one question with the next is past that.
+    void freed();
 
 private:
+    void close();
     void answer(Action action);
 
     Scheduler& scheduler_;
     bool isOpen_ = false;
+    const QObject* asker_ = nullptr; ///< of the last question; may be gone
     Question question_;
     Action confirmed_;
     Action cancelled_;

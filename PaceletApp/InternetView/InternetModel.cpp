@@ -4,6 +4,7 @@
 #include "Core/Internet/NetTop.h"
 #include "Core/Internet/TrafficByApp.h"
 #include "Core/Platform/Platform.h"
+#include "PaceletApp/Components/QuestionModel.h"
 #include "PaceletApp/FixActions/FixActions.h"
 #include "PaceletApp/InternetView/AppNames.h"
 #include "PaceletApp/InternetView/LinkReading.h"
@@ -42,8 +43,7 @@ void fillList(KeyedListModel<Item>& list, const std::vector<Value>& values, Make
 
 InternetModel::InternetModel(const SharedObjects& objects, QObject* parent)
     : QObject{parent},
-      objects_{objects},
-      question_{objects.scheduler} {
+      objects_{objects} {
     state_.abilities = objects.platform.abilities;
     state_.speed = savedSpeed(objects.platform.preferences);
     connect(&objects.speedTester, &SpeedTester::ended, this, &InternetModel::testEnded);
@@ -118,7 +118,7 @@ void InternetModel::takeIn(LinkType link, std::optional<WiFiLink> wifi) {
 }
 
 void InternetModel::askTest() {
-    question_.ask(testQuestion(state_.isMetered), [this] { runTest(); });
+    objects_.question.ask(this, testQuestion(state_.isMetered), [this] { runTest(); });
     detach(readMetering(this, objects_));
 }
 
@@ -128,7 +128,7 @@ QCoro::Task<> InternetModel::readMetering(QPointer<InternetModel> model, SharedO
     const bool isMetered = co_await reading;
     if (model) {
         model->state_.isMetered = isMetered;
-        model->question_.setMessage(testQuestion(isMetered).message);
+        objects.question.setMessage(model, testQuestion(isMetered).message);
     }
 }
 

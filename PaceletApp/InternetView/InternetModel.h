@@ -1,6 +1,5 @@
 #pragma once
 
-#include "PaceletApp/Components/QuestionModel.h"
 #include "PaceletApp/InternetView/FindingItem.h"
 #include "PaceletApp/InternetView/InternetLook.h"
 #include "PaceletApp/InternetView/ReadingItem.h"
@@ -29,7 +28,6 @@ class InternetModel final : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("made by the shell")
     Q_PROPERTY(pacelet::InternetLook look READ look NOTIFY lookChanged)
-    Q_PROPERTY(pacelet::QuestionModel* question READ question CONSTANT)
     /// Roles: symbol, tone, title, detail and fix.
     Q_PROPERTY(QAbstractItemModel* findings READ findings CONSTANT)
     /// Roles: label, value and tone.
@@ -42,7 +40,6 @@ public:
     explicit InternetModel(const SharedObjects& objects, QObject* parent = nullptr);
 
     const InternetLook& look() const { return look_.value(); }
-    QuestionModel* question() { return &question_; }
     QAbstractItemModel* findings() { return &findingRows_; }
     QAbstractItemModel* linkRows() { return &linkRows_; }
     QAbstractItemModel* speedRows() { return &speedRows_; }
@@ -75,7 +72,6 @@ private:
     InternetState state_;
     AppName appName_; ///< by the monitor's groups
     std::vector<Finding> found_;
-    QuestionModel question_;
     FindingListModel findingRows_;
     ReadingListModel linkRows_;
     ReadingListModel speedRows_;

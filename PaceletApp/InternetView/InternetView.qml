@@ -56,8 +56,4 @@ ScrollArea {
         look: view.model.look
         apps: view.model.apps
     }
-
-    QuestionDialog {
-        question: view.model.question
-    }
 }

@@ -9,21 +9,27 @@
 
 namespace pacelet {
 
+namespace {
+
+/// Without the tool's list, the items are matched by the paths of their programs alone.
+RunningJobs jobsOrNone(ToolRunner& tools) {
+    try {
+        return PSProcessSource::launchctlList(tools);
+    } catch (const LaunchError&) {
+        return {};
+    }
+}
+
+} // namespace
+
 std::vector<BackgroundItem> scanBackgroundItems(const Platform& platform,
                                                 const std::optional<Snapshot>& snapshot) {
     std::vector<BackgroundItem> items = BackgroundItemsReader::scan(platform.home, platform.root);
     if (platform.backgroundItems != nullptr) {
         std::ranges::move(platform.backgroundItems->items(), std::back_inserter(items));
     }
-    BackgroundItemsReader::RunningJobs jobs;
-    try {
-        jobs = PSProcessSource::launchctlList(platform.tools);
-    } catch (const LaunchError&) {
-        // Without the tool's list, the items are matched by the paths of their programs alone.
-        jobs.clear();
-    }
     static const std::vector<ProcessSample> none;
-    return BackgroundItemsReader::markRunning(std::move(items), jobs,
+    return BackgroundItemsReader::markRunning(std::move(items), jobsOrNone(platform.tools),
                                               snapshot ? snapshot->processes : none);
 }
 

@@ -9,6 +9,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace pacelet {
@@ -221,11 +222,9 @@ BackgroundTask<Monitor::Look> Monitor::lookInBackground(Explaining explaining) {
     return scheduler_.runInBackground(
         [&tools = platform_.tools, &kernel = platform_.kernel, &clock = platform_.clock,
          previous = previous_, catalog = catalog_, explaining, knowledge = platform_.knowledge,
-         before = recentCPU_, oldGroups = std::exchange(oldGroups_, nullptr),
-         oldExplanations = std::exchange(oldExplanations_, nullptr)]() mutable {
+         before = recentCPU_, replaced = std::exchange(replaced_, {})]() mutable {
             // Thousands of texts: to free them takes longer than the screen should be held up.
-            oldGroups.reset();
-            oldExplanations.reset();
+            replaced.clear();
             Look look{.reading = readMachine(tools, kernel, clock, *previous, *catalog, explaining,
                                              knowledge),
                       .before = std::move(before)};
@@ -239,12 +238,13 @@ BackgroundTask<Monitor::Look> Monitor::lookInBackground(Explaining explaining) {
 void Monitor::takeIn(Look look, Explaining explaining) {
     MachineReading& reading = look.reading;
     if (explaining == Explaining::yes) {
-        oldExplanations_ = explanations.held();
+        replaced_.push_back(explanations.held());
         explanations.set(std::move(reading.explanations));
     }
     memory.set(reading.memory);
     record(reading);
-    previous_ = std::make_shared<const std::optional<Snapshot>>(std::move(reading.snapshot));
+    replaced_.push_back(std::exchange(
+        previous_, std::make_shared<const std::optional<Snapshot>>(std::move(reading.snapshot))));
     signals.set(reading.signals);
     showGroups(std::move(look));
     // Smoothing leaves every group in the list, so its names tell what runs.
@@ -275,8 +275,9 @@ void Monitor::showGroups(Look look) {
         latest = Smoother::average(std::move(latest), look.history);
     }
     recentCPU_ = std::move(look.history);
+    std::ranges::move(look.before, std::back_inserter(replaced_));
     spotlightBusySince.set(busy_.update(Diagnosis::spotlightLoad(latest), scheduler_.now()));
-    oldGroups_ = groups.held();
+    replaced_.push_back(groups.held());
     groups.set(std::move(latest));
 }
 

@@ -128,10 +128,8 @@ private:
     /// one changes it, it is only replaced.
     std::shared_ptr<const std::optional<Snapshot>> previous_;
     Smoother::History recentCPU_;
-    /// The groups of the tick before, and what they were explained by, until the next look frees
-    /// them.
-    std::shared_ptr<const ProcessGroups> oldGroups_;
-    std::shared_ptr<const Explanations> oldExplanations_;
+    /// The values that the last tick replaced, until the next look frees them.
+    std::vector<std::shared_ptr<const void>> replaced_;
     BusyTracker busy_;
     std::optional<StopOwner> loop_; ///< nothing while stopped
     bool ticking_ = false;

@@ -19,7 +19,6 @@ RootModel::RootModel(const SharedObjects& objects, bool hasMenu, QObject* parent
       hasMenu_{hasMenu},
       sidebar_{objects.monitor, objects.router},
       sheet_{objects},
-      question_{objects.scheduler},
       toastClock_{objects.actions, objects.scheduler},
       commands_{commands(objects.updater.isConfigured())} {
     connect(&objects.actions, &FixActions::toastChanged, this, &RootModel::toastChanged);
@@ -34,13 +33,19 @@ RootModel::RootModel(const SharedObjects& objects, bool hasMenu, QObject* parent
     connect(&objects.router, &Router::screenChanged, this, &RootModel::changeScreen);
     connect(&objects.updater, &AppUpdater::canCheckForUpdatesChanged, this,
             &RootModel::refreshMenu);
-    connect(&objects.actions, &FixActions::confirmationChanged, this, &RootModel::askForFixes);
-    connect(&objects.actions, &FixActions::stuckAlertChanged, this, &RootModel::askForFixes);
+    connect(&objects.actions, &FixActions::confirmationChanged, this, &RootModel::askNext);
+    connect(&objects.actions, &FixActions::stuckAlertChanged, this, &RootModel::askNext);
+    connect(&objects.question, &QuestionModel::freed, this, &RootModel::askNext);
     refreshMenu();
     changeScreen();
-    askForFixes();
+    askNext();
     const Finding* const first = objects.monitor.result().hero();
     firstFinding_ = first != nullptr ? first->id() : "";
+}
+
+RootModel::~RootModel() {
+    // The screen takes its question with it, and none is to follow.
+    objects_.question.disconnect(this);
 }
 
 void RootModel::noteFirstFinding() {
@@ -55,30 +60,50 @@ void RootModel::refreshMenu() {
     menu_.update(menuEntries(commands_, objects_.updater.canCheckForUpdates()));
 }
 
-void RootModel::askForFixes() {
+/// Asks what the window itself has to ask, once no screen asks anything. Only whoever closes the
+/// window is not kept waiting.
+void RootModel::askNext() {
     FixActions& actions = objects_.actions;
+    QuestionModel& question = objects_.question;
     const auto& confirmation = actions.confirmation();
     const auto& stuck = actions.stuckAlert();
-    const std::string wanted = confirmation ? confirmation->id.toString().toStdString()
-                               : stuck      ? "stuck " + *stuck
-                                            : "";
-    if (std::exchange(asked_, wanted) == wanted) {
+    const std::string wanted = leaving_       ? "leaving"
+                               : confirmation ? confirmation->id.toString().toStdString()
+                               : stuck        ? "stuck " + *stuck
+                                              : "";
+    const bool isOwn = question.isAskedBy(this);
+    if (question.isOpen() && !isOwn && !leaving_) {
         return;
     }
-    if (confirmation) {
-        question_.ask(
-            confirmation->question, [&actions] { actions.acceptConfirmation(); },
+    if (std::exchange(asked_, wanted) == wanted && isOwn) {
+        return;
+    }
+    if (leaving_) {
+        question.ask(
+            this,
+            {.title = sentence("Pacelet goes on without its window."),
+             .message = sentence("There is no menu-bar item to open it again. Start Pacelet once "
+                                 "more, as you did now, to bring its window back."),
+             .confirm = "Close Window"},
+            [this] {
+                setLeaving(false);
+                Q_EMIT closeRequested();
+            },
+            [this] { setLeaving(false); });
+    } else if (confirmation) {
+        question.ask(
+            this, confirmation->question, [&actions] { actions.acceptConfirmation(); },
             [&actions] { actions.dismissConfirmation(); });
     } else if (stuck) {
-        question_.ask(
-            FixTexts::stuck(stuck),
+        question.ask(
+            this, FixTexts::stuck(stuck),
             [&actions] {
                 actions.dismissStuckAlert();
                 actions.confirmRestart();
             },
             [&actions] { actions.dismissStuckAlert(); });
     } else {
-        question_.withdraw();
+        question.withdraw(this);
     }
 }
 
@@ -133,11 +158,7 @@ int RootModel::closeCommand() const {
 
 void RootModel::setLeaving(bool leaving) {
     leaving_ = leaving;
-}
-
-void RootModel::leave() {
-    setLeaving(false);
-    Q_EMIT closeRequested();
+    askNext();
 }
 
 void RootModel::press(int command) {
@@ -147,7 +168,7 @@ void RootModel::press(int command) {
 }
 
 void RootModel::perform(const Command& command) {
-    if ((question_.isOpen() || sheet_.isOpen() || leaving_) &&
+    if ((objects_.question.isOpen() || sheet_.isOpen()) &&
         command.action != Command::Action::quit) {
         return;
     }

@@ -33,12 +33,11 @@ class RootModel final : public QObject {
     Q_PROPERTY(QString screenFile READ screenFile NOTIFY screenChanged)
     Q_PROPERTY(QObject* screenModel READ screenModel NOTIFY screenChanged)
     Q_PROPERTY(pacelet::SheetModel* sheet READ sheet CONSTANT)
-    /// What a fix asks, or else the alert about an application that will not quit.
+    /// What a screen, a sheet or a fix asks, the alert about an application that will not quit,
+    /// and, before the window closes, how to bring it back.
     Q_PROPERTY(pacelet::QuestionModel* question READ question CONSTANT)
     /// The short message over the window; empty for none.
     Q_PROPERTY(QString toast READ toast NOTIFY toastChanged)
-    /// Before the window closes, its user is told how to bring it back.
-    Q_PROPERTY(bool leaving READ leaving NOTIFY leavingChanged)
     /// The first finding, in a few words, when it is another than before; for those who cannot see
     /// it change. What stands there when the window opens is no news.
     Q_PROPERTY(QString news READ news NOTIFY newsChanged)
@@ -56,6 +55,7 @@ public:
     /// All of `objects` outlive this. `hasMenu` is false where the application has a menu bar.
     explicit RootModel(const SharedObjects& objects, bool hasMenu = true,
                        QObject* parent = nullptr);
+    ~RootModel() override;
 
     bool ready() const;
     QString missingCatalog() const;
@@ -63,9 +63,8 @@ public:
     QString screenFile() const;
     QObject* screenModel() { return screenModel_.get(); }
     SheetModel* sheet() { return &sheet_; }
-    QuestionModel* question() { return &question_; }
+    QuestionModel* question() { return &objects_.question; }
     QString toast() const;
-    bool leaving() const { return leaving_.value(); }
     const QString& news() const { return news_.value(); }
     QString problem() const;
     QAbstractItemModel* menu() { return hasMenu_ ? &menu_ : nullptr; }
@@ -78,12 +77,9 @@ public:
     void perform(const Command& command);
 
     void askToLeave() { setLeaving(true); }
-    Q_INVOKABLE void leave();
-    Q_INVOKABLE void stay() { setLeaving(false); }
 
 Q_SIGNALS:
     void toastChanged();
-    void leavingChanged();
     void newsChanged();
     void problemChanged();
     void screenChanged();
@@ -96,7 +92,7 @@ private:
     void setLeaving(bool leaving);
     void changeScreen();
     void refreshMenu();
-    void askForFixes();
+    void askNext();
     void noteFirstFinding();
 
     SharedObjects objects_;
@@ -104,15 +100,13 @@ private:
     SidebarModel sidebar_;
     std::unique_ptr<QObject> screenModel_;
     SheetModel sheet_;
-    QuestionModel question_;
-    std::string asked_; ///< which of the questions of the fixes; empty for none
+    bool leaving_ = false;
+    std::string asked_; ///< which question of the window's own came last; empty for none
     ToastClock toastClock_;
     std::vector<Command> commands_;
     MenuListModel menu_;
     std::string firstFinding_; ///< its id; empty for none
     Q_OBJECT_BINDABLE_PROPERTY(RootModel, QString, news_, &RootModel::newsChanged)
-    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(RootModel, bool, leaving_, false,
-                                         &RootModel::leavingChanged)
 };
 
 } // namespace pacelet

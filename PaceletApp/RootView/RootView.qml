@@ -74,18 +74,6 @@ FocusScope {
     }
 
     PopupPlace {
-        wanted: root.model.leaving
-        sourceComponent: AlertDialog {
-            visible: root.model.leaving // qmllint disable unqualified
-            title: qsTr("Pacelet goes on without its window.")
-            message: qsTr("There is no menu-bar item to open it again. Start Pacelet once more, as you did now, to bring its window back.")
-            confirmText: qsTr("Close Window")
-            onConfirmed: root.model.leave() // qmllint disable unqualified
-            onCancelled: root.model.stay() // qmllint disable unqualified
-        }
-    }
-
-    PopupPlace {
         wanted: root.model.sheet.open
         sourceComponent: SheetPlace {
             model: root.model.sheet // qmllint disable unqualified

@@ -80,7 +80,8 @@ void SettingsModel::setChecksForUpdates(bool on) {
 }
 
 void SettingsModel::askClear() {
-    question_.ask({.title = sentence("Clear usage history?"),
+    question_.ask(this,
+                  {.title = sentence("Clear usage history?"),
                    .message = sentence("This deletes the CPU and memory history Pacelet has "
                                        "recorded. Your upgrade advice starts over."),
                    .confirm = "Clear History",

@@ -28,7 +28,7 @@ class SettingsModel final : public QObject {
     Q_PROPERTY(bool checksForUpdates READ checksForUpdates WRITE setChecksForUpdates NOTIFY
                    checksForUpdatesChanged)
     Q_PROPERTY(bool keepHistory READ keepHistory WRITE setKeepHistory NOTIFY keepHistoryChanged)
-    /// Before the history is cleared.
+    /// Before the history is cleared. This window has its own.
     Q_PROPERTY(pacelet::QuestionModel* question READ question CONSTANT)
     /// The history was cleared in this window.
     Q_PROPERTY(bool cleared READ cleared NOTIFY clearedChanged)

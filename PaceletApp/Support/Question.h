@@ -11,6 +11,7 @@ struct Question {
     std::string confirm; ///< caption of the accepting button
     bool destructive = false;
     std::string cancel = "Cancel"; ///< caption of the other one
+    int paragraphLines = 100;      ///< of a longer paragraph the rest is cut off
 
     bool operator==(const Question&) const = default;
 };

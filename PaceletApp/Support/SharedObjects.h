@@ -6,6 +6,7 @@ class AppPreferences;
 class AppUpdater;
 class FixActions;
 class Monitor;
+class QuestionModel;
 class Router;
 class Scheduler;
 class SpeedTester;
@@ -20,6 +21,7 @@ struct SharedObjects {
     AppUpdater& updater;
     SpeedTester& speedTester;
     Scheduler& scheduler;
+    QuestionModel& question; ///< of the main window
     const Platform& platform;
 };
 

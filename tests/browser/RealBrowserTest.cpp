@@ -137,20 +137,20 @@ TEST_F(RealBrowserTest, IsSetUpListedAndCleanedUp) {
 TEST_F(RealBrowserTest, SurvivesTheDeathOfEveryPart) {
     struct Step {
         const char* name;
-        std::function<void(BrowserPanelModel&)> begin;
+        std::function<void(Running&)> begin;
     };
     const std::vector<Step> steps{
-        {"listing", [](BrowserPanelModel& panel) { panel.load(); }},
+        {"listing", [](Running& running) { running.panel()->load(); }},
         {"closing",
-         [](BrowserPanelModel& panel) {
-             panel.select(1, true);
-             panel.closeSelected();
-             panel.question()->confirm();
+         [](Running& running) {
+             running.panel()->select(1, true);
+             running.panel()->closeSelected();
+             running.question()->confirm();
          }},
         {"merging",
-         [](BrowserPanelModel& panel) {
-             panel.merge();
-             panel.question()->confirm();
+         [](Running& running) {
+             running.panel()->merge();
+             running.question()->confirm();
          }},
     };
     std::mt19937 random{3};
@@ -172,7 +172,7 @@ TEST_F(RealBrowserTest, SurvivesTheDeathOfEveryPart) {
         ASSERT_TRUE(secondWindow());
         const auto bridges = browser.bridges();
         EXPECT_EQ(bridges.size(), 1U);
-        begin(*pacelet->panel());
+        begin(*pacelet);
         inTheMiddle();
         pacelet.reset();
         pacelet.emplace(settings);
@@ -182,7 +182,7 @@ TEST_F(RealBrowserTest, SurvivesTheDeathOfEveryPart) {
         // A bridge that dies is replaced, at once where it had stood for a while.
         QTest::qWait(10'000);
         ASSERT_TRUE(secondWindow());
-        begin(*pacelet->panel());
+        begin(*pacelet);
         inTheMiddle();
         ::kill(bridges.front(), SIGKILL);
         ASSERT_TRUE(pacelet->rests());
@@ -191,7 +191,7 @@ TEST_F(RealBrowserTest, SurvivesTheDeathOfEveryPart) {
 
         ASSERT_TRUE(secondWindow());
         const auto last = browser.bridges();
-        begin(*pacelet->panel());
+        begin(*pacelet);
         inTheMiddle();
         browser.kill();
         ASSERT_TRUE(pacelet->rests());

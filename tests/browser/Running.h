@@ -44,6 +44,10 @@ public:
         return qobject_cast<BrowserPanelModel*>(root->sheet()->content());
     }
 
+    QuestionModel* question() {
+        return application.window()->property("model").value<RootModel*>()->question();
+    }
+
     bool comesUp(const std::string& text) {
         return comesTrue([&] { return probe->shows(text); });
     }
@@ -67,8 +71,7 @@ public:
     /// another one takes no answer at first.
     bool act(const char* button, const char* agreement) {
         return press(button) &&
-               comesTrue([&] { return !panel()->question()->isOpen() || !press(agreement); }) &&
-               rests();
+               comesTrue([&] { return !question()->isOpen() || !press(agreement); }) && rests();
     }
 
     std::vector<OpenPage> listed() {

@@ -1,9 +1,11 @@
 #include "PaceletApp/Application/Application.h"
 #include "PaceletApp/Application/WishFollower.h"
+#include "PaceletApp/InternetView/InternetModel.h"
 #include "PaceletApp/OverviewView/CauseItem.h"
 
 #include "tests/PaceletApp/Monitor/MonitorRig.h"
 #include "tests/PaceletApp/Support/ApplicationRig.h"
+#include "tests/PaceletApp/Support/Table.h"
 
 #include <QAccessible>
 #include <QQmlComponent>
@@ -182,6 +184,61 @@ TEST_F(ApplicationTest, APressThatWasMeantForOneQuestionAnswersNoOther) {
     EXPECT_FALSE(app().actions().confirmation());
     pass(11);
     EXPECT_EQ(app().actions().stuckAlert(), std::nullopt) << "nobody forced it";
+}
+
+// Whoever was first, a screen's question stands alone; the fix's comes after it and takes no press
+// that was meant for it.
+TEST_F(ApplicationTest, WhatAFixAsksWaitsForTheQuestionOfAScreen) {
+    launch();
+    open(Screen::internet);
+    const Table<bool, std::function<void()>> rows = {
+        {true, [&] { probe->press(Qt::Key_Escape); }},
+        {false, [&] { probe->press(Qt::Key_Return); }},
+        {true, [&] { app().router().setScreen(Screen::overview); }},
+    };
+    for (const auto& [fixIsFirst, end] : rows) {
+        app().router().setScreen(Screen::internet);
+        settle();
+        auto* const root = app().window()->property("model").value<RootModel*>();
+        if (fixIsFirst) {
+            app().actions().confirmRestart();
+            ASSERT_TRUE(comesUp("Restart your Mac?"));
+        }
+        qobject_cast<InternetModel*>(root->screenModel())->askTest();
+        if (!fixIsFirst) {
+            app().actions().confirmRestart();
+        }
+        ASSERT_TRUE(comesUp("Test your internet speed?"));
+        pass(QuestionModel::calm.count());
+        EXPECT_TRUE(app().actions().confirmation());
+        EXPECT_FALSE(probe->shows("Restart your Mac?"));
+        end();
+        ASSERT_TRUE(comesUp("Restart your Mac?"));
+        EXPECT_FALSE(probe->shows("Test your internet speed?"));
+        probe->press(Qt::Key_Escape);
+        EXPECT_TRUE(app().actions().confirmation());
+        pass(QuestionModel::calm.count());
+        probe->press(Qt::Key_Escape);
+        EXPECT_FALSE(app().actions().confirmation());
+        ASSERT_TRUE(goesAway("Restart your Mac?"));
+    }
+}
+
+TEST_F(ApplicationTest, ASheetThatOpensLaterStaysBehindTheQuestion) {
+    launch();
+    open();
+    app().actions().confirmRestart();
+    ASSERT_TRUE(comesUp("Restart your Mac?"));
+    app().router().setBrowser(ChromiumBrowser::chrome);
+    ASSERT_TRUE(comesUp("Let Pacelet see your Google Chrome tabs"));
+    ASSERT_TRUE(QTest::qWaitFor([&] {
+        return app().window()->activeFocusItem()->property("text") == "Restart…";
+    })) << "a key reaches the question";
+    probe->press(Qt::Key_Escape);
+    ASSERT_TRUE(goesAway("Restart your Mac?"));
+    EXPECT_EQ(app().router().browser(), ChromiumBrowser::chrome);
+    probe->press(Qt::Key_Escape);
+    EXPECT_EQ(app().router().browser(), std::nullopt);
 }
 
 TEST_F(ApplicationTest, ANewFirstFindingIsSaid) {

@@ -205,8 +205,9 @@ TEST_F(SettingsTest, SaysWhenSettingsAreNotWhatWasChosen) {
     AppPreferences preferences{stored};
     AppUpdater updater{{}, nullptr};
     SpeedTester tester{platform, scheduler()};
+    QuestionModel questions{scheduler()};
     const SettingsModel model{{monitor, app().router(), app().actions(), preferences, updater,
-                               tester, scheduler(), platform}};
+                               tester, scheduler(), questions, platform}};
     EXPECT_THAT(model.trouble().toStdString(), ::testing::HasSubstr("couldn't be read"));
     QSignalSpy changed{&model, &SettingsModel::troubleChanged};
     stored.now = PreferencesTrouble::unwritable;
@@ -214,7 +215,7 @@ TEST_F(SettingsTest, SaysWhenSettingsAreNotWhatWasChosen) {
     EXPECT_EQ(changed.count(), 1);
     EXPECT_THAT(model.trouble().toStdString(), ::testing::HasSubstr("can't be saved"));
     EXPECT_EQ(SettingsModel({app().monitor(), app().router(), app().actions(), app().preferences(),
-                             updater, tester, scheduler(), given})
+                             updater, tester, scheduler(), questions, given})
                   .trouble(),
               QString{});
 }
@@ -223,9 +224,10 @@ TEST_F(SettingsTest, OffersUpdatesWhereThereIsAnUpdater) {
     const Platform platform = mac().platform();
     UpdaterRecord record;
     SpeedTester speedTester{platform, scheduler()};
+    QuestionModel questions{scheduler()};
     AppUpdater updater{{"key", "app.pacelet.Pacelet"}, std::make_unique<FakeUpdater>(record)};
     SettingsModel model{{app().monitor(), app().router(), app().actions(), app().preferences(),
-                         updater, speedTester, scheduler(), platform}};
+                         updater, speedTester, scheduler(), questions, platform}};
     Stage stage{"SettingsView { width: 460; height: implicitHeight; model: settings }",
                 {{"settings", QVariant::fromValue(&model)}}};
     EXPECT_TRUE(stage.shows("Check for updates automatically"));
